@@ -1,0 +1,70 @@
+// nivarel: the command-line face of the add-in. `nivarel demo OUTDIR` starts
+// a headless office with the extension, draws two connected symbols over
+// cells and saves the sheet as .ods and .xlsx.
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <string>
+
+#include "HostError.h"
+#include "MsoConstants.h"
+#include "OfficeProcess.h"
+#include "Shapes.h"
+
+using namespace nivarel::host;
+
+namespace {
+
+int Usage() {
+  std::fprintf(stderr,
+               "usage: nivarel demo [OUTDIR]   draw a small flowchart and save OUTDIR/demo.ods and demo.xlsx\n");
+  return 2;
+}
+
+int Demo(const std::string& outDir, const std::string& extension) {
+  std::filesystem::create_directories(outDir);
+  OfficeProcess::Options options;
+  options.extension = extension;
+  auto office = OfficeProcess::Start(options);
+  Application app = office->App();
+  Workbook book = app.GetWorkbooks().Add();
+  Worksheet sheet = book.Sheet(1);
+  Shapes shapes = sheet.GetShapes();
+
+  Range c3 = sheet.GetRange("C3"), c6 = sheet.GetRange("C6");
+  Shape start = shapes.AddShape(msoShapeFlowchartTerminator, c3.Left(), c3.Top(), 2 * c3.Width(), c3.Height());
+  start.GetTextFrame().GetCharacters().SetText("Start");
+  Shape step = shapes.AddShape(msoShapeFlowchartProcess, c6.Left(), c6.Top(), 2 * c6.Width(), 2 * c6.Height());
+  step.GetTextFrame().GetCharacters().SetText("Take the order");
+  Shape line = shapes.AddConnector(msoConnectorStraight, 0, 0, 10, 10);
+  line.GetConnectorFormat().BeginConnect(start, 3);
+  line.GetConnectorFormat().EndConnect(step, 1);
+  line.RerouteConnections();
+  line.Line().SetEndArrowheadStyle(msoArrowheadTriangle);
+  line.ZOrder(msoSendToBack);
+
+  std::string ods = (std::filesystem::path(outDir) / "demo.ods").string();
+  std::string xlsx = (std::filesystem::path(outDir) / "demo.xlsx").string();
+  book.SaveAs(ods);
+  book.SaveAs(xlsx);
+  book.Close();
+  office->Terminate();
+  std::printf("wrote %s and %s\n", ods.c_str(), xlsx.c_str());
+  return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc < 2) return Usage();
+  std::string command = argv[1];
+  const char* ext = std::getenv("NIVAREL_OXT");
+  std::string extension = ext && *ext ? ext : NIVAREL_OXT;
+  try {
+    if (command == "demo") return Demo(argc > 2 ? argv[2] : "out", extension);
+  } catch (const HostError& e) {
+    std::fprintf(stderr, "nivarel: %s\n", e.Description().c_str());
+    return 1;
+  }
+  return Usage();
+}

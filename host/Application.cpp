@@ -1,0 +1,155 @@
+#include "Application.h"
+
+#include <cstdlib>
+
+#include <com/sun/star/beans/NamedValue.hpp>
+#include <com/sun/star/configuration/theDefaultProvider.hpp>
+#include <com/sun/star/container/XEnumeration.hpp>
+#include <com/sun/star/container/XEnumerationAccess.hpp>
+#include <com/sun/star/container/XNameAccess.hpp>
+#include <com/sun/star/drawing/XShapes.hpp>
+#include <com/sun/star/frame/XController.hpp>
+#include <com/sun/star/sheet/XCellRangeAddressable.hpp>
+#include <com/sun/star/sheet/XSheetCellRanges.hpp>
+#include <com/sun/star/sheet/XSpreadsheetView.hpp>
+#include <com/sun/star/view/XSelectionSupplier.hpp>
+
+#include "Uno.h"
+
+namespace nivarel::host {
+
+namespace {
+
+Reference<css::sheet::XSpreadsheetDocument> CurrentDocument(const HostSession& s) {
+  Reference<css::sheet::XSpreadsheetDocument> doc(s.desktop->getCurrentComponent(), uno::UNO_QUERY);
+  if (doc.is()) return doc;
+  auto e = s.desktop->getComponents()->createEnumeration();
+  Reference<css::sheet::XSpreadsheetDocument> last;
+  while (e->hasMoreElements()) {
+    Reference<css::sheet::XSpreadsheetDocument> d(e->nextElement(), uno::UNO_QUERY);
+    if (d.is()) last = d;
+  }
+  return last;
+}
+
+}  // namespace
+
+Application::Application(std::shared_ptr<HostSession> session) : session_(std::move(session)) {
+  if (const char* v = std::getenv("NIVAREL_OBJECT_MODEL")) {
+    int major = std::atoi(v);
+    if (major > 0) session_->objectModelVersion = major;
+  }
+}
+
+std::string Application::Version() const { return std::to_string(session_->objectModelVersion) + ".0"; }
+
+std::string Application::OfficeVersion() const {
+  return Call("Application.OfficeVersion", [&] {
+    auto provider = css::configuration::theDefaultProvider::get(session_->context);
+    css::beans::NamedValue path("nodepath", uno::Any(OUString("/org.openoffice.Setup/Product")));
+    uno::Sequence<uno::Any> args(1);
+    args.getArray()[0] <<= path;
+    Reference<css::container::XNameAccess> product(
+        provider->createInstanceWithArguments("com.sun.star.configuration.ConfigurationAccess", args),
+        uno::UNO_QUERY_THROW);
+    OUString v;
+    product->getByName("ooSetupVersionAboutBox") >>= v;
+    return ToUtf8(v);
+  });
+}
+
+bool Application::ScreenUpdating() const { return session_->screenUpdating; }
+
+void Application::SetScreenUpdating(bool on) {
+  if (on == session_->screenUpdating) return;
+  Call("Application.ScreenUpdating", [&] {
+    if (!on) {
+      auto doc = CurrentDocument(*session_);
+      Reference<css::frame::XModel> model(doc, uno::UNO_QUERY);
+      if (model.is()) model->lockControllers();
+      session_->lockedModel = model;
+    } else {
+      auto model = session_->lockedModel;
+      session_->lockedModel.clear();
+      if (model.is() && model->hasControllersLocked()) model->unlockControllers();
+    }
+  });
+  session_->screenUpdating = on;
+}
+
+bool Application::EnableEvents() const { return session_->enableEvents; }
+void Application::SetEnableEvents(bool on) { session_->enableEvents = on; }
+bool Application::DisplayAlerts() const { return session_->displayAlerts; }
+void Application::SetDisplayAlerts(bool on) { session_->displayAlerts = on; }
+void Application::SetCutCopyMode(bool) {}
+
+Workbooks Application::GetWorkbooks() const { return Workbooks(session_); }
+
+std::optional<Workbook> Application::ActiveWorkbook() const {
+  return Call("Application.ActiveWorkbook", [&]() -> std::optional<Workbook> {
+    auto doc = CurrentDocument(*session_);
+    if (!doc.is()) return std::nullopt;
+    return Workbook(std::make_shared<WorkbookImpl>(WorkbookImpl{session_, doc}));
+  });
+}
+
+std::optional<Worksheet> Application::ActiveSheet() const {
+  return Call("Application.ActiveSheet", [&]() -> std::optional<Worksheet> {
+    auto doc = CurrentDocument(*session_);
+    Reference<css::frame::XModel> model(doc, uno::UNO_QUERY);
+    if (!model.is()) return std::nullopt;
+    Reference<css::sheet::XSpreadsheetView> view(model->getCurrentController(), uno::UNO_QUERY);
+    if (!view.is()) return std::nullopt;
+    return Worksheet(MakeSheetRef(session_, doc, view->getActiveSheet()));
+  });
+}
+
+std::optional<Window> Application::ActiveWindow() const {
+  auto book = ActiveWorkbook();
+  if (!book) return std::nullopt;
+  return Window(book->Impl());
+}
+
+Selection Application::GetSelection() const {
+  return Call("Application.Selection", [&]() -> Selection {
+    Selection result;
+    auto doc = CurrentDocument(*session_);
+    Reference<css::frame::XModel> model(doc, uno::UNO_QUERY);
+    if (!model.is()) return result;
+    Reference<css::view::XSelectionSupplier> sel(model->getCurrentController(), uno::UNO_QUERY);
+    Reference<css::sheet::XSpreadsheetView> view(sel, uno::UNO_QUERY);
+    if (!sel.is() || !view.is()) return result;
+    auto sheet = MakeSheetRef(session_, doc, view->getActiveSheet());
+    uno::Any any = sel->getSelection();
+    Reference<css::sheet::XCellRangeAddressable> addr(any, uno::UNO_QUERY);
+    Reference<css::sheet::XSheetCellRanges> ranges(any, uno::UNO_QUERY);
+    if (!addr.is() && ranges.is() && ranges->getCount() > 0)
+      addr.set(ranges->getByIndex(0), uno::UNO_QUERY);
+    if (addr.is()) {
+      auto a = addr->getRangeAddress();
+      result.cells = Range(sheet, a.StartRow + 1, a.StartColumn + 1, a.EndRow + 1, a.EndColumn + 1);
+      return result;
+    }
+    std::vector<Shape> shapes;
+    Reference<css::drawing::XShapes> many(any, uno::UNO_QUERY);
+    Reference<css::drawing::XShape> one(any, uno::UNO_QUERY);
+    if (many.is()) {
+      for (sal_Int32 i = 0; i < many->getCount(); ++i) {
+        Reference<css::drawing::XShape> s(many->getByIndex(i), uno::UNO_QUERY);
+        if (s.is()) shapes.emplace_back(std::make_shared<ShapeImpl>(ShapeImpl{sheet, s}));
+      }
+    } else if (one.is()) {
+      shapes.emplace_back(std::make_shared<ShapeImpl>(ShapeImpl{sheet, one}));
+    }
+    if (!shapes.empty()) result.shapes = ShapeRange(sheet, std::move(shapes));
+    return result;
+  });
+}
+
+std::optional<Range> Application::ActiveCell() const {
+  auto s = GetSelection();
+  if (!s.cells) return std::nullopt;
+  return s.cells->Cells(1, 1);
+}
+
+}  // namespace nivarel::host

@@ -1,0 +1,55 @@
+// The office as the logic sees it: version, the current objects, and the
+// switches that batch work turns off and on (screen updates, events, alerts).
+// Handles are cheap to copy; all of them share one connection's state.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "Range.h"
+#include "Selection.h"
+#include "Window.h"
+#include "Workbook.h"
+#include "Workbooks.h"
+#include "Worksheet.h"
+
+namespace nivarel::host {
+
+struct HostSession;
+
+class Application {
+ public:
+  explicit Application(std::shared_ptr<HostSession> session);
+
+  // The object model offered: "12.0" (ribbon road) unless the environment
+  // variable NIVAREL_OBJECT_MODEL names an older major version.
+  std::string Version() const;
+  // The office's own product version, e.g. "7.4.7.2".
+  std::string OfficeVersion() const;
+
+  bool ScreenUpdating() const;
+  void SetScreenUpdating(bool on);
+  bool EnableEvents() const;
+  void SetEnableEvents(bool on);
+  bool DisplayAlerts() const;
+  void SetDisplayAlerts(bool on);
+  void SetCutCopyMode(bool on);
+
+  double InchesToPoints(double inches) const { return inches * 72.0; }
+
+  Workbooks GetWorkbooks() const;
+  // Nothing when no spreadsheet document is open.
+  std::optional<Workbook> ActiveWorkbook() const;
+  std::optional<Worksheet> ActiveSheet() const;
+  std::optional<Window> ActiveWindow() const;
+  std::optional<Range> ActiveCell() const;
+  Selection GetSelection() const;
+
+  const std::shared_ptr<HostSession>& Session() const { return session_; }
+
+ private:
+  std::shared_ptr<HostSession> session_;
+};
+
+}  // namespace nivarel::host

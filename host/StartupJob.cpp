@@ -1,0 +1,56 @@
+#include "StartupJob.h"
+
+#include <atomic>
+#include <memory>
+
+#include <com/sun/star/frame/Desktop.hpp>
+#include <cppuhelper/supportsservice.hxx>
+
+#include "TerminateListener.h"
+#include "Uno.h"
+#include "dsrConnect.h"
+
+namespace nivarel::host {
+
+namespace {
+
+// The office process's one connection.
+dsrConnect& Connection() {
+  static dsrConnect connection;
+  return connection;
+}
+
+std::atomic<bool> connected{false};
+
+}  // namespace
+
+StartupJob::StartupJob(const Reference<uno::XComponentContext>& context) : context_(context) {}
+
+OUString StartupJob::ImplementationName() { return "org.nivarel.addin.StartupJob"; }
+
+uno::Sequence<OUString> StartupJob::ServiceNames() { return {"com.sun.star.task.Job"}; }
+
+uno::Any StartupJob::execute(const uno::Sequence<css::beans::NamedValue>&) {
+  if (connected.exchange(true)) return {};
+  try {
+    auto session = std::make_shared<HostSession>();
+    session->context = context_;
+    session->desktop = css::frame::Desktop::create(context_);
+    Connection().AddinInstance_OnConnection(Application(session));
+    Connection().AddinInstance_OnStartupComplete();
+    session->desktop->addTerminateListener(
+        new TerminateListener([] { Connection().AddinInstance_OnDisconnection(); }));
+  } catch (const uno::Exception&) {
+    // SEAM: written to the error log once there is one. The office starts
+    // without the add-in.
+  }
+  return {};
+}
+
+OUString StartupJob::getImplementationName() { return ImplementationName(); }
+
+sal_Bool StartupJob::supportsService(const OUString& name) { return cppu::supportsService(this, name); }
+
+uno::Sequence<OUString> StartupJob::getSupportedServiceNames() { return ServiceNames(); }
+
+}  // namespace nivarel::host

@@ -1,0 +1,32 @@
+// The job that the office runs when it starts: it connects the add-in once per
+// office process and arranges the disconnection for when the office
+// terminates. Running the job again does nothing.
+#pragma once
+
+#include <com/sun/star/lang/XServiceInfo.hpp>
+#include <com/sun/star/task/XJob.hpp>
+#include <com/sun/star/uno/XComponentContext.hpp>
+#include <cppuhelper/implbase2.hxx>
+
+namespace nivarel::host {
+
+class StartupJob
+    : public cppu::WeakImplHelper2<com::sun::star::task::XJob, com::sun::star::lang::XServiceInfo> {
+ public:
+  explicit StartupJob(const com::sun::star::uno::Reference<com::sun::star::uno::XComponentContext>& context);
+
+  static rtl::OUString ImplementationName();
+  static com::sun::star::uno::Sequence<rtl::OUString> ServiceNames();
+
+  com::sun::star::uno::Any SAL_CALL execute(
+      const com::sun::star::uno::Sequence<com::sun::star::beans::NamedValue>& arguments) override;
+
+  rtl::OUString SAL_CALL getImplementationName() override;
+  sal_Bool SAL_CALL supportsService(const rtl::OUString& name) override;
+  com::sun::star::uno::Sequence<rtl::OUString> SAL_CALL getSupportedServiceNames() override;
+
+ private:
+  com::sun::star::uno::Reference<com::sun::star::uno::XComponentContext> context_;
+};
+
+}  // namespace nivarel::host

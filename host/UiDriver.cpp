@@ -1,0 +1,133 @@
+#include "UiDriver.h"
+
+#include <chrono>
+#include <thread>
+
+#include <com/sun/star/ui/test/XUIObject.hpp>
+#include <com/sun/star/ui/test/XUITest.hpp>
+
+#include "Uno.h"
+
+namespace nivarel::host {
+
+namespace test = css::ui::test;
+
+struct UiDriver::State {
+  std::shared_ptr<HostSession> session;
+  Reference<test::XUITest> ui;
+};
+
+namespace {
+
+uno::Sequence<css::beans::PropertyValue> Args(std::initializer_list<std::pair<const char*, std::string>> list) {
+  uno::Sequence<css::beans::PropertyValue> seq(static_cast<sal_Int32>(list.size()));
+  sal_Int32 i = 0;
+  for (const auto& [k, v] : list) {
+    seq.getArray()[i].Name = OUString::createFromAscii(k);
+    seq.getArray()[i].Value <<= ToOu(v);
+    ++i;
+  }
+  return seq;
+}
+
+}  // namespace
+
+UiDriver::UiDriver(const Application& app) : state_(std::make_shared<State>()) {
+  state_->session = app.Session();
+  Call("UiDriver", [&] {
+    auto ctx = state_->session->context;
+    state_->ui.set(ctx->getServiceManager()->createInstanceWithContext("org.libreoffice.uitest.UITest", ctx),
+                   uno::UNO_QUERY_THROW);
+  });
+}
+
+void UiDriver::SelectCell(const std::string& address) {
+  Call("UiDriver.SelectCell", [&] {
+    auto grid = state_->ui->getTopFocusWindow()->getChild("grid_window");
+    grid->executeAction("SELECT", Args({{"RANGE", address}}));
+  });
+}
+
+void UiDriver::Type(const std::string& text) {
+  Call("UiDriver.Type", [&] {
+    auto grid = state_->ui->getTopFocusWindow()->getChild("grid_window");
+    grid->executeAction("TYPE", Args({{"TEXT", text}}));
+  });
+}
+
+void UiDriver::PressKey(const std::string& key) {
+  Call("UiDriver.PressKey", [&] {
+    auto top = state_->ui->getTopFocusWindow();
+    Reference<test::XUIObject> target = top;
+    try {
+      target = top->getChild("grid_window");
+    } catch (const uno::Exception&) {
+      // A dialog has the focus: the key goes to it.
+    }
+    target->executeAction("TYPE", Args({{"KEYCODE", key}}));
+  });
+}
+
+void UiDriver::TypeIntoCell(const std::string& address, const std::string& text) {
+  SelectCell(address);
+  Type(text);
+  PressKey("RETURN");
+}
+
+void UiDriver::RunCommand(const std::string& command, bool opensDialog) {
+  Call("UiDriver.RunCommand", [&] {
+    if (opensDialog)
+      state_->ui->executeDialog(ToOu(command));
+    else
+      state_->ui->executeCommand(ToOu(command));
+  });
+}
+
+std::string UiDriver::FocusWindowId() const {
+  return Call("UiDriver.FocusWindow", [&] {
+    auto top = state_->ui->getTopFocusWindow();
+    auto state = top->getState();
+    for (const auto& p : state)
+      if (p.Name == "ID") {
+        OUString id;
+        p.Value >>= id;
+        return ToUtf8(id);
+      }
+    return std::string();
+  });
+}
+
+void UiDriver::ClickButton(const std::string& id) {
+  Call("UiDriver.ClickButton", [&] {
+    state_->ui->getTopFocusWindow()->getChild(ToOu(id))->executeAction("CLICK", {});
+  });
+}
+
+std::string UiDriver::ControlText(const std::string& id) const {
+  return Call("UiDriver.ControlText", [&] {
+    auto state = state_->ui->getTopFocusWindow()->getChild(ToOu(id))->getState();
+    for (const auto& p : state)
+      if (p.Name == "Text" || p.Name == "Label") {
+        OUString t;
+        p.Value >>= t;
+        return ToUtf8(t);
+      }
+    return std::string();
+  });
+}
+
+void UiDriver::TypeInto(const std::string& id, const std::string& text) {
+  Call("UiDriver.TypeInto", [&] {
+    state_->ui->getTopFocusWindow()->getChild(ToOu(id))->executeAction("TYPE", Args({{"TEXT", text}}));
+  });
+}
+
+std::vector<std::string> UiDriver::Children() const {
+  return Call("UiDriver.Children", [&] {
+    std::vector<std::string> out;
+    for (const auto& c : state_->ui->getTopFocusWindow()->getChildren()) out.push_back(ToUtf8(c));
+    return out;
+  });
+}
+
+}  // namespace nivarel::host

@@ -1,0 +1,45 @@
+// Drives the office's user interface as a person would, through the office's
+// UI-test service: select a cell, type, press keys, and work dialogs. Cell
+// edits made this way raise the sheet's Change event like real typing.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "Application.h"
+
+namespace nivarel::host {
+
+class UiDriver {
+ public:
+  explicit UiDriver(const Application& app);
+
+  // Selects a cell or range by A1 address on the active sheet's grid.
+  void SelectCell(const std::string& address);
+  // Types text into the focused window (a cell enters edit mode).
+  void Type(const std::string& text);
+  // Presses a key by its name: "RETURN", "ESC", "TAB", "DOWN", "CTRL+Z"...
+  void PressKey(const std::string& key);
+  // Selects the cell, types the text and commits it with Enter.
+  void TypeIntoCell(const std::string& address, const std::string& text);
+
+  // Runs an office command (".uno:..."); with a dialog, returns once it shows.
+  void RunCommand(const std::string& command, bool opensDialog = false);
+  // The identifier of the window that has the focus (a dialog's id when one shows).
+  std::string FocusWindowId() const;
+  // Clicks a button of the dialog that has the focus, by its id.
+  void ClickButton(const std::string& id);
+  // The text of a control of the focused dialog, as the control reports it.
+  std::string ControlText(const std::string& id) const;
+  // Types into a control of the focused dialog.
+  void TypeInto(const std::string& id, const std::string& text);
+  // The ids of the focused window's children.
+  std::vector<std::string> Children() const;
+
+ private:
+  struct State;
+  std::shared_ptr<State> state_;
+};
+
+}  // namespace nivarel::host

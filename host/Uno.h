@@ -1,0 +1,142 @@
+// Private to the host layer: the office API headers and the state shared by
+// the layer's handle classes. Nothing outside host/ includes this file.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <com/sun/star/beans/PropertyValue.hpp>
+#include <com/sun/star/beans/XPropertySet.hpp>
+#include <com/sun/star/container/XIndexAccess.hpp>
+#include <com/sun/star/drawing/XDrawPage.hpp>
+#include <com/sun/star/drawing/XShape.hpp>
+#include <com/sun/star/drawing/XShapes.hpp>
+#include <com/sun/star/frame/XDesktop2.hpp>
+#include <com/sun/star/frame/XModel.hpp>
+#include <com/sun/star/lang/XMultiServiceFactory.hpp>
+#include <com/sun/star/sheet/XSpreadsheet.hpp>
+#include <com/sun/star/sheet/XSpreadsheetDocument.hpp>
+#include <com/sun/star/table/XCellRange.hpp>
+#include <com/sun/star/uno/Exception.hpp>
+#include <com/sun/star/uno/XComponentContext.hpp>
+#include <rtl/ustring.hxx>
+
+#include "HostError.h"
+
+using ::rtl::OString;
+using ::rtl::OUString;
+using ::rtl::OUStringToOString;
+
+namespace nivarel::host {
+
+namespace uno = ::com::sun::star::uno;
+namespace css = ::com::sun::star;
+using uno::Reference;
+
+// State of one connection to the office, shared by every handle.
+struct HostSession {
+  Reference<uno::XComponentContext> context;
+  Reference<css::frame::XDesktop2> desktop;
+  bool enableEvents = true;
+  bool displayAlerts = true;
+  bool screenUpdating = true;
+  Reference<css::frame::XModel> lockedModel;
+  int objectModelVersion = 12;
+};
+
+// One sheet of one document.
+struct SheetRef {
+  std::shared_ptr<HostSession> session;
+  Reference<css::sheet::XSpreadsheetDocument> document;
+  Reference<css::sheet::XSpreadsheet> sheet;
+  Reference<css::drawing::XDrawPage> Page() const;
+  int Index() const;
+};
+
+struct WorkbookImpl {
+  std::shared_ptr<HostSession> session;
+  Reference<css::sheet::XSpreadsheetDocument> document;
+  Reference<css::frame::XModel> Model() const;
+};
+
+struct ShapeImpl {
+  std::shared_ptr<SheetRef> sheet;
+  Reference<css::drawing::XShape> shape;
+  Reference<css::beans::XPropertySet> Props() const;
+};
+
+// A property set that formats read and write: cells, a text run, a page style.
+struct PropsRef {
+  std::shared_ptr<HostSession> session;
+  Reference<css::beans::XPropertySet> props;
+};
+
+std::shared_ptr<SheetRef> MakeSheetRef(const std::shared_ptr<HostSession>& session,
+                                       const Reference<css::sheet::XSpreadsheetDocument>& document,
+                                       const Reference<css::sheet::XSpreadsheet>& sheet);
+
+// Every shape on a page, groups opened, in drawing order (a group before its members).
+void CollectShapes(const Reference<css::drawing::XShapes>& shapes,
+                   std::vector<Reference<css::drawing::XShape>>& out);
+// Whole numbers that the layer keeps with a shape (and in the saved file)
+// where the office has no property of its own for them.
+int GetShapeAttribute(const ShapeImpl& shape, const char* key, int fallback);
+void SetShapeAttribute(const ShapeImpl& shape, const char* key, int value);
+// The office glue point id of a connection site (1-based) of a shape.
+sal_Int32 SiteGluePoint(const ShapeImpl& shape, int site);
+// A name of the form "<word> <n>" not yet used on the sheet.
+std::string FreshShapeName(const SheetRef& sheet, const std::string& word);
+// The word of a new shape's name for each kind of shape.
+std::string NameWordFor(const Reference<css::drawing::XShape>& shape);
+
+inline std::string ToUtf8(const OUString& s) {
+  return OUStringToOString(s, RTL_TEXTENCODING_UTF8).getStr();
+}
+inline OUString ToOu(const std::string& s) {
+  return OUString(s.data(), static_cast<sal_Int32>(s.size()), RTL_TEXTENCODING_UTF8);
+}
+
+// Points and the office's 1/100 mm.
+inline double HmmToPt(double hmm) { return hmm * 72.0 / 2540.0; }
+inline sal_Int32 PtToHmm(double pt) {
+  double v = pt * 2540.0 / 72.0;
+  return static_cast<sal_Int32>(v < 0 ? v - 0.5 : v + 0.5);
+}
+
+// Colours: the logic's values have red in the low byte, the office's in the high byte.
+inline sal_Int32 RgbToOffice(long rgb) {
+  return static_cast<sal_Int32>(((rgb & 0xFF) << 16) | (rgb & 0xFF00) | ((rgb >> 16) & 0xFF));
+}
+inline long OfficeToRgb(sal_Int32 c) {
+  return ((c & 0xFF) << 16) | (c & 0xFF00) | ((c >> 16) & 0xFF);
+}
+
+// Runs an office call and turns any office exception into a HostError whose
+// description names the operation.
+template <class F>
+auto Call(const char* what, F&& f) -> decltype(f()) {
+  try {
+    return f();
+  } catch (const HostError&) {
+    throw;
+  } catch (const uno::Exception& e) {
+    std::string msg = ToUtf8(e.Message);
+    throw HostError(HostError::kOfficeFailure,
+                    std::string(what) + (msg.empty() ? std::string() : ": " + msg));
+  }
+}
+
+template <class T>
+T GetProp(const Reference<css::beans::XPropertySet>& ps, const char* name) {
+  T v{};
+  ps->getPropertyValue(OUString::createFromAscii(name)) >>= v;
+  return v;
+}
+template <class T>
+void SetProp(const Reference<css::beans::XPropertySet>& ps, const char* name, const T& v) {
+  ps->setPropertyValue(OUString::createFromAscii(name), uno::Any(v));
+}
+
+}  // namespace nivarel::host

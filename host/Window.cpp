@@ -1,0 +1,23 @@
+#include "Window.h"
+
+#include <com/sun/star/frame/XController.hpp>
+
+#include "Uno.h"
+
+namespace nivarel::host {
+
+bool Window::DisplayGridlines() const {
+  return Call("Window.DisplayGridlines", [&] {
+    Reference<css::beans::XPropertySet> view(book_->Model()->getCurrentController(), uno::UNO_QUERY_THROW);
+    return GetProp<bool>(view, "ShowGrid");
+  });
+}
+
+void Window::SetDisplayGridlines(bool on) {
+  Call("Window.DisplayGridlines", [&] {
+    Reference<css::beans::XPropertySet> view(book_->Model()->getCurrentController(), uno::UNO_QUERY_THROW);
+    SetProp(view, "ShowGrid", on);
+  });
+}
+
+}  // namespace nivarel::host

@@ -1,0 +1,155 @@
+#include "Workbook.h"
+
+#include <filesystem>
+#include <map>
+
+#include <com/sun/star/awt/XTopWindow.hpp>
+#include <com/sun/star/awt/XWindow.hpp>
+#include <com/sun/star/container/XIndexAccess.hpp>
+#include <com/sun/star/document/XDocumentEventBroadcaster.hpp>
+#include <com/sun/star/document/XDocumentEventListener.hpp>
+#include <com/sun/star/frame/XController.hpp>
+#include <com/sun/star/frame/XFrame.hpp>
+#include <com/sun/star/frame/XStorable.hpp>
+#include <com/sun/star/sheet/XSpreadsheetView.hpp>
+#include <com/sun/star/util/XCloseable.hpp>
+#include <cppuhelper/implbase1.hxx>
+
+#include "Uno.h"
+
+namespace nivarel::host {
+
+Reference<css::frame::XModel> WorkbookImpl::Model() const {
+  return Reference<css::frame::XModel>(document, uno::UNO_QUERY);
+}
+
+int Workbook::SheetCount() const {
+  return Call("Workbook.Sheets", [&] {
+    Reference<css::container::XIndexAccess> sheets(impl_->document->getSheets(), uno::UNO_QUERY_THROW);
+    return static_cast<int>(sheets->getCount());
+  });
+}
+
+Worksheet Workbook::Sheet(int index) const {
+  return Call("Workbook.Sheets", [&] {
+    Reference<css::container::XIndexAccess> sheets(impl_->document->getSheets(), uno::UNO_QUERY_THROW);
+    if (index < 1 || index > sheets->getCount())
+      throw HostError(HostError::kInvalidArgument, "Subscript out of range");
+    Reference<css::sheet::XSpreadsheet> sheet(sheets->getByIndex(index - 1), uno::UNO_QUERY_THROW);
+    return Worksheet(MakeSheetRef(impl_->session, impl_->document, sheet));
+  });
+}
+
+Worksheet Workbook::AddSheet() {
+  int n = SheetCount();
+  Call("Sheets.Add", [&] {
+    auto sheets = impl_->document->getSheets();
+    std::string name;
+    for (int i = n + 1;; ++i) {
+      name = "Sheet" + std::to_string(i);
+      if (!sheets->hasByName(ToOu(name))) break;
+    }
+    sheets->insertNewByName(ToOu(name), static_cast<sal_Int16>(n));
+  });
+  Worksheet ws = Sheet(n + 1);
+  ws.Activate();
+  return ws;
+}
+
+std::string Workbook::Name() const {
+  return Call("Workbook.Name", [&] {
+    std::string url = ToUtf8(impl_->Model()->getURL());
+    if (url.empty()) return std::string("Untitled");
+    return url.substr(url.find_last_of('/') + 1);
+  });
+}
+
+void Workbook::SaveAs(const std::string& path) {
+  Call("Workbook.SaveAs", [&] {
+    static const std::map<std::string, const char*> filters = {
+        {".ods", "calc8"},
+        {".ots", "calc8_template"},
+        {".xlsx", "Calc MS Excel 2007 XML"},
+        {".xltx", "Calc MS Excel 2007 XML Template"},
+        {".xls", "MS Excel 97"},
+        {".xlt", "MS Excel 97 Vorlage/Template"},
+    };
+    std::string ext = std::filesystem::path(path).extension().string();
+    for (auto& c : ext) c = static_cast<char>(tolower(c));
+    auto f = filters.find(ext);
+    if (f == filters.end()) throw HostError(HostError::kInvalidArgument, "Unknown file type '" + ext + "'");
+    Reference<css::frame::XStorable> store(impl_->document, uno::UNO_QUERY_THROW);
+    uno::Sequence<css::beans::PropertyValue> args(2);
+    args.getArray()[0].Name = "FilterName";
+    args.getArray()[0].Value <<= OUString::createFromAscii(f->second);
+    args.getArray()[1].Name = "Overwrite";
+    args.getArray()[1].Value <<= true;
+    store->storeToURL(ToOu("file://" + std::filesystem::absolute(path).string()), args);
+  });
+}
+
+bool Workbook::MultiUserEditing() const {
+  return Call("Workbook.MultiUserEditing", [&] {
+    Reference<css::beans::XPropertySet> ps(impl_->document, uno::UNO_QUERY);
+    if (!ps.is() || !ps->getPropertySetInfo()->hasPropertyByName("IsDocumentShared")) return false;
+    return GetProp<bool>(ps, "IsDocumentShared");
+  });
+}
+
+void Workbook::Close() {
+  Call("Workbook.Close", [&] {
+    Reference<css::util::XCloseable> c(impl_->document, uno::UNO_QUERY_THROW);
+    c->close(true);
+  });
+}
+
+void Workbook::Activate() {
+  Call("Workbook.Activate", [&] {
+    auto frame = impl_->Model()->getCurrentController()->getFrame();
+    frame->activate();
+    Reference<css::awt::XTopWindow> top(frame->getContainerWindow(), uno::UNO_QUERY);
+    if (top.is()) top->toFront();
+    frame->getContainerWindow()->setFocus();
+  });
+}
+
+bool Workbook::SameAs(const Workbook& other) const {
+  return impl_->Model() == other.impl_->Model();
+}
+
+namespace {
+
+class DocumentEvents : public cppu::WeakImplHelper1<css::document::XDocumentEventListener> {
+ public:
+  explicit DocumentEvents(std::function<void(Workbook::Event)> f) : f_(std::move(f)) {}
+  void SAL_CALL documentEventOccured(const css::document::DocumentEvent& e) override {
+    const OUString& n = e.EventName;
+    try {
+      if (n == "OnPrepareUnload")
+        f_(Workbook::Event::BeforeClose);
+      else if (n == "OnPrint")
+        f_(Workbook::Event::BeforePrint);
+      else if (n == "OnSave" || n == "OnSaveAs")
+        f_(Workbook::Event::BeforeSave);
+    } catch (...) {
+      // A handler's failure must not stop the office's own action.
+    }
+  }
+  void SAL_CALL disposing(const css::lang::EventObject&) override {}
+
+ private:
+  std::function<void(Workbook::Event)> f_;
+};
+
+}  // namespace
+
+Subscription Workbook::OnEvent(std::function<void(Event)> handler) {
+  return Call("Workbook.Events", [&] {
+    Reference<css::document::XDocumentEventBroadcaster> b(impl_->document, uno::UNO_QUERY_THROW);
+    Reference<css::document::XDocumentEventListener> l(new DocumentEvents(std::move(handler)));
+    b->addDocumentEventListener(l);
+    return Subscription([b, l] { b->removeDocumentEventListener(l); });
+  });
+}
+
+}  // namespace nivarel::host

@@ -1,0 +1,185 @@
+#include "Worksheet.h"
+
+#include <com/sun/star/drawing/XDrawPageSupplier.hpp>
+#include <com/sun/star/frame/XController.hpp>
+#include <com/sun/star/sheet/XCellRangeAddressable.hpp>
+#include <com/sun/star/sheet/XSheetCellCursor.hpp>
+#include <com/sun/star/sheet/XSheetCellRangeContainer.hpp>
+#include <com/sun/star/sheet/XSpreadsheetView.hpp>
+#include <com/sun/star/sheet/XUsedAreaCursor.hpp>
+#include <com/sun/star/table/XCell.hpp>
+#include <com/sun/star/util/XChangesListener.hpp>
+#include <com/sun/star/util/XChangesNotifier.hpp>
+#include <com/sun/star/container/XNamed.hpp>
+#include <cppuhelper/implbase1.hxx>
+
+#include "Range.h"
+#include "Shapes.h"
+#include "Uno.h"
+#include "Workbook.h"
+
+namespace nivarel::host {
+
+namespace {
+constexpr int kMaxRow = 1048576;
+constexpr int kMaxColumn = 16384;
+}  // namespace
+
+Reference<css::drawing::XDrawPage> SheetRef::Page() const {
+  Reference<css::drawing::XDrawPageSupplier> sup(sheet, uno::UNO_QUERY_THROW);
+  return sup->getDrawPage();
+}
+
+int SheetRef::Index() const {
+  Reference<css::sheet::XCellRangeAddressable> a(sheet, uno::UNO_QUERY_THROW);
+  return a->getRangeAddress().Sheet;
+}
+
+std::shared_ptr<SheetRef> MakeSheetRef(const std::shared_ptr<HostSession>& session,
+                                       const Reference<css::sheet::XSpreadsheetDocument>& document,
+                                       const Reference<css::sheet::XSpreadsheet>& sheet) {
+  return std::make_shared<SheetRef>(SheetRef{session, document, sheet});
+}
+
+std::string Worksheet::Name() const {
+  return Call("Worksheet.Name", [&] {
+    Reference<css::container::XNamed> n(ref_->sheet, uno::UNO_QUERY_THROW);
+    return ToUtf8(n->getName());
+  });
+}
+
+void Worksheet::SetName(const std::string& name) {
+  Call("Worksheet.Name", [&] {
+    Reference<css::container::XNamed> n(ref_->sheet, uno::UNO_QUERY_THROW);
+    n->setName(ToOu(name));
+  });
+}
+
+int Worksheet::Index() const {
+  return Call("Worksheet.Index", [&] { return ref_->Index() + 1; });
+}
+
+void Worksheet::Activate() {
+  Call("Worksheet.Activate", [&] {
+    Reference<css::frame::XModel> model(ref_->document, uno::UNO_QUERY_THROW);
+    Reference<css::sheet::XSpreadsheetView> view(model->getCurrentController(), uno::UNO_QUERY_THROW);
+    view->setActiveSheet(ref_->sheet);
+  });
+}
+
+Range Worksheet::Cells(int row, int column) const { return Range(ref_, row, column, row, column); }
+
+Range Worksheet::GetRange(const std::string& address) const {
+  return Call("Worksheet.Range", [&] {
+    auto r = ref_->sheet->getCellRangeByName(ToOu(address));
+    Reference<css::sheet::XCellRangeAddressable> a(r, uno::UNO_QUERY_THROW);
+    auto ad = a->getRangeAddress();
+    return Range(ref_, ad.StartRow + 1, ad.StartColumn + 1, ad.EndRow + 1, ad.EndColumn + 1);
+  });
+}
+
+Range Worksheet::Columns() const { return Range(ref_, 1, 1, kMaxRow, kMaxColumn); }
+Range Worksheet::Rows() const { return Range(ref_, 1, 1, kMaxRow, kMaxColumn); }
+Range Worksheet::Column(int column) const { return Range(ref_, 1, column, kMaxRow, column); }
+Range Worksheet::Row(int row) const { return Range(ref_, row, 1, row, kMaxColumn); }
+
+std::optional<Range> Worksheet::UsedRange() const {
+  return Call("Worksheet.UsedRange", [&]() -> std::optional<Range> {
+    auto cursor = ref_->sheet->createCursor();
+    Reference<css::sheet::XUsedAreaCursor> used(cursor, uno::UNO_QUERY_THROW);
+    used->gotoStartOfUsedArea(false);
+    used->gotoEndOfUsedArea(true);
+    Reference<css::sheet::XCellRangeAddressable> a(cursor, uno::UNO_QUERY_THROW);
+    auto ad = a->getRangeAddress();
+    if (ad.StartRow == ad.EndRow && ad.StartColumn == ad.EndColumn) {
+      auto cell = ref_->sheet->getCellByPosition(ad.StartColumn, ad.StartRow);
+      if (cell->getType() == css::table::CellContentType_EMPTY) return std::nullopt;
+    }
+    return Range(ref_, ad.StartRow + 1, ad.StartColumn + 1, ad.EndRow + 1, ad.EndColumn + 1);
+  });
+}
+
+Shapes Worksheet::GetShapes() const { return Shapes(ref_); }
+PageSetup Worksheet::GetPageSetup() const { return PageSetup(ref_); }
+PageBreaks Worksheet::HPageBreaks() const { return PageBreaks(ref_, true); }
+PageBreaks Worksheet::VPageBreaks() const { return PageBreaks(ref_, false); }
+
+bool Worksheet::DisplayPageBreaks() const {
+  return Call("Worksheet.DisplayPageBreaks", [&] {
+    Reference<css::frame::XModel> model(ref_->document, uno::UNO_QUERY_THROW);
+    Reference<css::beans::XPropertySet> view(model->getCurrentController(), uno::UNO_QUERY_THROW);
+    return GetProp<bool>(view, "ShowPageBreaks");
+  });
+}
+
+void Worksheet::SetDisplayPageBreaks(bool on) {
+  Call("Worksheet.DisplayPageBreaks", [&] {
+    Reference<css::frame::XModel> model(ref_->document, uno::UNO_QUERY_THROW);
+    Reference<css::beans::XPropertySet> view(model->getCurrentController(), uno::UNO_QUERY_THROW);
+    SetProp(view, "ShowPageBreaks", on);
+  });
+}
+
+Workbook Worksheet::Parent() const {
+  return Workbook(std::make_shared<WorkbookImpl>(WorkbookImpl{ref_->session, ref_->document}));
+}
+
+bool Worksheet::SameAs(const Worksheet& other) const {
+  return ref_->sheet == other.ref_->sheet;
+}
+
+namespace {
+
+// Hears the document's cell changes and passes those of one sheet on.
+class SheetChanges : public cppu::WeakImplHelper1<css::util::XChangesListener> {
+ public:
+  SheetChanges(std::shared_ptr<SheetRef> sheet, std::function<void(const Range&)> f)
+      : sheet_(std::move(sheet)), f_(std::move(f)) {}
+
+  void SAL_CALL changesOccurred(const css::util::ChangesEvent& event) override {
+    if (!sheet_->session->enableEvents) return;
+    int index = sheet_->Index();
+    for (const auto& change : event.Changes) {
+      OUString accessor;
+      change.Accessor >>= accessor;
+      if (accessor != "cell-change") continue;
+      std::vector<css::table::CellRangeAddress> addresses;
+      Reference<css::sheet::XSheetCellRangeContainer> many(change.ReplacedElement, uno::UNO_QUERY);
+      if (!many.is()) many.set(change.Element, uno::UNO_QUERY);
+      Reference<css::sheet::XCellRangeAddressable> one(change.ReplacedElement, uno::UNO_QUERY);
+      if (!one.is()) one.set(change.Element, uno::UNO_QUERY);
+      if (many.is()) {
+        for (const auto& a : many->getRangeAddresses()) addresses.push_back(a);
+      } else if (one.is()) {
+        addresses.push_back(one->getRangeAddress());
+      }
+      for (const auto& a : addresses) {
+        if (a.Sheet != index) continue;
+        if (!sheet_->session->enableEvents) return;
+        try {
+          f_(Range(sheet_, a.StartRow + 1, a.StartColumn + 1, a.EndRow + 1, a.EndColumn + 1));
+        } catch (...) {
+          // The handler reports its own failures; the office must go on.
+        }
+      }
+    }
+  }
+  void SAL_CALL disposing(const css::lang::EventObject&) override {}
+
+ private:
+  std::shared_ptr<SheetRef> sheet_;
+  std::function<void(const Range&)> f_;
+};
+
+}  // namespace
+
+Subscription Worksheet::OnChange(std::function<void(const Range&)> handler) {
+  return Call("Worksheet.Change", [&] {
+    Reference<css::util::XChangesNotifier> n(ref_->document, uno::UNO_QUERY_THROW);
+    Reference<css::util::XChangesListener> l(new SheetChanges(ref_, std::move(handler)));
+    n->addChangesListener(l);
+    return Subscription([n, l] { n->removeChangesListener(l); });
+  });
+}
+
+}  // namespace nivarel::host

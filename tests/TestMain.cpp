@@ -1,0 +1,3 @@
+#include "OfficeTest.h"
+
+int main(int argc, char** argv) { return nivarel::testing::RunTests(argc, argv); }
