@@ -136,10 +136,10 @@ Selection Application::GetSelection() const {
     if (many.is()) {
       for (sal_Int32 i = 0; i < many->getCount(); ++i) {
         Reference<css::drawing::XShape> s(many->getByIndex(i), uno::UNO_QUERY);
-        if (s.is()) shapes.emplace_back(std::make_shared<ShapeImpl>(ShapeImpl{sheet, s}));
+        if (s.is()) shapes.emplace_back(ShapeFor(sheet, s));
       }
     } else if (one.is()) {
-      shapes.emplace_back(std::make_shared<ShapeImpl>(ShapeImpl{sheet, one}));
+      shapes.emplace_back(ShapeFor(sheet, one));
     }
     if (!shapes.empty()) result.shapes = ShapeRange(sheet, std::move(shapes));
     return result;

@@ -2,6 +2,8 @@
 
 #include <com/sun/star/awt/Point.hpp>
 #include <com/sun/star/drawing/ConnectorType.hpp>
+#include <com/sun/star/drawing/XConnectableShape.hpp>
+#include <com/sun/star/drawing/XConnectorShape.hpp>
 
 #include "MsoConstants.h"
 #include "Shape.h"
@@ -26,7 +28,7 @@ std::optional<Shape> Connected(const ShapeImpl& connector, bool begin) {
   return Call("ConnectorFormat", [&]() -> std::optional<Shape> {
     Reference<css::drawing::XShape> s(connector.Props()->getPropertyValue(OUString::createFromAscii(begin ? "StartShape" : "EndShape")), uno::UNO_QUERY);
     if (!s.is()) return std::nullopt;
-    return Shape(std::make_shared<ShapeImpl>(ShapeImpl{connector.sheet, s}));
+    return Shape(ShapeFor(connector.sheet, s));
   });
 }
 
@@ -36,20 +38,10 @@ int Site(const ShapeImpl& connector, bool begin) {
     Reference<css::drawing::XShape> s(ps->getPropertyValue(OUString::createFromAscii(begin ? "StartShape" : "EndShape")), uno::UNO_QUERY);
     if (!s.is()) return 0;
     sal_Int32 g = GetProp<sal_Int32>(ps, begin ? "StartGluePointIndex" : "EndGluePointIndex");
-    Shape glued(std::make_shared<ShapeImpl>(ShapeImpl{connector.sheet, s}));
+    Shape glued(ShapeFor(connector.sheet, s));
     for (int site = 1, n = glued.ConnectionSiteCount(); site <= n; ++site)
       if (SiteGluePoint(*glued.Impl(), site) == g) return site;
     return 0;
-  });
-}
-
-void Disconnect(const ShapeImpl& connector, bool begin) {
-  Call("ConnectorFormat", [&] {
-    auto ps = connector.Props();
-    const char* pos = begin ? "StartPosition" : "EndPosition";
-    auto p = GetProp<css::awt::Point>(ps, pos);
-    ps->setPropertyValue(OUString::createFromAscii(begin ? "StartShape" : "EndShape"), uno::Any(Reference<css::drawing::XShape>()));
-    SetProp(ps, pos, p);
   });
 }
 
@@ -64,8 +56,6 @@ std::pair<double, double> EndPointOf(const ShapeImpl& connector, bool begin) {
 
 void ConnectorFormat::BeginConnect(const Shape& shape, int site) { Connect(*connector_, shape, site, true); }
 void ConnectorFormat::EndConnect(const Shape& shape, int site) { Connect(*connector_, shape, site, false); }
-void ConnectorFormat::BeginDisconnect() { Disconnect(*connector_, true); }
-void ConnectorFormat::EndDisconnect() { Disconnect(*connector_, false); }
 bool ConnectorFormat::BeginConnected() const { return Connected(*connector_, true).has_value(); }
 bool ConnectorFormat::EndConnected() const { return Connected(*connector_, false).has_value(); }
 std::optional<Shape> ConnectorFormat::BeginConnectedShape() const { return Connected(*connector_, true); }

@@ -16,8 +16,6 @@ class ConnectorFormat {
   // Glue an end to a site of a shape; a site outside 1..ConnectionSiteCount raises HostError.
   void BeginConnect(const Shape& shape, int site);
   void EndConnect(const Shape& shape, int site);
-  void BeginDisconnect();
-  void EndDisconnect();
 
   bool BeginConnected() const;
   bool EndConnected() const;

@@ -20,7 +20,10 @@ ProtocolHandler::ProtocolHandler(const Reference<uno::XComponentContext>& contex
 
 OUString ProtocolHandler::ImplementationName() { return "org.nivarel.addin.ProtocolHandler"; }
 
-uno::Sequence<OUString> ProtocolHandler::ServiceNames() { return {"com.sun.star.frame.ProtocolHandler"}; }
+uno::Sequence<OUString> ProtocolHandler::ServiceNames() {
+  OUString name("com.sun.star.frame.ProtocolHandler");
+  return uno::Sequence<OUString>(&name, 1);
+}
 
 bool ProtocolHandler::IsCommand(const OUString& url) {
   OUString controlId;

@@ -28,6 +28,34 @@
 
 namespace nivarel::host {
 
+static void* KeyOf(const Reference<css::drawing::XShape>& shape) {
+  return Reference<uno::XInterface>(shape, uno::UNO_QUERY).get();
+}
+
+std::shared_ptr<ShapeImpl> ShapeFor(const std::shared_ptr<SheetRef>& sheet, const Reference<css::drawing::XShape>& shape) {
+  auto& session = *sheet->session;
+  std::lock_guard<std::mutex> lock(session.shapesMutex);
+  void* key = KeyOf(shape);
+  auto it = session.shapes.find(key);
+  if (it != session.shapes.end())
+    if (auto impl = it->second.lock()) return impl;
+  if (session.shapes.size() > 256) {
+    for (auto i = session.shapes.begin(); i != session.shapes.end();)
+      i = i->second.expired() ? session.shapes.erase(i) : std::next(i);
+  }
+  auto impl = std::make_shared<ShapeImpl>(ShapeImpl{sheet, shape});
+  session.shapes[key] = impl;
+  return impl;
+}
+
+void Rebind(const std::shared_ptr<ShapeImpl>& impl, const Reference<css::drawing::XShape>& shape) {
+  auto& session = *impl->sheet->session;
+  std::lock_guard<std::mutex> lock(session.shapesMutex);
+  session.shapes.erase(KeyOf(impl->shape));
+  impl->shape = shape;
+  session.shapes[KeyOf(shape)] = impl;
+}
+
 Reference<css::beans::XPropertySet> ShapeImpl::Props() const {
   return Reference<css::beans::XPropertySet>(shape, uno::UNO_QUERY_THROW);
 }
@@ -363,7 +391,7 @@ std::vector<Shape> Shape::GroupItems() const {
     std::vector<Shape> items;
     for (sal_Int32 i = 0; i < group->getCount(); ++i) {
       Reference<css::drawing::XShape> s(group->getByIndex(i), uno::UNO_QUERY);
-      if (s.is()) items.emplace_back(std::make_shared<ShapeImpl>(ShapeImpl{impl_->sheet, s}));
+      if (s.is()) items.emplace_back(ShapeFor(impl_->sheet, s));
     }
     return items;
   });
@@ -371,10 +399,22 @@ std::vector<Shape> Shape::GroupItems() const {
 
 std::vector<Shape> Shape::Ungroup() {
   std::vector<Shape> items = GroupItems();
+  std::vector<std::string> names;
+  for (const auto& s : items) names.push_back(s.Name());
   Call("Shape.Ungroup", [&] {
     Reference<css::drawing::XShapeGrouper> grouper(impl_->sheet->Page(), uno::UNO_QUERY_THROW);
     Reference<css::drawing::XShapeGroup> group(impl_->shape, uno::UNO_QUERY_THROW);
     grouper->ungroup(group);
+    // The members come back as new office objects: find them by name.
+    auto page = impl_->sheet->Page();
+    for (sal_Int32 i = 0; i < page->getCount(); ++i) {
+      Reference<css::drawing::XShape> m(page->getByIndex(i), uno::UNO_QUERY);
+      Reference<css::beans::XPropertySet> mp(m, uno::UNO_QUERY);
+      if (!mp.is()) continue;
+      std::string name = ToUtf8(GetProp<OUString>(mp, "Name"));
+      for (size_t k = 0; k < names.size(); ++k)
+        if (names[k] == name) Rebind(items[k].Impl(), m);
+    }
   });
   return items;
 }

@@ -19,14 +19,30 @@ Shape ShapeRange::Group() {
   if (shapes_.size() < 2) throw HostError(HostError::kOfficeFailure, "This member can only be accessed for a group of two or more shapes");
   return Call("ShapeRange.Group", [&] {
     auto collection = css::drawing::ShapeCollection::create(sheet_->session->context);
-    for (const auto& s : shapes_) collection->add(s.Impl()->shape);
+    std::vector<std::string> names;
+    for (const auto& s : shapes_) {
+      collection->add(s.Impl()->shape);
+      names.push_back(s.Name());
+    }
     Reference<css::drawing::XShapeGrouper> grouper(sheet_->Page(), uno::UNO_QUERY_THROW);
     std::string name = FreshShapeName(*sheet_, "Group");
     Reference<css::drawing::XShape> group(grouper->group(Reference<css::drawing::XShapes>(collection, uno::UNO_QUERY_THROW)),
                                           uno::UNO_QUERY_THROW);
     Reference<css::beans::XPropertySet> ps(group, uno::UNO_QUERY_THROW);
     SetProp(ps, "Name", ToOu(name));
-    return Shape(std::make_shared<ShapeImpl>(ShapeImpl{sheet_, group}));
+    // Grouping gives the members new office objects: point the handles the
+    // logic holds at them, found by their unique names.
+    Reference<css::drawing::XShapes> members(group, uno::UNO_QUERY_THROW);
+    for (size_t k = 0; k < shapes_.size(); ++k) {
+      auto& s = shapes_[k];
+      const std::string& wanted = names[k];
+      for (sal_Int32 i = 0; i < members->getCount(); ++i) {
+        Reference<css::drawing::XShape> m(members->getByIndex(i), uno::UNO_QUERY);
+        Reference<css::beans::XPropertySet> mp(m, uno::UNO_QUERY);
+        if (mp.is() && ToUtf8(GetProp<OUString>(mp, "Name")) == wanted) Rebind(s.Impl(), m);
+      }
+    }
+    return Shape(ShapeFor(sheet_, group));
   });
 }
 

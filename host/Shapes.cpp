@@ -92,7 +92,7 @@ Shape Shapes::Item(int index) const {
     if (index < 1 || index > page->getCount())
       throw HostError(HostError::kInvalidArgument, "The index into the specified collection is out of bounds.");
     Reference<css::drawing::XShape> s(page->getByIndex(index - 1), uno::UNO_QUERY_THROW);
-    return Shape(std::make_shared<ShapeImpl>(ShapeImpl{sheet_, s}));
+    return Shape(ShapeFor(sheet_, s));
   });
 }
 
@@ -101,7 +101,7 @@ Shape Shapes::Item(const std::string& name) const {
     std::vector<Reference<css::drawing::XShape>> all;
     CollectShapes(Reference<css::drawing::XShapes>(sheet_->Page(), uno::UNO_QUERY_THROW), all);
     for (const auto& s : all)
-      if (NameOf(s) == name) return Shape(std::make_shared<ShapeImpl>(ShapeImpl{sheet_, s}));
+      if (NameOf(s) == name) return Shape(ShapeFor(sheet_, s));
     throw HostError(HostError::kNotFound, "The item with the specified name wasn't found.");
   });
 }
@@ -133,7 +133,7 @@ Shape Shapes::AddShape(int autoShapeType, double left, double top, double width,
         points->insert(uno::Any(g));
       }
     }
-    return Shape(std::make_shared<ShapeImpl>(ShapeImpl{sheet_, s}));
+    return Shape(ShapeFor(sheet_, s));
   });
 }
 
@@ -147,7 +147,7 @@ Shape Shapes::AddConnector(int connectorType, double beginX, double beginY, doub
     SetProp(ps, "EdgeKind", kind);
     SetProp(ps, "StartPosition", css::awt::Point(PtToHmm(beginX), PtToHmm(beginY)));
     SetProp(ps, "EndPosition", css::awt::Point(PtToHmm(endX), PtToHmm(endY)));
-    return Shape(std::make_shared<ShapeImpl>(ShapeImpl{sheet_, s}));
+    return Shape(ShapeFor(sheet_, s));
   });
 }
 
@@ -160,7 +160,7 @@ Shape Shapes::AddLine(double beginX, double beginY, double endX, double endY) {
     css::drawing::PointSequenceSequence poly(1);
     poly.getArray()[0] = uno::Sequence<css::awt::Point>(ends, 2);
     SetProp(ps, "PolyPolygon", poly);
-    return Shape(std::make_shared<ShapeImpl>(ShapeImpl{sheet_, s}));
+    return Shape(ShapeFor(sheet_, s));
   });
 }
 
@@ -174,7 +174,7 @@ Shape Shapes::AddTextbox(int orientation, double left, double top, double width,
     SetProp(ps, "FillStyle", css::drawing::FillStyle_SOLID);
     SetProp(ps, "FillColor", static_cast<sal_Int32>(0xFFFFFF));
     SetProp(ps, "LineStyle", css::drawing::LineStyle_SOLID);
-    return Shape(std::make_shared<ShapeImpl>(ShapeImpl{sheet_, s}));
+    return Shape(ShapeFor(sheet_, s));
   });
   if (orientation != msoTextOrientationHorizontal) shape.GetTextFrame().SetOrientation(orientation);
   return shape;

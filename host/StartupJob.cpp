@@ -28,7 +28,10 @@ StartupJob::StartupJob(const Reference<uno::XComponentContext>& context) : conte
 
 OUString StartupJob::ImplementationName() { return "org.nivarel.addin.StartupJob"; }
 
-uno::Sequence<OUString> StartupJob::ServiceNames() { return {"com.sun.star.task.Job"}; }
+uno::Sequence<OUString> StartupJob::ServiceNames() {
+  OUString name("com.sun.star.task.Job");
+  return uno::Sequence<OUString>(&name, 1);
+}
 
 uno::Any StartupJob::execute(const uno::Sequence<css::beans::NamedValue>&) {
   if (connected.exchange(true)) return {};

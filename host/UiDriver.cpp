@@ -6,6 +6,9 @@
 #include <com/sun/star/ui/test/XUIObject.hpp>
 #include <com/sun/star/ui/test/XUITest.hpp>
 
+#include <com/sun/star/frame/XController.hpp>
+#include <com/sun/star/sheet/XSpreadsheetView.hpp>
+
 #include "Uno.h"
 
 namespace nivarel::host {
@@ -44,7 +47,8 @@ UiDriver::UiDriver(const Application& app) : state_(std::make_shared<State>()) {
 void UiDriver::SelectCell(const std::string& address) {
   Call("UiDriver.SelectCell", [&] {
     auto grid = state_->ui->getTopFocusWindow()->getChild("grid_window");
-    grid->executeAction("SELECT", Args({{"RANGE", address}}));
+    bool single = address.find(':') == std::string::npos;
+    grid->executeAction("SELECT", Args({{single ? "CELL" : "RANGE", address}}));
   });
 }
 

@@ -3,6 +3,8 @@
 #pragma once
 
 #include <functional>
+#include <map>
+#include <mutex>
 #include <memory>
 #include <string>
 #include <vector>
@@ -44,6 +46,10 @@ struct HostSession {
   bool screenUpdating = true;
   Reference<css::frame::XModel> lockedModel;
   int objectModelVersion = 12;
+  // One handle state per office shape, so that every handle the logic holds
+  // follows the shape when the office replaces its object (grouping).
+  std::mutex shapesMutex;
+  std::map<void*, std::weak_ptr<struct ShapeImpl>> shapes;
 };
 
 // One sheet of one document.
@@ -66,6 +72,11 @@ struct ShapeImpl {
   Reference<css::drawing::XShape> shape;
   Reference<css::beans::XPropertySet> Props() const;
 };
+
+// The handle state of an office shape, shared by all handles to it.
+std::shared_ptr<ShapeImpl> ShapeFor(const std::shared_ptr<SheetRef>& sheet, const Reference<css::drawing::XShape>& shape);
+// Points a handle state at the office's new object for the same shape.
+void Rebind(const std::shared_ptr<ShapeImpl>& impl, const Reference<css::drawing::XShape>& shape);
 
 // A property set that formats read and write: cells, a text run, a page style.
 struct PropsRef {

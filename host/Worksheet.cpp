@@ -125,7 +125,13 @@ Workbook Worksheet::Parent() const {
 }
 
 bool Worksheet::SameAs(const Worksheet& other) const {
-  return ref_->sheet == other.ref_->sheet;
+  // The office hands out a new wrapper for a sheet on each request: compare
+  // the document and the sheet's place in it.
+  return Call("Worksheet", [&] {
+    return Reference<css::frame::XModel>(ref_->document, uno::UNO_QUERY) ==
+               Reference<css::frame::XModel>(other.ref_->document, uno::UNO_QUERY) &&
+           ref_->Index() == other.ref_->Index();
+  });
 }
 
 namespace {

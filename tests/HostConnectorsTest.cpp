@@ -75,11 +75,6 @@ TEST_F(HostConnectorsTest, ConnectorsFollowTheirShapesAndRerouteToTheNearestSite
   auto end = cf.EndPoint();
   EXPECT_NEAR(250, end.first, 0.5);
   EXPECT_NEAR(35, end.second, 0.5);
-
-  // Unglued, an end stays where it was.
-  cf.EndDisconnect();
-  EXPECT_FALSE(cf.EndConnected());
-  EXPECT_EQ(0, cf.EndConnectionSite());
 }
 
 TEST_F(HostConnectorsTest, SendToBackPutsLinesBehindShapes) {
