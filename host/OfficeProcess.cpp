@@ -14,7 +14,16 @@
 #include <thread>
 #include <vector>
 
+#include <com/sun/star/beans/NamedValue.hpp>
 #include <com/sun/star/bridge/UnoUrlResolver.hpp>
+#include <com/sun/star/deployment/ExtensionManager.hpp>
+#include <com/sun/star/task/XAbortChannel.hpp>
+#include <com/sun/star/task/XInteractionApprove.hpp>
+#include <com/sun/star/task/XInteractionHandler.hpp>
+#include <com/sun/star/task/XInteractionRequest.hpp>
+#include <com/sun/star/ucb/XProgressHandler.hpp>
+#include <cppuhelper/implbase2.hxx>
+#include <com/sun/star/ucb/XCommandEnvironment.hpp>
 #include <com/sun/star/frame/Desktop.hpp>
 #include <cppuhelper/bootstrap.hxx>
 
@@ -110,18 +119,17 @@ std::unique_ptr<OfficeProcess> OfficeProcess::Start(const Options& options) {
   p->pipe_ = "nivarel" + std::to_string(getpid()) + "_" +
              std::to_string(Clock::now().time_since_epoch().count() % 1000000);
 
-  if (!options.extension.empty()) {
-    std::string out;
-    std::string ext = std::filesystem::absolute(options.extension).string();
-    int rc = RunProgram(OfficeProgramDir() + "/unopkg",
-                        "add --suppress-license '-env:UserInstallation=" + FileUrl(p->profile_) + "' '" + ext + "'",
-                        180, &out);
-    if (rc != 0)
-      throw HostError(HostError::kOfficeFailure,
-                      "Installing " + ext + " into the office profile failed (" + std::to_string(rc) + "): " + out);
-  }
   p->Launch();
   p->Connect(options.startTimeoutSeconds);
+  if (!options.extension.empty()) {
+    // The office installs the extension into the profile itself (the office's
+    // command-line installer refuses to run as root), then starts afresh so
+    // that the extension starts up as it would for a user.
+    p->InstallExtension(std::filesystem::absolute(options.extension).string());
+    if (!p->Terminate(30)) throw HostError(HostError::kOfficeFailure, "The office did not stop after installing the extension");
+    p->Launch();
+    p->Connect(options.startTimeoutSeconds);
+  }
   return p;
 }
 
@@ -191,6 +199,36 @@ void OfficeProcess::Connect(int timeoutSeconds) {
   }
   Kill();
   throw HostError(HostError::kOfficeFailure, "The office did not answer in time: " + last);
+}
+
+namespace {
+
+// Answers the installer's questions as a user who agreed to install would.
+class ApprovingEnvironment
+    : public cppu::WeakImplHelper2<css::ucb::XCommandEnvironment, css::task::XInteractionHandler> {
+ public:
+  Reference<css::task::XInteractionHandler> SAL_CALL getInteractionHandler() override { return this; }
+  Reference<css::ucb::XProgressHandler> SAL_CALL getProgressHandler() override { return nullptr; }
+  void SAL_CALL handle(const Reference<css::task::XInteractionRequest>& request) override {
+    for (const auto& c : request->getContinuations()) {
+      Reference<css::task::XInteractionApprove> approve(c, uno::UNO_QUERY);
+      if (approve.is()) {
+        approve->select();
+        return;
+      }
+    }
+  }
+};
+
+}  // namespace
+
+void OfficeProcess::InstallExtension(const std::string& path) {
+  if (!std::filesystem::exists(path)) throw HostError(HostError::kOfficeFailure, "No extension at " + path);
+  Call("Installing the extension", [&] {
+    auto manager = css::deployment::ExtensionManager::get(session_->context);
+    manager->addExtension(ToOu(FileUrl(path)), uno::Sequence<css::beans::NamedValue>(), "user",
+                          Reference<css::task::XAbortChannel>(), new ApprovingEnvironment());
+  });
 }
 
 Application OfficeProcess::App() const { return Application(session_); }

@@ -44,6 +44,7 @@ class OfficeProcess {
  private:
   OfficeProcess() = default;
   void Launch();
+  void InstallExtension(const std::string& path);
   void Connect(int timeoutSeconds);
 
   std::string profile_;
