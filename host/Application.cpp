@@ -35,10 +35,9 @@ Reference<css::sheet::XSpreadsheetDocument> CurrentDocument(const HostSession& s
 }  // namespace
 
 Application::Application(std::shared_ptr<HostSession> session) : session_(std::move(session)) {
-  if (const char* v = std::getenv("NIVAREL_OBJECT_MODEL")) {
-    int major = std::atoi(v);
-    if (major > 0) session_->objectModelVersion = major;
-  }
+  const char* v = std::getenv("NIVAREL_OBJECT_MODEL");
+  int major = v ? std::atoi(v) : 0;
+  session_->objectModelVersion = major > 0 ? major : 12;
 }
 
 std::string Application::Version() const { return std::to_string(session_->objectModelVersion) + ".0"; }

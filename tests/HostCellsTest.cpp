@@ -86,6 +86,22 @@ TEST_F(HostCellsTest, ApplicationAnswersForTheCurrentObjects) {
   EXPECT_TRUE(app.ScreenUpdating());
 }
 
+TEST_F(HostCellsTest, TheRoadBelowVersion12IsReachedThroughOneSwitch) {
+  Shape s = sheet_->GetShapes().AddShape(msoShapeFlowchartProcess, 10, 10, 50, 20);
+  setenv("NIVAREL_OBJECT_MODEL", "11", 1);
+  Application old(App().Session());
+  unsetenv("NIVAREL_OBJECT_MODEL");
+  EXPECT_EQ("11.0", old.Version());
+  EXPECT_THROW(s.GetTextFrame2(), HostError);
+  EXPECT_THROW(s.SetShapeStyle(5), HostError);
+  s.GetTextFrame().SetAutoSize(true);  // the older text frame stays
+
+  Application current(App().Session());
+  EXPECT_EQ("12.0", current.Version());
+  s.GetTextFrame2().SetWordWrap(msoFalse);
+  EXPECT_EQ(msoFalse, s.GetTextFrame2().WordWrap());
+}
+
 TEST_F(HostCellsTest, PageSetupInTheLogicsCodes) {
   PageSetup page = sheet_->GetPageSetup();
   page.SetPaperSize(PageSetup::kPaperA3);
