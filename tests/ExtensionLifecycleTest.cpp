@@ -1,0 +1,105 @@
+// The installed extension inside a real headless office: the add-in connects
+// once when the office starts, disconnects once when it terminates, and its
+// command URLs reach its handler.
+#include <stdlib.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <thread>
+
+#include <gtest/gtest.h>
+
+#include "AddinProbe.h"
+#include "OfficeProcess.h"
+#include "dsrConnect.h"
+
+using namespace nivarel::host;
+
+namespace {
+
+std::string ReadFile(const std::string& path) {
+  std::ifstream in(path);
+  std::stringstream text;
+  text << in.rdbuf();
+  return text.str();
+}
+
+// Waits until the file has some text, for at most the given time.
+std::string WaitForText(const std::string& path, int seconds) {
+  auto end = std::chrono::steady_clock::now() + std::chrono::seconds(seconds);
+  std::string text = ReadFile(path);
+  while (text.empty() && std::chrono::steady_clock::now() < end) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    text = ReadFile(path);
+  }
+  return text;
+}
+
+std::unique_ptr<OfficeProcess> StartWithExtension() {
+  OfficeProcess::Options options;
+  options.extension = NIVAREL_OXT;
+  return OfficeProcess::Start(options);
+}
+
+// The office inherits the lifecycle log's name from this process.
+class LifecycleLog {
+ public:
+  LifecycleLog()
+      : path_((std::filesystem::temp_directory_path() / ("nivarel-lifecycle-" + std::to_string(getpid()) + ".log"))
+                  .string()) {
+    std::filesystem::remove(path_);
+    setenv("NIVAREL_LIFECYCLE_LOG", path_.c_str(), 1);
+  }
+  ~LifecycleLog() {
+    unsetenv("NIVAREL_LIFECYCLE_LOG");
+    std::filesystem::remove(path_);
+  }
+  const std::string& Path() const { return path_; }
+
+ private:
+  std::string path_;
+};
+
+TEST(ConnectionVersion, TakesTheWholePartOfTheLeadingNumber) {
+  EXPECT_EQ(dsrConnect::MajorVersion("12.0"), 12);
+  EXPECT_EQ(dsrConnect::MajorVersion("11.0"), 11);
+  EXPECT_EQ(dsrConnect::MajorVersion("9.0"), 9);
+  EXPECT_EQ(dsrConnect::MajorVersion("14.5 beta"), 14);
+  EXPECT_EQ(dsrConnect::MajorVersion("beta"), 0);
+  EXPECT_EQ(dsrConnect::MajorVersion(""), 0);
+}
+
+TEST(ExtensionLifecycle, ConnectsOnceAtStartAndDisconnectsOnceAtTermination) {
+  LifecycleLog log;
+  auto office = StartWithExtension();
+
+  EXPECT_EQ(WaitForText(log.Path(), 30), "connect\n");
+
+  // The start-up event again, as a second start in the same process: no new connection.
+  FireJobEvent(office->App(), "OnStartApp");
+  EXPECT_EQ(ReadFile(log.Path()), "connect\n");
+
+  ASSERT_TRUE(office->Terminate());
+  EXPECT_EQ(ReadFile(log.Path()), "connect\ndisconnect\n");
+}
+
+TEST(ExtensionCommands, ControlIdsReachTheHandler) {
+  auto office = StartWithExtension();
+  Application app = office->App();
+
+  EXPECT_TRUE(CanDispatch(app, "vnd.nivarel:rxNivarelStartFlowcharting"));
+  EXPECT_TRUE(CanDispatch(app, "vnd.nivarel:rxNivarelCreateTemplate"));
+  // Only control ids are commands.
+  EXPECT_FALSE(CanDispatch(app, "vnd.nivarel:StartFlowcharting"));
+  EXPECT_FALSE(CanDispatch(app, "vnd.nivarel:rxNivarel"));
+
+  // A spreadsheet's frame finds the handler too.
+  app.GetWorkbooks().Add();
+  EXPECT_TRUE(CanDispatch(app, "vnd.nivarel:rxNivarelStopFlowcharting"));
+}
+
+}  // namespace
