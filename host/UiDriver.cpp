@@ -33,6 +33,13 @@ uno::Sequence<css::beans::PropertyValue> Args(std::initializer_list<std::pair<co
   return seq;
 }
 
+// The window with the focus; the office may have none (no document open).
+Reference<test::XUIObject> Top(const Reference<test::XUITest>& ui) {
+  auto top = ui->getTopFocusWindow();
+  if (!top.is()) throw HostError(HostError::kOfficeFailure, "No office window has the focus");
+  return top;
+}
+
 }  // namespace
 
 UiDriver::UiDriver(const Application& app) : state_(std::make_shared<State>()) {
@@ -46,7 +53,7 @@ UiDriver::UiDriver(const Application& app) : state_(std::make_shared<State>()) {
 
 void UiDriver::SelectCell(const std::string& address) {
   Call("UiDriver.SelectCell", [&] {
-    auto grid = state_->ui->getTopFocusWindow()->getChild("grid_window");
+    auto grid = Top(state_->ui)->getChild("grid_window");
     bool single = address.find(':') == std::string::npos;
     grid->executeAction("SELECT", Args({{single ? "CELL" : "RANGE", address}}));
   });
@@ -54,14 +61,14 @@ void UiDriver::SelectCell(const std::string& address) {
 
 void UiDriver::Type(const std::string& text) {
   Call("UiDriver.Type", [&] {
-    auto grid = state_->ui->getTopFocusWindow()->getChild("grid_window");
+    auto grid = Top(state_->ui)->getChild("grid_window");
     grid->executeAction("TYPE", Args({{"TEXT", text}}));
   });
 }
 
 void UiDriver::PressKey(const std::string& key) {
   Call("UiDriver.PressKey", [&] {
-    auto top = state_->ui->getTopFocusWindow();
+    auto top = Top(state_->ui);
     Reference<test::XUIObject> target = top;
     try {
       target = top->getChild("grid_window");
@@ -89,7 +96,7 @@ void UiDriver::RunCommand(const std::string& command, bool opensDialog) {
 
 std::string UiDriver::FocusWindowId() const {
   return Call("UiDriver.FocusWindow", [&] {
-    auto top = state_->ui->getTopFocusWindow();
+    auto top = Top(state_->ui);
     auto state = top->getState();
     for (const auto& p : state)
       if (p.Name == "ID") {
@@ -103,13 +110,13 @@ std::string UiDriver::FocusWindowId() const {
 
 void UiDriver::ClickButton(const std::string& id) {
   Call("UiDriver.ClickButton", [&] {
-    state_->ui->getTopFocusWindow()->getChild(ToOu(id))->executeAction("CLICK", {});
+    Top(state_->ui)->getChild(ToOu(id))->executeAction("CLICK", {});
   });
 }
 
 std::string UiDriver::ControlText(const std::string& id) const {
   return Call("UiDriver.ControlText", [&] {
-    auto state = state_->ui->getTopFocusWindow()->getChild(ToOu(id))->getState();
+    auto state = Top(state_->ui)->getChild(ToOu(id))->getState();
     for (const auto& p : state)
       if (p.Name == "Text" || p.Name == "Label") {
         OUString t;
@@ -122,14 +129,14 @@ std::string UiDriver::ControlText(const std::string& id) const {
 
 void UiDriver::TypeInto(const std::string& id, const std::string& text) {
   Call("UiDriver.TypeInto", [&] {
-    state_->ui->getTopFocusWindow()->getChild(ToOu(id))->executeAction("TYPE", Args({{"TEXT", text}}));
+    Top(state_->ui)->getChild(ToOu(id))->executeAction("TYPE", Args({{"TEXT", text}}));
   });
 }
 
 std::vector<std::string> UiDriver::Children() const {
   return Call("UiDriver.Children", [&] {
     std::vector<std::string> out;
-    for (const auto& c : state_->ui->getTopFocusWindow()->getChildren()) out.push_back(ToUtf8(c));
+    for (const auto& c : Top(state_->ui)->getChildren()) out.push_back(ToUtf8(c));
     return out;
   });
 }
