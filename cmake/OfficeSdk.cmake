@@ -25,9 +25,14 @@ if(NOT EXISTS "${_stamp}")
   file(WRITE "${_stamp}" "")
 endif()
 
+# office::runtime links the office's runtime libraries; office::uno adds the
+# API headers, for the host layer only.
+add_library(office::runtime INTERFACE IMPORTED)
+target_link_directories(office::runtime INTERFACE "${OFFICE_SDK}/lib")
+target_link_libraries(office::runtime INTERFACE uno_cppuhelpergcc3 uno_cppu uno_salhelpergcc3 uno_sal)
+target_link_options(office::runtime INTERFACE "-Wl,-rpath,${OFFICE_PROGRAM}")
+
 add_library(office::uno INTERFACE IMPORTED)
 target_include_directories(office::uno INTERFACE "${OFFICE_API_INCLUDE}" "${OFFICE_SDK}/include")
 target_compile_definitions(office::uno INTERFACE LINUX UNX CPPU_ENV=gcc3)
-target_link_directories(office::uno INTERFACE "${OFFICE_SDK}/lib")
-target_link_libraries(office::uno INTERFACE uno_cppuhelpergcc3 uno_cppu uno_salhelpergcc3 uno_sal)
-target_link_options(office::uno INTERFACE "-Wl,-rpath,${OFFICE_PROGRAM}")
+target_link_libraries(office::uno INTERFACE office::runtime)

@@ -34,6 +34,7 @@ class Application {
   void SetEnableEvents(bool on);
   bool DisplayAlerts() const;
   void SetDisplayAlerts(bool on);
+  // Copies made through the layer leave no marching border to clear: nothing to do.
   void SetCutCopyMode(bool on);
 
   double InchesToPoints(double inches) const { return inches * 72.0; }

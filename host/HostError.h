@@ -12,7 +12,7 @@ class HostError : public std::runtime_error {
  public:
   // Numbers used by the layer itself; office failures keep kOfficeFailure.
   static constexpr int kOfficeFailure = 1004;
-  static constexpr int kNotFound = 1004;
+  static constexpr int kNotFound = -2147024809;  // "The item with the specified name wasn't found."
   static constexpr int kInvalidArgument = 5;
   static constexpr int kNameTaken = 70;
 

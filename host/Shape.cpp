@@ -48,12 +48,22 @@ std::shared_ptr<ShapeImpl> ShapeFor(const std::shared_ptr<SheetRef>& sheet, cons
   return impl;
 }
 
-void Rebind(const std::shared_ptr<ShapeImpl>& impl, const Reference<css::drawing::XShape>& shape) {
-  auto& session = *impl->sheet->session;
-  std::lock_guard<std::mutex> lock(session.shapesMutex);
-  session.shapes.erase(KeyOf(impl->shape));
-  impl->shape = shape;
-  session.shapes[KeyOf(shape)] = impl;
+void RebindByName(const Reference<css::drawing::XShapes>& container,
+                  const std::vector<std::shared_ptr<ShapeImpl>>& impls, const std::vector<std::string>& names) {
+  for (sal_Int32 i = 0; i < container->getCount(); ++i) {
+    Reference<css::drawing::XShape> m(container->getByIndex(i), uno::UNO_QUERY);
+    Reference<css::beans::XPropertySet> mp(m, uno::UNO_QUERY);
+    if (!mp.is()) continue;
+    std::string name = ToUtf8(GetProp<OUString>(mp, "Name"));
+    for (size_t k = 0; k < names.size(); ++k) {
+      if (names[k] != name) continue;
+      auto& session = *impls[k]->sheet->session;
+      std::lock_guard<std::mutex> lock(session.shapesMutex);
+      session.shapes.erase(KeyOf(impls[k]->shape));
+      impls[k]->shape = m;
+      session.shapes[KeyOf(m)] = impls[k];
+    }
+  }
 }
 
 Reference<css::beans::XPropertySet> ShapeImpl::Props() const {
@@ -182,8 +192,10 @@ int Shape::Type() const {
       return msoFreeform;
     if (t == "com.sun.star.drawing.ControlShape") return 8;       // form control
     if (t == "com.sun.star.drawing.OLE2Shape") return 7;          // embedded object
-    if (t == "com.sun.star.drawing.CustomShape" && AutoTypeOf(*impl_) >= 105 && AutoTypeOf(*impl_) <= 124)
-      return msoCallout;
+    if (t == "com.sun.star.drawing.CustomShape") {
+      int id = AutoTypeOf(*impl_);
+      if (id >= 105 && id <= 124) return msoCallout;
+    }
     return msoAutoShape;
   });
 }
@@ -405,16 +417,9 @@ std::vector<Shape> Shape::Ungroup() {
     Reference<css::drawing::XShapeGrouper> grouper(impl_->sheet->Page(), uno::UNO_QUERY_THROW);
     Reference<css::drawing::XShapeGroup> group(impl_->shape, uno::UNO_QUERY_THROW);
     grouper->ungroup(group);
-    // The members come back as new office objects: find them by name.
-    auto page = impl_->sheet->Page();
-    for (sal_Int32 i = 0; i < page->getCount(); ++i) {
-      Reference<css::drawing::XShape> m(page->getByIndex(i), uno::UNO_QUERY);
-      Reference<css::beans::XPropertySet> mp(m, uno::UNO_QUERY);
-      if (!mp.is()) continue;
-      std::string name = ToUtf8(GetProp<OUString>(mp, "Name"));
-      for (size_t k = 0; k < names.size(); ++k)
-        if (names[k] == name) Rebind(items[k].Impl(), m);
-    }
+    std::vector<std::shared_ptr<ShapeImpl>> impls;
+    for (const auto& item : items) impls.push_back(item.Impl());
+    RebindByName(Reference<css::drawing::XShapes>(impl_->sheet->Page(), uno::UNO_QUERY_THROW), impls, names);
   });
   return items;
 }

@@ -30,18 +30,9 @@ Shape ShapeRange::Group() {
                                           uno::UNO_QUERY_THROW);
     Reference<css::beans::XPropertySet> ps(group, uno::UNO_QUERY_THROW);
     SetProp(ps, "Name", ToOu(name));
-    // Grouping gives the members new office objects: point the handles the
-    // logic holds at them, found by their unique names.
-    Reference<css::drawing::XShapes> members(group, uno::UNO_QUERY_THROW);
-    for (size_t k = 0; k < shapes_.size(); ++k) {
-      auto& s = shapes_[k];
-      const std::string& wanted = names[k];
-      for (sal_Int32 i = 0; i < members->getCount(); ++i) {
-        Reference<css::drawing::XShape> m(members->getByIndex(i), uno::UNO_QUERY);
-        Reference<css::beans::XPropertySet> mp(m, uno::UNO_QUERY);
-        if (mp.is() && ToUtf8(GetProp<OUString>(mp, "Name")) == wanted) Rebind(s.Impl(), m);
-      }
-    }
+    std::vector<std::shared_ptr<ShapeImpl>> impls;
+    for (const auto& m : shapes_) impls.push_back(m.Impl());
+    RebindByName(Reference<css::drawing::XShapes>(group, uno::UNO_QUERY_THROW), impls, names);
     return Shape(ShapeFor(sheet_, group));
   });
 }

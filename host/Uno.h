@@ -75,8 +75,10 @@ struct ShapeImpl {
 
 // The handle state of an office shape, shared by all handles to it.
 std::shared_ptr<ShapeImpl> ShapeFor(const std::shared_ptr<SheetRef>& sheet, const Reference<css::drawing::XShape>& shape);
-// Points a handle state at the office's new object for the same shape.
-void Rebind(const std::shared_ptr<ShapeImpl>& impl, const Reference<css::drawing::XShape>& shape);
+// After grouping or ungrouping the office makes new objects for the members:
+// points each handle at the object in container that carries its old name.
+void RebindByName(const Reference<css::drawing::XShapes>& container,
+                  const std::vector<std::shared_ptr<ShapeImpl>>& impls, const std::vector<std::string>& names);
 
 // A property set that formats read and write: cells, a text run, a page style.
 struct PropsRef {
