@@ -2,7 +2,16 @@
 
 #include <cstdlib>
 
+#include <com/sun/star/awt/Toolkit.hpp>
+#include <com/sun/star/awt/XReschedule.hpp>
 #include <com/sun/star/beans/NamedValue.hpp>
+#include <com/sun/star/deployment/PackageInformationProvider.hpp>
+#include <com/sun/star/frame/XFrame.hpp>
+#include <com/sun/star/system/SystemShellExecute.hpp>
+#include <com/sun/star/system/SystemShellExecuteFlags.hpp>
+#include <com/sun/star/ui/dialogs/ExecutableDialogResults.hpp>
+#include <com/sun/star/ui/dialogs/FolderPicker.hpp>
+#include <osl/file.hxx>
 #include <com/sun/star/configuration/theDefaultProvider.hpp>
 #include <com/sun/star/container/XEnumeration.hpp>
 #include <com/sun/star/container/XEnumerationAccess.hpp>
@@ -150,5 +159,60 @@ std::optional<Range> Application::ActiveCell() const {
   if (!s.cells) return std::nullopt;
   return s.cells->Cells(1, 1);
 }
+
+}  // namespace nivarel::host
+
+namespace nivarel::host {
+
+Reference<css::awt::XWindowPeer> OfficeWindowPeer(const HostSession& s) {
+  Reference<css::frame::XFrame> frame;
+  Reference<css::frame::XModel> model(CurrentDocument(s), uno::UNO_QUERY);
+  if (model.is() && model->getCurrentController().is()) frame = model->getCurrentController()->getFrame();
+  if (!frame.is()) frame = s.desktop->getCurrentFrame();
+  if (!frame.is()) return {};
+  return Reference<css::awt::XWindowPeer>(frame->getContainerWindow(), uno::UNO_QUERY);
+}
+
+void Application::DoEvents() {
+  Call("Application.DoEvents", [&] {
+    Reference<css::awt::XReschedule> toolkit(css::awt::Toolkit::create(session_->context), uno::UNO_QUERY_THROW);
+    toolkit->reschedule();
+  });
+}
+
+std::string Application::BrowseForFolder(const std::string& title) {
+  return Call("Application.BrowseForFolder", [&] {
+    auto picker = css::ui::dialogs::FolderPicker::create(session_->context);
+    picker->setTitle(ToOu(title));
+    if (picker->execute() != css::ui::dialogs::ExecutableDialogResults::OK) return std::string();
+    OUString path;
+    osl::FileBase::getSystemPathFromFileURL(picker->getDirectory(), path);
+    return ToUtf8(path);
+  });
+}
+
+std::string Application::AddinFolder() const {
+  return Call("Application.AddinFolder", [&] {
+    auto info = css::deployment::PackageInformationProvider::get(session_->context);
+    OUString url = info->getPackageLocation("org.nivarel.addin");
+    if (url.isEmpty()) return std::string();
+    OUString path;
+    osl::FileBase::getSystemPathFromFileURL(url, path);
+    return ToUtf8(path);
+  });
+}
+
+void Application::OpenInBrowser(const std::string& url) {
+  Call("Application.OpenInBrowser", [&] {
+    auto shell = css::system::SystemShellExecute::create(session_->context);
+    shell->execute(ToOu(url), OUString(), css::system::SystemShellExecuteFlags::URIS_ONLY);
+  });
+}
+
+}  // namespace nivarel::host
+
+namespace nivarel::host {
+
+bool Application::CellInEditMode() const { return false; }
 
 }  // namespace nivarel::host

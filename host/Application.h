@@ -47,6 +47,19 @@ class Application {
   std::optional<Range> ActiveCell() const;
   Selection GetSelection() const;
 
+  // Lets the office handle the events waiting in its queue.
+  void DoEvents();
+  // True while a cell of the active spreadsheet is being edited (typed into,
+  // not yet committed).
+  bool CellInEditMode() const;
+  // The office's folder picker with this title; empty when cancelled.
+  std::string BrowseForFolder(const std::string& title);
+  // Where the office installed the add-in's extension; empty when it isn't
+  // installed.
+  std::string AddinFolder() const;
+  // Opens a page in the user's web browser (or a file with its program).
+  void OpenInBrowser(const std::string& url);
+
   const std::shared_ptr<HostSession>& Session() const { return session_; }
 
  private:

@@ -1,11 +1,17 @@
 #include "ProtocolHandler.h"
 
+#include <functional>
+
+#include <com/sun/star/awt/AsyncCallback.hpp>
+#include <com/sun/star/awt/XCallback.hpp>
 #include <com/sun/star/frame/DispatchDescriptor.hpp>
 #include <com/sun/star/frame/FeatureStateEvent.hpp>
 #include <com/sun/star/frame/XStatusListener.hpp>
+#include <cppuhelper/implbase1.hxx>
 #include <cppuhelper/supportsservice.hxx>
 
 #include "Uno.h"
+#include "dsrConnect.h"
 
 namespace nivarel::host {
 
@@ -13,6 +19,16 @@ namespace {
 
 constexpr char kProtocol[] = "vnd.nivarel:";
 constexpr char kControlPrefix[] = "rxNivarel";
+
+// Runs a command from the office's event loop.
+class Deferred : public cppu::WeakImplHelper1<css::awt::XCallback> {
+ public:
+  explicit Deferred(std::function<void()> run) : run_(std::move(run)) {}
+  void SAL_CALL notify(const uno::Any&) override { run_(); }
+
+ private:
+  std::function<void()> run_;
+};
 
 }  // namespace
 
@@ -47,9 +63,21 @@ uno::Sequence<Reference<css::frame::XDispatch>> ProtocolHandler::queryDispatches
   return result;
 }
 
-void ProtocolHandler::dispatch(const css::util::URL&, const uno::Sequence<css::beans::PropertyValue>&) {
-  // SEAM: the command router takes the control id from here (prechecks, then
-  // the command key: the id less "rxNivarel", lower-cased).
+void ProtocolHandler::dispatch(const css::util::URL& url, const uno::Sequence<css::beans::PropertyValue>& arguments) {
+  OUString controlId;
+  if (!url.Complete.startsWith(kProtocol, &controlId)) return;
+  std::string id = ToUtf8(controlId);
+  // A caller that asks not to wait (SynchronMode false) gets the command run
+  // from the event loop once its call has returned.
+  bool synchron = true;
+  for (const auto& a : arguments)
+    if (a.Name == "SynchronMode") a.Value >>= synchron;
+  if (synchron) {
+    TheConnection().rxNivarel_OnAction(id);
+    return;
+  }
+  auto callback = css::awt::AsyncCallback::create(context_);
+  callback->addCallback(new Deferred([id] { TheConnection().rxNivarel_OnAction(id); }), uno::Any());
 }
 
 void ProtocolHandler::addStatusListener(const Reference<css::frame::XStatusListener>& listener,

@@ -27,12 +27,20 @@ namespace nivarel::host {
 namespace {
 
 // Column widths: a character of the standard font is 7 pixels wide, and a
-// column carries 5 pixels of padding; a pixel is 0.75 point.
-double CharsToPoints(double chars) { return chars >= 1 ? 0.75 * (7 * chars + 5) : 0.75 * 12 * chars; }
-double PointsToChars(double pt) {
-  double px = pt / 0.75;
-  return px >= 12 ? (px - 5) / 7 : px / 12;
+// column carries 5 pixels of padding; a pixel is 0.75 point. Widths are
+// whole pixels, and read back in characters to two decimals.
+double CharsToPoints(double chars) {
+  double px = chars >= 1 ? 7 * chars + 5 : 12 * chars;
+  return 0.75 * std::nearbyint(px);
 }
+double PointsToChars(double pt) {
+  double px = std::nearbyint(pt / 0.75);
+  double chars = px >= 12 ? (px - 5) / 7 : px / 12;
+  return std::nearbyint(chars * 100) / 100;
+}
+
+// Row heights are whole twips in the office; the API rounds them to 1/100 mm.
+double HmmToTwipPoints(sal_Int32 hmm) { return std::nearbyint(hmm * 1440.0 / 2540.0) / 20.0; }
 
 Reference<css::table::XCellRange> CellsOf(const SheetRef& s, int r1, int c1, int r2, int c2) {
   return s.sheet->getCellRangeByPosition(c1 - 1, r1 - 1, c2 - 1, r2 - 1);
@@ -195,7 +203,7 @@ double Range::RowHeight() const {
   return Call("Range.RowHeight", [&] {
     Reference<css::table::XColumnRowRange> cr(CellsOf(*sheet_, row_, 1, row_, 1), uno::UNO_QUERY_THROW);
     Reference<css::beans::XPropertySet> ps(cr->getRows(), uno::UNO_QUERY_THROW);
-    return HmmToPt(GetProp<sal_Int32>(ps, "Height"));
+    return HmmToTwipPoints(GetProp<sal_Int32>(ps, "Height"));
   });
 }
 

@@ -8,17 +8,12 @@
 
 #include "TerminateListener.h"
 #include "Uno.h"
+#include "MErrorHandler.h"
 #include "dsrConnect.h"
 
 namespace nivarel::host {
 
 namespace {
-
-// The office process's one connection.
-dsrConnect& Connection() {
-  static dsrConnect connection;
-  return connection;
-}
 
 std::atomic<bool> connected{false};
 
@@ -39,13 +34,13 @@ uno::Any StartupJob::execute(const uno::Sequence<css::beans::NamedValue>&) {
     auto session = std::make_shared<HostSession>();
     session->context = context_;
     session->desktop = css::frame::Desktop::create(context_);
-    Connection().AddinInstance_OnConnection(Application(session));
-    Connection().AddinInstance_OnStartupComplete();
+    TheConnection().AddinInstance_OnConnection(Application(session));
+    TheConnection().AddinInstance_OnStartupComplete();
     session->desktop->addTerminateListener(
-        new TerminateListener([] { Connection().AddinInstance_OnDisconnection(); }));
-  } catch (const uno::Exception&) {
-    // SEAM: written to the error log once there is one. The office starts
-    // without the add-in.
+        new TerminateListener([] { TheConnection().AddinInstance_OnDisconnection(); }));
+  } catch (...) {
+    // The office starts without the add-in.
+    ErrorHandler("StartupJob", "execute", false);
   }
   return {};
 }

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include <com/sun/star/awt/XWindowPeer.hpp>
 #include <com/sun/star/beans/PropertyValue.hpp>
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/container/XIndexAccess.hpp>
@@ -51,6 +52,10 @@ struct HostSession {
   std::mutex shapesMutex;
   std::map<void*, std::weak_ptr<struct ShapeImpl>> shapes;
 };
+
+// The window that the add-in's dialogs and messages belong to: that of the
+// active spreadsheet, else the office's current one; empty when there is none.
+Reference<css::awt::XWindowPeer> OfficeWindowPeer(const HostSession& s);
 
 // One sheet of one document.
 struct SheetRef {

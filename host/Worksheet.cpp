@@ -1,5 +1,11 @@
 #include "Worksheet.h"
 
+#include <algorithm>
+
+#include <com/sun/star/sheet/CellFlags.hpp>
+#include <com/sun/star/sheet/XCellRangesQuery.hpp>
+#include <com/sun/star/sheet/XSheetCellRanges.hpp>
+
 #include <com/sun/star/drawing/XDrawPageSupplier.hpp>
 #include <com/sun/star/frame/XController.hpp>
 #include <com/sun/star/sheet/XCellRangeAddressable.hpp>
@@ -96,6 +102,32 @@ std::optional<Range> Worksheet::UsedRange() const {
       if (cell->getType() == css::table::CellContentType_EMPTY) return std::nullopt;
     }
     return Range(ref_, ad.StartRow + 1, ad.StartColumn + 1, ad.EndRow + 1, ad.EndColumn + 1);
+  });
+}
+
+std::optional<Range> Worksheet::ContentArea() const {
+  return Call("Worksheet.ContentArea", [&]() -> std::optional<Range> {
+    Reference<css::sheet::XCellRangesQuery> query(ref_->sheet, uno::UNO_QUERY_THROW);
+    namespace CellFlags = css::sheet::CellFlags;
+    auto found = query->queryContentCells(CellFlags::VALUE | CellFlags::DATETIME | CellFlags::STRING |
+                                          CellFlags::FORMULA);
+    auto addresses = found->getRangeAddresses();
+    if (addresses.getLength() == 0) return std::nullopt;
+    auto box = addresses[0];
+    for (const auto& a : addresses) {
+      box.StartRow = std::min(box.StartRow, a.StartRow);
+      box.StartColumn = std::min(box.StartColumn, a.StartColumn);
+      box.EndRow = std::max(box.EndRow, a.EndRow);
+      box.EndColumn = std::max(box.EndColumn, a.EndColumn);
+    }
+    return Range(ref_, box.StartRow + 1, box.StartColumn + 1, box.EndRow + 1, box.EndColumn + 1);
+  });
+}
+
+void Worksheet::Delete() {
+  Call("Worksheet.Delete", [&] {
+    Reference<css::container::XNamed> named(ref_->sheet, uno::UNO_QUERY_THROW);
+    ref_->document->getSheets()->removeByName(named->getName());
   });
 }
 

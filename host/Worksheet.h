@@ -36,6 +36,11 @@ class Worksheet {
   Range Rows() const;     // every row of the sheet
   Range Column(int column) const;
   Range Row(int row) const;
+  // The smallest rectangle that holds every non-empty cell, or nothing for a
+  // sheet without content.
+  std::optional<Range> ContentArea() const;
+  // Removes the sheet from its document.
+  void Delete();
   // The occupied cells, or nothing for an empty sheet.
   std::optional<Range> UsedRange() const;
 

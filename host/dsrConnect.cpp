@@ -4,11 +4,18 @@
 #include <cstdlib>
 #include <exception>
 
-#include "Globals.h"
+#include "HostError.h"
+#include "MErrorHandler.h"
+#include "MGlobalVariables.h"
+#include "MSpecialFolders.h"
+#include "MUtilities.h"
+#include "MsgBox.h"
 
 namespace nivarel::host {
 
 namespace {
+
+constexpr char kSource[] = "dsrConnect";
 
 // Appends a line to the file named by NIVAREL_LIFECYCLE_LOG, if it is set,
 // so that tests can watch the connection come and go.
@@ -21,7 +28,19 @@ void NoteLifecycle(const char* line) {
   }
 }
 
+// A command key named by NIVAREL_TEST_FAULT_KEY fails as an unexpected error
+// would, so that tests can watch the entry point's report.
+void FailWhenAsked(const std::string& key) {
+  const char* fault = std::getenv("NIVAREL_TEST_FAULT_KEY");
+  if (fault && key == fault) throw HostError(HostError::kOfficeFailure, "Test fault on command '" + key + "'");
+}
+
 }  // namespace
+
+dsrConnect& TheConnection() {
+  static dsrConnect connection;
+  return connection;
+}
 
 int dsrConnect::MajorVersion(const std::string& version) {
   const char* text = version.c_str();
@@ -38,24 +57,31 @@ void dsrConnect::AddinInstance_OnConnection(const Application& application) {
     ExcelVersion = MajorVersion(ExcelApp->Version());
     InitializeGlobals();
     if (ExcelVersion >= 12) {
-      // SEAM: the command dispatcher (CEventHandler) is created here.
+      m_EventHandler = std::make_unique<CEventHandler>();
     } else {
       // SEAM: CreateToolbar builds the command bar and its click sink here.
     }
-    // SEAM: the help file's path is set here once there is a help file.
+    // The help pages and the first copies of the settings files come from
+    // the extension's folder.
+    SetInstallFolder(ExcelApp->AddinFolder());
     NoteLifecycle("connect");
-  } catch (const std::exception&) {
-    // SEAM: the error goes to the error log as an entry point (the user sees
-    // it), followed by the event line "Add-in failed to establish connection".
+  } catch (...) {
+    ErrorHandler(kSource, "AddinInstance_OnConnection", true);
+    LogEvent(kSource, "AddinInstance_OnConnection", "Add-in failed to establish connection");
     ShutdownApplication();
   }
 }
 
 void dsrConnect::AddinInstance_OnStartupComplete() {
-  if (ExcelVersion >= 12) {
-    // SEAM: the command controls' states are refreshed here.
+  try {
+    if (ExcelVersion >= 12) {
+      InvalidateRibbonContols();
+      InvalidateFeatureRibbonControls();
+    }
+    m_StartupComplete = true;
+  } catch (...) {
+    ErrorHandler(kSource, "AddinInstance_OnStartupComplete", true);
   }
-  m_StartupComplete = true;
 }
 
 void dsrConnect::AddinInstance_OnDisconnection() {
@@ -72,20 +98,120 @@ void dsrConnect::ShutdownApplication() {
   ShutdownDone = true;
   if (ExcelVersion >= 12) {
     // SEAM: the reference to the ribbon is released here.
-    CurrentWorkbook.reset();
+    try {
+      m_WorkbookEvents.Reset();
+      CurrentWorkbook.reset();
+    } catch (...) {
+    }
   } else {
     // SEAM: the symbol bars are removed, the command bar's place is stored,
     // the bar is reset, and the bar builder and click sink are released.
   }
-  // SEAM: the command dispatcher is released here.
+  if (ExcelVersion >= 12) m_EventHandler.reset();
   ExcelApp.reset();
 }
 
+void dsrConnect::rxNivarel_OnAction(const std::string& controlId) {
+  try {
+    std::string message;
+    if (IsSharedWorkbook(message)) {
+      MsgBox(message, vbExclamation, "Shared Workbook");
+      return;
+    }
+    if (ExcelInEditMode()) {
+      MsgBox("Cannot run a Nivarel function\r\nwhen Calc is in Edit mode.\r\n\r\n"
+             "Press {ENTER} or {ESC} to exit edit mode.",
+             vbExclamation, "Nivarel - Calc in Edit Mode");
+      return;
+    }
+    std::string key = KeyOfControlId(controlId);
+    if (!m_EventHandler) m_EventHandler = std::make_unique<CEventHandler>();
+    FailWhenAsked(key);
+    if (auto command = CommandForKey(key, Road::Ribbon)) Dispatch(*command);
+  } catch (...) {
+    ErrorHandler(kSource, "rxNivarel_OnAction", true);
+  }
+}
+
+void dsrConnect::Dispatch(Command command) {
+  CEventHandler& h = *m_EventHandler;
+  switch (command) {
+    case Command::CheckStatus: h.CheckStatus(); break;
+    case Command::OpenWalkthrough: OpenWalkthrough(); break;
+    case Command::CheckForUpdates: h.CheckForUpdates(); break;
+    case Command::ShowHelpContents: h.ShowHelpContents(); break;
+    case Command::ShowAbout: h.ShowAbout(); break;
+    case Command::StartInteractiveFlowcharting:
+      if (h.StartInteractiveFlowcharting()) {
+        InvalidateRibbonContols();
+        InvalidateFeatureRibbonControls();
+        WatchWorkbook(std::nullopt);
+        WatchWorkbook(ExcelApp ? ExcelApp->ActiveWorkbook() : std::nullopt);
+      }
+      break;
+    case Command::ShowFlowchartWizard: h.ShowFlowchartWizard(); break;
+    case Command::StopInteractiveFlowcharting:
+      h.StopInteractiveFlowcharting(false);
+      InvalidateRibbonContols();
+      InvalidateFeatureRibbonControls();
+      try {
+        WatchWorkbook(std::nullopt);
+      } catch (...) {
+      }
+      break;
+    case Command::ShowSettings: h.ShowSettings(); break;
+    case Command::ShowTemplateGeneratorForm: h.ShowTemplateGeneratorForm(); break;
+    case Command::ShowTemplateSelectionForm: h.ShowTemplateSelectionForm(); break;
+    case Command::CreateWorksheetGrid: h.CreateWorksheetGrid(); break;
+    case Command::CreateFlowchartKey: h.CreateFlowchartKey(); break;
+    case Command::ExportImage: h.ExportImage(); break;
+    case Command::InsertFlowLine: h.InsertFlowLine(); break;
+    case Command::ExtractText: h.ExtractText(); break;
+    case Command::ToggleGridLines: h.ToggleGridLines(); break;
+    case Command::ClearShading: h.ClearShading(); break;
+    case Command::ApplyStyles: h.ApplyStyles(); break;
+    case Command::ShowStyleWizard: h.ShowStyleWizard(); break;
+    case Command::InsertBranch: h.InsertBranch(); break;
+    case Command::InsertGroupBox: h.InsertGroupBox(); break;
+    case Command::ShowShapeSelectionForm: h.ShowShapeSelectionForm(); break;
+    case Command::ToggleSymbolBars: break;  // the command bar road's own
+    case Command::GroupAllShapes: h.GroupAllShapes(); break;
+    case Command::UngroupAllShapes: h.UngroupAllShapes(); break;
+    case Command::SelectAllShapes: h.SelectAllShapes(); break;
+    case Command::SelectAllLines: h.SelectAllLines(); break;
+    case Command::SelectAllLabels: h.SelectAllLabels(); break;
+    case Command::SelectFlowchartSymbolsOnly: h.SelectFlowchartSymbolsOnly(); break;
+    case Command::InsertLabel: h.InsertLabel(); break;
+  }
+}
+
+void dsrConnect::WatchWorkbook(const std::optional<Workbook>& workbook) {
+  m_WorkbookEvents.Reset();
+  CurrentWorkbook = workbook;
+  if (!CurrentWorkbook) return;
+  m_WorkbookEvents = CurrentWorkbook->OnEvent([this](Workbook::Event) { InterruptFlowchartSession(); });
+}
+
 void dsrConnect::InterruptFlowchartSession() {
-  // SEAM: when CurrentWorkbook is set and the command dispatcher runs a
-  // flowcharting session, the session stops here without an end terminator
-  // and the command controls' states are refreshed; an error is written to
-  // the error log as an event line and cleared.
+  NoteLifecycle("interrupt");
+  try {
+    if (CurrentWorkbook && m_EventHandler && m_EventHandler->FlowchartingInProgress()) {
+      m_EventHandler->StopInteractiveFlowcharting(true);
+      InvalidateRibbonContols();
+      InvalidateFeatureRibbonControls();
+    }
+  } catch (...) {
+    ErrObject e = CurrentError();
+    LogEvent(kSource, "", "Error (" + std::to_string(e.Number) + "), " + e.Description);
+  }
+}
+
+void dsrConnect::InvalidateRibbonContols() {
+  // SEAM: the menu's and toolbar's session commands ask for their state anew.
+}
+
+void dsrConnect::InvalidateFeatureRibbonControls() {
+  // SEAM: the feature commands ask for their state anew.
 }
 
 }  // namespace nivarel::host

@@ -1,21 +1,27 @@
 // The add-in's connection to the office: the one object that the office side
-// creates. It sets up the process-wide globals when the office connects, and
-// tears everything down exactly once when the office goes. Everything else of
-// the add-in is reached from here.
+// creates. It sets up the process-wide globals when the office connects,
+// routes the menu's and toolbar's commands, watches the workbook of a running
+// flowcharting session, and tears everything down exactly once when the
+// office goes.
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 
 #include "Application.h"
+#include "CEventHandler.h"
+#include "CommandKeys.h"
+#include "Subscription.h"
 #include "Workbook.h"
 
 namespace nivarel::host {
 
 class dsrConnect {
  public:
-  // Stores the office in ExcelApp, reads ExcelVersion and clears the globals.
-  // On failure the connection shuts down at once.
+  // Stores the office in ExcelApp, reads ExcelVersion, clears the globals and
+  // makes the command dispatcher. On failure the user is told, and the
+  // connection shuts down at once.
   void AddinInstance_OnConnection(const Application& application);
   // The office has finished starting; commands may now run.
   void AddinInstance_OnStartupComplete();
@@ -24,23 +30,42 @@ class dsrConnect {
   // Releases everything the connection holds, ExcelApp last. Runs once per
   // connection (ShutdownDone); never throws.
   void ShutdownApplication();
+
+  // A command of the menu or toolbar, by its control id ("rxNivarel..."):
+  // refused for a shared document or a cell being edited, else run by its key.
+  // An unknown key does nothing. Errors reach the user.
+  void rxNivarel_OnAction(const std::string& controlId);
+
   // Ends a running flowcharting session because its workbook is being closed,
-  // printed or saved.
+  // printed or saved; the office's action goes on.
   void InterruptFlowchartSession();
+  // The workbook whose closing, printing or saving interrupts a session.
+  void WatchWorkbook(const std::optional<Workbook>& workbook);
+  bool WatchingWorkbook() const { return CurrentWorkbook.has_value(); }
 
   bool StartupComplete() const { return m_StartupComplete; }
+  CEventHandler* EventHandler() { return m_EventHandler.get(); }
 
   // The whole part of the leading number of a version text ("12.0" gives 12);
   // 0 when the text doesn't start with a number.
   static int MajorVersion(const std::string& version);
 
  private:
+  void Dispatch(Command command);
+  void InvalidateRibbonContols();
+  void InvalidateFeatureRibbonControls();
+
   // Command bar name and tag; used on the command bar road only.
   std::string m_BarName;
   std::string m_BarTag;
-  // The workbook of the running flowcharting session.
+  std::unique_ptr<CEventHandler> m_EventHandler;
+  // The workbook of the running flowcharting session, and its events.
   std::optional<Workbook> CurrentWorkbook;
+  Subscription m_WorkbookEvents;
   bool m_StartupComplete = false;
 };
+
+// The office process's one connection.
+dsrConnect& TheConnection();
 
 }  // namespace nivarel::host

@@ -1,4 +1,4 @@
-// Process-wide state of the add-in. It lives for one connection to the office
+// Process-wide state of the add-in and the grid measure. It lives for one connection to the office
 // and every part of the add-in reads it directly; the connection sets it up
 // and tears it down.
 #pragma once
@@ -29,5 +29,14 @@ extern bool InDoEvents;
 // Clears ShutdownDone, InDoEvents and GlobalRowHeightSet, so that a new
 // connection measures the grid anew.
 void InitializeGlobals();
+// Whether the grid has been measured in this connection.
+bool IsGlobalRowHeightSet();
+// Gives the office's event loop a turn, unless it is already having one on
+// the add-in's behalf.
+void SafeDoEvents();
+// Measures the grid on a temporary sheet of the active document: the default
+// row height, and the column width that makes a cell square with it. Errors
+// are logged; the measure then stays unset.
+void SetGlobalRowHeight();
 
 }  // namespace nivarel::host

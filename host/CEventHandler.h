@@ -1,0 +1,52 @@
+// The far side of the command router: one operation per user command. Each
+// operation checks what it needs of the active sheet, makes the worker or
+// dialog that does the job, runs it and lets it go. It also owns the
+// flowcharting session. Operations whose tools aren't there yet do nothing.
+#pragma once
+
+#include <optional>
+
+namespace nivarel::host {
+
+class CEventHandler {
+ public:
+  // A session is in progress.
+  bool FlowchartingInProgress() const { return m_SessionActive; }
+  // Ends the session; fromWorkbookEvent ends it without the end terminator.
+  void StopInteractiveFlowcharting(bool fromWorkbookEvent);
+  // True when a session started or restarted.
+  bool StartInteractiveFlowcharting();
+  void ApplyStyles();
+  void CheckForUpdates();
+  void CreateFlowchartKey();
+  void CreateWorksheetGrid();
+  void ExtractText();
+  void InsertFlowLine();
+  void InsertBranch();
+  void InsertGroupBox();
+  void InsertLabel();
+  void ExportImage();
+  void ShowAbout();
+  void ShowFlowchartWizard();
+  void ShowHelpContents();
+  void ShowSettings();
+  void ShowShapeSelectionForm();
+  void ShowStyleWizard();
+  // Flips the gridlines, or sets them when show is given.
+  void ToggleGridLines(std::optional<bool> show = std::nullopt);
+  void ClearShading();
+  void CheckStatus();
+  void ShowTemplateGeneratorForm();
+  void ShowTemplateSelectionForm();
+  void UngroupAllShapes();
+  void GroupAllShapes();
+  void SelectAllShapes();
+  void SelectAllLines();
+  void SelectAllLabels();
+  void SelectFlowchartSymbolsOnly();
+
+ private:
+  bool m_SessionActive = false;
+};
+
+}  // namespace nivarel::host

@@ -1,0 +1,29 @@
+// The command keys of the add-in's menu and toolbar, and the operation each
+// one runs. A key is the control's id less "rxNivarel", lower-cased. A few
+// keys exist on one road only: the command bar of object models below 12, or
+// the menu and toolbar of the newer road.
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace nivarel::host {
+
+enum class Road { Bar, Ribbon };
+
+enum class Command {
+  CheckStatus, OpenWalkthrough, CheckForUpdates, ShowHelpContents, ShowAbout,
+  StartInteractiveFlowcharting, ShowFlowchartWizard, StopInteractiveFlowcharting, ShowSettings,
+  ShowTemplateGeneratorForm, ShowTemplateSelectionForm, CreateWorksheetGrid, CreateFlowchartKey,
+  ExportImage, InsertFlowLine, ExtractText, ToggleGridLines, ClearShading, ApplyStyles, ShowStyleWizard,
+  InsertBranch, InsertGroupBox, ShowShapeSelectionForm, ToggleSymbolBars, GroupAllShapes, UngroupAllShapes,
+  SelectAllShapes, SelectAllLines, SelectAllLabels, SelectFlowchartSymbolsOnly, InsertLabel
+};
+
+// The operation of a key on a road; nothing for a key that the road lacks.
+std::optional<Command> CommandForKey(const std::string& key, Road road);
+// The key of a control id: "rxNivarelStartFlowcharting" gives
+// "startflowcharting"; an id without the prefix is lower-cased whole.
+std::string KeyOfControlId(const std::string& controlId);
+
+}  // namespace nivarel::host

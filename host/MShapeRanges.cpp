@@ -1,0 +1,39 @@
+#include "MShapeRanges.h"
+
+#include <cctype>
+
+#include "MErrorHandler.h"
+#include "MGlobalVariables.h"
+#include "MsoConstants.h"
+#include "Shape.h"
+#include "Shapes.h"
+
+namespace nivarel::host {
+
+long GetNonTemplateShapeCount() {
+  long count = 0;
+  try {
+    if (!ExcelApp) return 0;
+    auto ws = ExcelApp->ActiveSheet();
+    if (!ws || ws->TypeName() != "Worksheet") return 0;
+    Shapes shapes = ws->GetShapes();
+    int n = shapes.Count();
+    for (int i = 1; i <= n; ++i) {
+      Shape shape = shapes.Item(i);
+      int type = shape.Type();
+      if (type != msoAutoShape && type != msoGroup && type != msoTextBox) continue;
+      std::string name = shape.Name();
+      std::string upper;
+      size_t b = name.find_first_not_of(' '), e = name.find_last_not_of(' ');
+      if (b != std::string::npos) upper = name.substr(b, e - b + 1);
+      for (auto& c : upper) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+      if (upper.rfind("TEMPLATE", 0) == 0 || name == "Flowchart Key") continue;
+      ++count;
+    }
+  } catch (...) {
+    ErrorHandler("MShapeRanges", "GetNonTemplateShapeCount", false);
+  }
+  return count;
+}
+
+}  // namespace nivarel::host
