@@ -11,7 +11,13 @@
 #include <com/sun/star/system/SystemShellExecuteFlags.hpp>
 #include <com/sun/star/ui/dialogs/ExecutableDialogResults.hpp>
 #include <com/sun/star/ui/dialogs/FolderPicker.hpp>
+#include <com/sun/star/frame/FeatureStateEvent.hpp>
+#include <com/sun/star/frame/XDispatchProvider.hpp>
+#include <com/sun/star/frame/XStatusListener.hpp>
+#include <com/sun/star/util/URLTransformer.hpp>
+#include <cppuhelper/implbase1.hxx>
 #include <osl/file.hxx>
+#include <rtl/ref.hxx>
 #include <com/sun/star/configuration/theDefaultProvider.hpp>
 #include <com/sun/star/container/XEnumeration.hpp>
 #include <com/sun/star/container/XEnumerationAccess.hpp>
@@ -213,6 +219,41 @@ void Application::OpenInBrowser(const std::string& url) {
 
 namespace nivarel::host {
 
-bool Application::CellInEditMode() const { return false; }
+namespace {
+
+// Keeps the last state that a command reported.
+class StateProbe : public cppu::WeakImplHelper1<css::frame::XStatusListener> {
+ public:
+  void SAL_CALL statusChanged(const css::frame::FeatureStateEvent& e) override {
+    reported = true;
+    enabled = e.IsEnabled;
+  }
+  void SAL_CALL disposing(const css::lang::EventObject&) override {}
+  bool reported = false;
+  bool enabled = false;
+};
+
+}  // namespace
+
+bool Application::CellInEditMode() const {
+  return Call("Application.CellInEditMode", [&] {
+    Reference<css::frame::XModel> model(CurrentDocument(*session_), uno::UNO_QUERY);
+    if (!model.is() || !model->getCurrentController().is()) return false;
+    Reference<css::frame::XDispatchProvider> provider(model->getCurrentController()->getFrame(), uno::UNO_QUERY);
+    if (!provider.is()) return false;
+    // Calc turns the format paintbrush off exactly while a cell has an edit
+    // view; a listener hears the command's state as it is added.
+    css::util::URL url;
+    url.Complete = ".uno:FormatPaintbrush";
+    css::util::URLTransformer::create(session_->context)->parseStrict(url);
+    auto dispatch = provider->queryDispatch(url, OUString(), 0);
+    if (!dispatch.is()) return false;
+    rtl::Reference<StateProbe> probe(new StateProbe);
+    Reference<css::frame::XStatusListener> listener(probe.get());
+    dispatch->addStatusListener(listener, url);
+    dispatch->removeStatusListener(listener, url);
+    return probe->reported && !probe->enabled;
+  });
+}
 
 }  // namespace nivarel::host

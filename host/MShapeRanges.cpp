@@ -22,6 +22,8 @@ long GetNonTemplateShapeCount() {
       Shape shape = shapes.Item(i);
       int type = shape.Type();
       if (type != msoAutoShape && type != msoGroup && type != msoTextBox) continue;
+      // Connectors are auto shapes to the office; they are lines to a chart.
+      if (type == msoAutoShape && shape.Connector()) continue;
       std::string name = shape.Name();
       std::string upper;
       size_t b = name.find_first_not_of(' '), e = name.find_last_not_of(' ');

@@ -6,6 +6,7 @@
 #include <com/sun/star/awt/Toolkit.hpp>
 #include <com/sun/star/awt/XMessageBox.hpp>
 #include <com/sun/star/awt/XMessageBoxFactory.hpp>
+#include <com/sun/star/lang/XComponent.hpp>
 
 #include "MGlobalVariables.h"
 #include "Uno.h"
@@ -73,7 +74,10 @@ int MsgBox(const std::string& prompt, int style, const std::string& title) {
     auto box = factory->createMessageBox(OfficeWindowPeer(session), TypeFor(style), ButtonsFor(style),
                                          ToOu(title), Lines(prompt));
     if (!box.is()) throw HostError(HostError::kOfficeFailure, "The office could not show a message");
-    return AnswerFor(box->execute(), style);
+    sal_Int16 result = box->execute();
+    // The box's window goes now, not whenever the last reference does.
+    Reference<css::lang::XComponent>(box, uno::UNO_QUERY_THROW)->dispose();
+    return AnswerFor(result, style);
   });
 }
 

@@ -136,7 +136,7 @@ std::unique_ptr<OfficeProcess> OfficeProcess::Start(const Options& options) {
 void OfficeProcess::Launch() {
   std::vector<std::string> args = {
       OfficeProgramDir() + "/soffice.bin",
-      "--headless", "--invisible", "--nologo", "--norestore", "--nodefault", "--nolockcheck",
+      "--invisible", "--nologo", "--norestore", "--nodefault", "--nolockcheck",
       "-env:UserInstallation=" + FileUrl(profile_),
       "--accept=pipe,name=" + pipe_ + ";urp;StarOffice.ComponentContext"};
   std::string log = profile_ + "/office.log";
@@ -144,6 +144,9 @@ void OfficeProcess::Launch() {
   if (pid < 0) throw HostError(HostError::kOfficeFailure, "Cannot start the office");
   if (pid == 0) {
     // The office must not outlive whoever started it.
+    // Not headless: a headless office cancels every modal dialog unseen. The
+    // svp plugin draws without a display, in a session of its own.
+    setsid();
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     setenv("SAL_USE_VCLPLUGIN", "svp", 1);
     int fd = open(log.c_str(), O_WRONLY | O_CREAT | O_APPEND, 0600);

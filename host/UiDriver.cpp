@@ -1,6 +1,9 @@
 #include "UiDriver.h"
 
 #include <chrono>
+#include <functional>
+
+#include <nlohmann/json.hpp>
 #include <thread>
 
 #include <com/sun/star/ui/test/XUIObject.hpp>
@@ -138,6 +141,90 @@ std::vector<std::string> UiDriver::Children() const {
     std::vector<std::string> out;
     for (const auto& c : Top(state_->ui)->getChildren()) out.push_back(ToUtf8(c));
     return out;
+  });
+}
+
+namespace {
+
+std::string StateOf(const Reference<test::XUIObject>& o, const char* name) {
+  for (const auto& p : o->getState())
+    if (p.Name.equalsAscii(name)) {
+      OUString v;
+      p.Value >>= v;
+      return ToUtf8(v);
+    }
+  return std::string();
+}
+
+// Whether the focused window is modal; no window counts as not modal.
+bool TopIsModal(const Reference<test::XUITest>& ui) {
+  auto top = ui->getTopFocusWindow();
+  return top.is() && StateOf(top, "Modal") == "true";
+}
+
+}  // namespace
+
+bool UiDriver::WaitForModal(int timeoutMs, const std::string& notId) const {
+  return Call("UiDriver.WaitForModal", [&] {
+    auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(timeoutMs);
+    auto wanted = [&] {
+      if (!TopIsModal(state_->ui)) return false;
+      auto top = state_->ui->getTopFocusWindow();
+      return top.is() && StateOf(top, "ID") != notId;
+    };
+    while (!wanted()) {
+      if (std::chrono::steady_clock::now() > end) return false;
+      std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    }
+    return true;
+  });
+}
+
+bool UiDriver::WaitForNoModal(int timeoutMs) const {
+  return Call("UiDriver.WaitForNoModal", [&] {
+    auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(timeoutMs);
+    while (TopIsModal(state_->ui)) {
+      if (std::chrono::steady_clock::now() > end) return false;
+      std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    }
+    return true;
+  });
+}
+
+bool UiDriver::WaitForDocument(int timeoutMs) const {
+  return Call("UiDriver.WaitForDocument", [&] {
+    auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(timeoutMs);
+    for (;;) {
+      auto top = state_->ui->getTopFocusWindow();
+      if (top.is()) {
+        try {
+          if (top->getChild("grid_window").is()) return true;
+        } catch (const uno::Exception&) {
+        }
+      }
+      if (std::chrono::steady_clock::now() > end) return false;
+      std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    }
+  });
+}
+
+std::string UiDriver::Title() const {
+  return Call("UiDriver.Title", [&] { return StateOf(Top(state_->ui), "Text"); });
+}
+
+std::string UiDriver::MessageText() const {
+  return Call("UiDriver.MessageText", [&] {
+    // The message is an unnamed multi-line text among the box's children.
+    auto tree = nlohmann::json::parse(ToUtf8(Top(state_->ui)->getHierarchy()));
+    std::string text;
+    std::function<void(const nlohmann::json&)> walk = [&](const nlohmann::json& node) {
+      auto impl = node.value("ImplementationName", std::string());
+      if (text.empty() && impl.find("VclMultiLineEdit") != std::string::npos) text = node.value("Text", std::string());
+      if (node.contains("children"))
+        for (const auto& child : node["children"]) walk(child);
+    };
+    walk(tree);
+    return text;
   });
 }
 

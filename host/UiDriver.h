@@ -37,6 +37,18 @@ class UiDriver {
   // The ids of the focused window's children.
   std::vector<std::string> Children() const;
 
+  // Waits until a modal window (a dialog or message box) has the focus, one
+  // whose id isn't notId when that is given; false when none comes in time.
+  bool WaitForModal(int timeoutMs = 10000, const std::string& notId = "\x01") const;
+  // Waits until a document's cell grid has the focus again.
+  bool WaitForDocument(int timeoutMs = 10000) const;
+  // Waits until the focused window is no longer modal.
+  bool WaitForNoModal(int timeoutMs = 10000) const;
+  // The focused window's title.
+  std::string Title() const;
+  // The text of the message box that has the focus (lines joined by LF).
+  std::string MessageText() const;
+
  private:
   struct State;
   std::shared_ptr<State> state_;

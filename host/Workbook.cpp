@@ -84,15 +84,21 @@ void Workbook::SaveAs(const std::string& path) {
     args.getArray()[0].Value <<= OUString::createFromAscii(f->second);
     args.getArray()[1].Name = "Overwrite";
     args.getArray()[1].Value <<= true;
-    store->storeToURL(ToOu("file://" + std::filesystem::absolute(path).string()), args);
+    // The document becomes that file, as after the user's Save As.
+    store->storeAsURL(ToOu("file://" + std::filesystem::absolute(path).string()), args);
   });
 }
 
 bool Workbook::MultiUserEditing() const {
   return Call("Workbook.MultiUserEditing", [&] {
-    Reference<css::beans::XPropertySet> ps(impl_->document, uno::UNO_QUERY);
-    if (!ps.is() || !ps->getPropertySetInfo()->hasPropertyByName("IsDocumentShared")) return false;
-    return GetProp<bool>(ps, "IsDocumentShared");
+    // A shared document is edited in a private copy: the model's location
+    // names the shared file while the URL it was loaded from names the copy.
+    Reference<css::frame::XStorable> storable(impl_->document, uno::UNO_QUERY_THROW);
+    OUString location = storable->getLocation();
+    OUString url;
+    for (const auto& arg : impl_->Model()->getArgs())
+      if (arg.Name == "URL") arg.Value >>= url;
+    return !location.isEmpty() && !url.isEmpty() && location != url;
   });
 }
 

@@ -24,7 +24,7 @@ class Workbook {
   // A new sheet after the last one; it becomes the active sheet.
   Worksheet AddSheet();
   std::string Name() const;
-  // Saves under path; the format follows the extension (.ods, .xlsx, .xls,
+  // Saves under path, which the document then stands for; the format follows the extension (.ods, .xlsx, .xls,
   // .xltx, .xlt, .ots).
   void SaveAs(const std::string& path);
   bool MultiUserEditing() const;

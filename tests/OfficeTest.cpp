@@ -1,5 +1,7 @@
 #include "OfficeTest.h"
 
+#include <filesystem>
+
 #include <signal.h>
 #include <unistd.h>
 
@@ -109,14 +111,28 @@ int ChildMode(const std::string& mode) {
 
 host::OfficeProcess& Office() { return *g_office; }
 
+namespace {
+std::string g_configHome;
+}
+
+const std::string& ConfigHome() { return g_configHome; }
+
 int RunTests(int argc, char** argv) {
   if (argc > 1 && std::strncmp(argv[1], "--hang", 6) == 0) return ChildMode(argv[1]);
   signal(SIGTERM, OnSignal);
   signal(SIGINT, OnSignal);
   signal(SIGHUP, OnSignal);
+  // The add-in's settings folder, shared by this binary and its office.
+  char dir[] = "/tmp/nivarel-config-XXXXXX";
+  if (!mkdtemp(dir)) return 2;
+  g_configHome = dir;
+  setenv("XDG_CONFIG_HOME", dir, 1);
   ::testing::InitGoogleTest(&argc, argv);
   ::testing::AddGlobalTestEnvironment(new OfficeEnvironment());
-  return RUN_ALL_TESTS();
+  int rc = RUN_ALL_TESTS();
+  std::error_code ec;
+  std::filesystem::remove_all(g_configHome, ec);
+  return rc;
 }
 
 void OfficeTest::SetUp() {

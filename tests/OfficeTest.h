@@ -23,6 +23,10 @@ host::OfficeProcess& Office();
 // harness's own tests, installs the watchdog and the office environment.
 int RunTests(int argc, char** argv);
 
+// The add-in's settings folder (XDG_CONFIG_HOME) of this binary and its
+// office; removed when the binary ends.
+const std::string& ConfigHome();
+
 // Ends the binary, and its office, when a test runs longer than this.
 constexpr int kTestTimeLimitSeconds = 120;
 
