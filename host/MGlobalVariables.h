@@ -1,6 +1,6 @@
-// Process-wide state of the add-in and the grid measure. It lives for one connection to the office
-// and every part of the add-in reads it directly; the connection sets it up
-// and tears it down.
+// Process-wide state of the add-in and the grid measure. It lives for one
+// connection to the office and every part of the add-in reads it directly;
+// the connection sets it up and tears it down.
 #pragma once
 
 #include <optional>

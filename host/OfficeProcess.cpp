@@ -193,6 +193,7 @@ void OfficeProcess::Connect(int timeoutSeconds) {
       Reference<uno::XComponentContext> remote(resolver->resolve(url), uno::UNO_QUERY_THROW);
       session_ = std::make_shared<HostSession>();
       session_->context = remote;
+      session_->remote = true;
       session_->desktop = css::frame::Desktop::create(remote);
       return;
     } catch (const uno::Exception& e) {
@@ -268,6 +269,9 @@ OfficeProcess::~OfficeProcess() {
   Terminate(10);
   if (ownProfile_) {
     std::error_code ec;
+    // NIVAREL_OFFICE_LOG names a file that keeps the office's output.
+    if (const char* keep = getenv("NIVAREL_OFFICE_LOG"))
+      std::filesystem::copy_file(profile_ + "/office.log", keep, std::filesystem::copy_options::overwrite_existing, ec);
     std::filesystem::remove_all(profile_, ec);
   }
 }

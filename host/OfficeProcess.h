@@ -1,4 +1,4 @@
-// Starts a headless office on a throwaway user profile (optionally with an
+// Starts an office without a display on a throwaway user profile (optionally with an
 // extension installed into it), connects to it over a pipe and ends it by its
 // process id. The office dies with the process that started it, even when
 // that process is killed.

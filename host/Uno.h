@@ -47,11 +47,18 @@ struct HostSession {
   bool screenUpdating = true;
   Reference<css::frame::XModel> lockedModel;
   int objectModelVersion = 12;
+  // The office runs in another process and is reached over a bridge.
+  bool remote = false;
   // One handle state per office shape, so that every handle the logic holds
   // follows the shape when the office replaces its object (grouping).
   std::mutex shapesMutex;
   std::map<void*, std::weak_ptr<struct ShapeImpl>> shapes;
 };
+
+// Runs f on the office's own event-loop thread when the office is remote
+// (its calls into the office then run there too, not beside the office's
+// idle work); in the office's process f runs at once. Exceptions travel.
+void OnOfficeThread(const HostSession& s, const std::function<void()>& f);
 
 // The window that the add-in's dialogs and messages belong to: that of the
 // active spreadsheet, else the office's current one; empty when there is none.

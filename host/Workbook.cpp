@@ -105,7 +105,7 @@ bool Workbook::MultiUserEditing() const {
 void Workbook::Close() {
   Call("Workbook.Close", [&] {
     Reference<css::util::XCloseable> c(impl_->document, uno::UNO_QUERY_THROW);
-    c->close(true);
+    OnOfficeThread(*impl_->session, [&] { c->close(true); });
   });
 }
 

@@ -1,5 +1,7 @@
 #include "Workbooks.h"
 
+#include <optional>
+
 #include <filesystem>
 
 #include <com/sun/star/container/XEnumeration.hpp>
@@ -35,7 +37,11 @@ static Workbook Load(const std::shared_ptr<HostSession>& session, const OUString
 }
 
 Workbook Workbooks::Add() {
-  return Call("Workbooks.Add", [&] { return Load(session_, "private:factory/scalc", false); });
+  return Call("Workbooks.Add", [&] {
+    std::optional<Workbook> book;
+    OnOfficeThread(*session_, [&] { book = Load(session_, "private:factory/scalc", false); });
+    return *book;
+  });
 }
 
 Workbook Workbooks::Open(const std::string& path) {

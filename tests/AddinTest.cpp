@@ -276,8 +276,13 @@ TEST_F(AddinTest, SettingsFilesThatCannotBeHadAreExplained) {
             blocked.second);
   EXPECT_EQ("", path);
 
+  // A help page that isn't there.
+  auto help = MessageOf([&] { ShowHelpTopic(1700); });
+  EXPECT_EQ(std::make_pair(std::string("Missing Help File"), std::string("Could not find Nivarel help file")), help);
+
   setenv("XDG_CONFIG_HOME", saved.c_str(), 1);
   SetInstallFolder(install);
+  EXPECT_TRUE(FileExists(install + "/help/1700.html")) << "the extension brings its help pages";
 }
 
 TEST_F(AddinTest, OccupiedRangeAndFlowchartShapeCount) {
