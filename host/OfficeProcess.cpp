@@ -193,8 +193,10 @@ void OfficeProcess::Connect(int timeoutSeconds) {
       Reference<uno::XComponentContext> remote(resolver->resolve(url), uno::UNO_QUERY_THROW);
       session_ = std::make_shared<HostSession>();
       session_->context = remote;
-      session_->remote = true;
       session_->desktop = css::frame::Desktop::create(remote);
+      // The first office this process drives serves the layer's calls on
+      // its own thread.
+      if (!NeedsOfficeThread()) SetRemoteOffice(remote);
       return;
     } catch (const uno::Exception& e) {
       last = ToUtf8(e.Message);
@@ -240,6 +242,7 @@ Application OfficeProcess::App() const { return Application(session_); }
 bool OfficeProcess::Terminate(int waitSeconds) {
   if (pid_ <= 0) return true;
   bool clean = false;
+  if (session_) ForgetRemoteOffice(session_->context);
   if (session_ && session_->desktop.is()) {
     try {
       session_->desktop->terminate();
@@ -260,6 +263,7 @@ bool OfficeProcess::Terminate(int waitSeconds) {
 
 void OfficeProcess::Kill() {
   if (pid_ <= 0) return;
+  if (session_) ForgetRemoteOffice(session_->context);
   kill(pid_, SIGKILL);
   waitpid(pid_, nullptr, 0);
   pid_ = -1;

@@ -1,6 +1,7 @@
 #include <chrono>
 #include <exception>
 #include <future>
+#include <mutex>
 
 #include <com/sun/star/awt/AsyncCallback.hpp>
 #include <com/sun/star/awt/XCallback.hpp>
@@ -13,11 +14,16 @@ namespace nivarel::host {
 
 namespace {
 
+std::mutex remoteMutex;
+Reference<uno::XComponentContext> remoteContext;
+thread_local bool onOfficeThread = false;
+
 // Called back by the office's event loop; runs the work and reports.
 class Work : public cppu::WeakImplHelper1<css::awt::XCallback> {
  public:
   explicit Work(const std::function<void()>& f) : f_(f) {}
   void SAL_CALL notify(const uno::Any&) override {
+    OfficeThreadScope scope;
     try {
       f_();
       done_.set_value();
@@ -34,15 +40,45 @@ class Work : public cppu::WeakImplHelper1<css::awt::XCallback> {
 
 }  // namespace
 
-void OnOfficeThread(const HostSession& s, const std::function<void()>& f) {
-  if (!s.remote) {
+OfficeThreadScope::OfficeThreadScope() : previous_(onOfficeThread) { onOfficeThread = true; }
+OfficeThreadScope::~OfficeThreadScope() { onOfficeThread = previous_; }
+
+void SetRemoteOffice(const Reference<uno::XComponentContext>& context) {
+  std::lock_guard<std::mutex> lock(remoteMutex);
+  remoteContext = context;
+}
+
+void ForgetRemoteOffice(const Reference<uno::XComponentContext>& context) {
+  std::lock_guard<std::mutex> lock(remoteMutex);
+  if (remoteContext == context) remoteContext.clear();
+}
+
+bool NeedsOfficeThread() {
+  if (onOfficeThread) return false;
+  std::lock_guard<std::mutex> lock(remoteMutex);
+  return remoteContext.is();
+}
+
+void RunOnOfficeThread(const std::function<void()>& f) {
+  Reference<uno::XComponentContext> context;
+  {
+    std::lock_guard<std::mutex> lock(remoteMutex);
+    context = remoteContext;
+  }
+  if (onOfficeThread || !context.is()) {
     f();
     return;
   }
   rtl::Reference<Work> work(new Work(f));
   auto done = work->Done();
-  css::awt::AsyncCallback::create(s.context)->addCallback(Reference<css::awt::XCallback>(work.get()), uno::Any());
-  if (done.wait_for(std::chrono::seconds(60)) != std::future_status::ready)
+  try {
+    css::awt::AsyncCallback::create(context)->addCallback(Reference<css::awt::XCallback>(work.get()), uno::Any());
+  } catch (const uno::Exception& e) {
+    throw HostError(HostError::kOfficeFailure, "The office cannot be reached: " + ToUtf8(e.Message));
+  }
+  // A modal box may keep the office busy for a while; a dead office is the
+  // caller's watchdog's business.
+  if (done.wait_for(std::chrono::minutes(10)) != std::future_status::ready)
     throw HostError(HostError::kOfficeFailure, "The office did not get to the work");
   done.get();
 }

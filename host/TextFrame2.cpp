@@ -1,5 +1,8 @@
 #include "TextFrame2.h"
 
+#include <com/sun/star/awt/Point.hpp>
+#include <com/sun/star/drawing/TextHorizontalAdjust.hpp>
+
 #include <com/sun/star/text/XText.hpp>
 
 #include "MsoConstants.h"
@@ -25,10 +28,17 @@ void TextFrame2::SetAutoSize(int value) {
   Call("TextFrame2.AutoSize", [&] {
     auto ps = shape_->Props();
     bool fit = value == msoAutoSizeShapeToFitText;
+    // The shape keeps its top left corner while it fits itself to the text.
+    css::awt::Point corner = shape_->shape->getPosition();
     SetProp(ps, "TextAutoGrowHeight", fit);
-    // Without word wrap the shape grows sideways to fit its longest line too.
+    // Without word wrap the shape grows sideways to fit its longest line too,
+    // from its left edge.
     bool wrap = GetProp<bool>(ps, "TextWordWrap");
-    if (ps->getPropertySetInfo()->hasPropertyByName("TextAutoGrowWidth")) SetProp(ps, "TextAutoGrowWidth", fit && !wrap);
+    if (ps->getPropertySetInfo()->hasPropertyByName("TextAutoGrowWidth")) {
+      if (fit && !wrap) SetProp(ps, "TextHorizontalAdjust", css::drawing::TextHorizontalAdjust_LEFT);
+      SetProp(ps, "TextAutoGrowWidth", fit && !wrap);
+    }
+    shape_->shape->setPosition(corner);
   });
 }
 

@@ -18,6 +18,9 @@ namespace nivarel::host {
 
 namespace test = css::ui::test;
 
+// The UI-test service is driven from beside the office's thread, as a person
+// at the keyboard would be: its calls don't go through the office's thread.
+
 struct UiDriver::State {
   std::shared_ptr<HostSession> session;
   Reference<test::XUITest> ui;
@@ -47,7 +50,7 @@ Reference<test::XUIObject> Top(const Reference<test::XUITest>& ui) {
 
 UiDriver::UiDriver(const Application& app) : state_(std::make_shared<State>()) {
   state_->session = app.Session();
-  Call("UiDriver", [&] {
+  CallHere("UiDriver", [&] {
     auto ctx = state_->session->context;
     state_->ui.set(ctx->getServiceManager()->createInstanceWithContext("org.libreoffice.uitest.UITest", ctx),
                    uno::UNO_QUERY_THROW);
@@ -55,7 +58,7 @@ UiDriver::UiDriver(const Application& app) : state_(std::make_shared<State>()) {
 }
 
 void UiDriver::SelectCell(const std::string& address) {
-  Call("UiDriver.SelectCell", [&] {
+  CallHere("UiDriver.SelectCell", [&] {
     auto grid = Top(state_->ui)->getChild("grid_window");
     bool single = address.find(':') == std::string::npos;
     grid->executeAction("SELECT", Args({{single ? "CELL" : "RANGE", address}}));
@@ -63,14 +66,14 @@ void UiDriver::SelectCell(const std::string& address) {
 }
 
 void UiDriver::Type(const std::string& text) {
-  Call("UiDriver.Type", [&] {
+  CallHere("UiDriver.Type", [&] {
     auto grid = Top(state_->ui)->getChild("grid_window");
     grid->executeAction("TYPE", Args({{"TEXT", text}}));
   });
 }
 
 void UiDriver::PressKey(const std::string& key) {
-  Call("UiDriver.PressKey", [&] {
+  CallHere("UiDriver.PressKey", [&] {
     auto top = Top(state_->ui);
     Reference<test::XUIObject> target = top;
     try {
@@ -89,7 +92,7 @@ void UiDriver::TypeIntoCell(const std::string& address, const std::string& text)
 }
 
 void UiDriver::RunCommand(const std::string& command, bool opensDialog) {
-  Call("UiDriver.RunCommand", [&] {
+  CallHere("UiDriver.RunCommand", [&] {
     if (opensDialog)
       state_->ui->executeDialog(ToOu(command));
     else
@@ -98,7 +101,7 @@ void UiDriver::RunCommand(const std::string& command, bool opensDialog) {
 }
 
 std::string UiDriver::FocusWindowId() const {
-  return Call("UiDriver.FocusWindow", [&] {
+  return CallHere("UiDriver.FocusWindow", [&] {
     auto top = Top(state_->ui);
     auto state = top->getState();
     for (const auto& p : state)
@@ -112,13 +115,13 @@ std::string UiDriver::FocusWindowId() const {
 }
 
 void UiDriver::ClickButton(const std::string& id) {
-  Call("UiDriver.ClickButton", [&] {
+  CallHere("UiDriver.ClickButton", [&] {
     Top(state_->ui)->getChild(ToOu(id))->executeAction("CLICK", {});
   });
 }
 
 std::string UiDriver::ControlText(const std::string& id) const {
-  return Call("UiDriver.ControlText", [&] {
+  return CallHere("UiDriver.ControlText", [&] {
     auto state = Top(state_->ui)->getChild(ToOu(id))->getState();
     for (const auto& p : state)
       if (p.Name == "Text" || p.Name == "Label") {
@@ -131,13 +134,13 @@ std::string UiDriver::ControlText(const std::string& id) const {
 }
 
 void UiDriver::TypeInto(const std::string& id, const std::string& text) {
-  Call("UiDriver.TypeInto", [&] {
+  CallHere("UiDriver.TypeInto", [&] {
     Top(state_->ui)->getChild(ToOu(id))->executeAction("TYPE", Args({{"TEXT", text}}));
   });
 }
 
 std::vector<std::string> UiDriver::Children() const {
-  return Call("UiDriver.Children", [&] {
+  return CallHere("UiDriver.Children", [&] {
     std::vector<std::string> out;
     for (const auto& c : Top(state_->ui)->getChildren()) out.push_back(ToUtf8(c));
     return out;
@@ -165,7 +168,7 @@ bool TopIsModal(const Reference<test::XUITest>& ui) {
 }  // namespace
 
 bool UiDriver::WaitForModal(int timeoutMs, const std::string& notId) const {
-  return Call("UiDriver.WaitForModal", [&] {
+  return CallHere("UiDriver.WaitForModal", [&] {
     auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(timeoutMs);
     auto wanted = [&] {
       if (!TopIsModal(state_->ui)) return false;
@@ -181,7 +184,7 @@ bool UiDriver::WaitForModal(int timeoutMs, const std::string& notId) const {
 }
 
 bool UiDriver::WaitForNoModal(int timeoutMs) const {
-  return Call("UiDriver.WaitForNoModal", [&] {
+  return CallHere("UiDriver.WaitForNoModal", [&] {
     auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(timeoutMs);
     while (TopIsModal(state_->ui)) {
       if (std::chrono::steady_clock::now() > end) return false;
@@ -192,7 +195,7 @@ bool UiDriver::WaitForNoModal(int timeoutMs) const {
 }
 
 bool UiDriver::WaitForDocument(int timeoutMs) const {
-  return Call("UiDriver.WaitForDocument", [&] {
+  return CallHere("UiDriver.WaitForDocument", [&] {
     auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(timeoutMs);
     for (;;) {
       auto top = state_->ui->getTopFocusWindow();
@@ -209,11 +212,11 @@ bool UiDriver::WaitForDocument(int timeoutMs) const {
 }
 
 std::string UiDriver::Title() const {
-  return Call("UiDriver.Title", [&] { return StateOf(Top(state_->ui), "Text"); });
+  return CallHere("UiDriver.Title", [&] { return StateOf(Top(state_->ui), "Text"); });
 }
 
 std::string UiDriver::MessageText() const {
-  return Call("UiDriver.MessageText", [&] {
+  return CallHere("UiDriver.MessageText", [&] {
     // The message is an unnamed multi-line text among the box's children.
     auto tree = nlohmann::json::parse(ToUtf8(Top(state_->ui)->getHierarchy()));
     std::string text;

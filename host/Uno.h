@@ -5,6 +5,8 @@
 #include <functional>
 #include <map>
 #include <mutex>
+#include <optional>
+#include <type_traits>
 #include <memory>
 #include <string>
 #include <vector>
@@ -47,18 +49,36 @@ struct HostSession {
   bool screenUpdating = true;
   Reference<css::frame::XModel> lockedModel;
   int objectModelVersion = 12;
-  // The office runs in another process and is reached over a bridge.
-  bool remote = false;
   // One handle state per office shape, so that every handle the logic holds
   // follows the shape when the office replaces its object (grouping).
   std::mutex shapesMutex;
   std::map<void*, std::weak_ptr<struct ShapeImpl>> shapes;
 };
 
-// Runs f on the office's own event-loop thread when the office is remote
-// (its calls into the office then run there too, not beside the office's
-// idle work); in the office's process f runs at once. Exceptions travel.
-void OnOfficeThread(const HostSession& s, const std::function<void()>& f);
+// The office that this process drives from outside, or none (inside the
+// office). Every call of the layer then runs on the office's own event-loop
+// thread, as the add-in's own calls inside the office do, and not beside the
+// office's idle work.
+void SetRemoteOffice(const Reference<uno::XComponentContext>& context);
+// Stops sending calls to that office, when it is the one calls go to.
+void ForgetRemoteOffice(const Reference<uno::XComponentContext>& context);
+// True when a call of the layer must be sent to the office's thread first.
+bool NeedsOfficeThread();
+// Runs f on the remote office's thread, or at once when there is no remote
+// office or this thread already serves the office's thread. Exceptions travel.
+void RunOnOfficeThread(const std::function<void()>& f);
+// Marks the current thread as serving a call from the office's thread (the
+// office's callbacks into this process): calls made here go straight back.
+class OfficeThreadScope {
+ public:
+  OfficeThreadScope();
+  ~OfficeThreadScope();
+  OfficeThreadScope(const OfficeThreadScope&) = delete;
+  OfficeThreadScope& operator=(const OfficeThreadScope&) = delete;
+
+ private:
+  bool previous_;
+};
 
 // The window that the add-in's dialogs and messages belong to: that of the
 // active spreadsheet, else the office's current one; empty when there is none.
@@ -138,10 +158,36 @@ inline long OfficeToRgb(sal_Int32 c) {
   return ((c & 0xFF) << 16) | (c & 0xFF00) | ((c >> 16) & 0xFF);
 }
 
+// Runs an office call on the calling thread and turns any office exception
+// into a HostError whose description names the operation.
+template <class F>
+auto CallHere(const char* what, F&& f) -> decltype(f()) {
+  try {
+    return f();
+  } catch (const HostError&) {
+    throw;
+  } catch (const uno::Exception& e) {
+    std::string msg = ToUtf8(e.Message);
+    throw HostError(HostError::kOfficeFailure,
+                    std::string(what) + (msg.empty() ? std::string() : ": " + msg));
+  }
+}
+
 // Runs an office call and turns any office exception into a HostError whose
 // description names the operation.
 template <class F>
 auto Call(const char* what, F&& f) -> decltype(f()) {
+  using Result = decltype(f());
+  if (NeedsOfficeThread()) {
+    if constexpr (std::is_void_v<Result>) {
+      RunOnOfficeThread([&] { Call(what, f); });
+      return;
+    } else {
+      std::optional<Result> result;
+      RunOnOfficeThread([&] { result.emplace(Call(what, f)); });
+      return std::move(*result);
+    }
+  }
   try {
     return f();
   } catch (const HostError&) {

@@ -105,7 +105,7 @@ bool Workbook::MultiUserEditing() const {
 void Workbook::Close() {
   Call("Workbook.Close", [&] {
     Reference<css::util::XCloseable> c(impl_->document, uno::UNO_QUERY_THROW);
-    OnOfficeThread(*impl_->session, [&] { c->close(true); });
+    c->close(true);
   });
 }
 
@@ -129,6 +129,7 @@ class DocumentEvents : public cppu::WeakImplHelper1<css::document::XDocumentEven
  public:
   explicit DocumentEvents(std::function<void(Workbook::Event)> f) : f_(std::move(f)) {}
   void SAL_CALL documentEventOccured(const css::document::DocumentEvent& e) override {
+    OfficeThreadScope scope;
     const OUString& n = e.EventName;
     try {
       if (n == "OnPrepareUnload")

@@ -37,11 +37,7 @@ static Workbook Load(const std::shared_ptr<HostSession>& session, const OUString
 }
 
 Workbook Workbooks::Add() {
-  return Call("Workbooks.Add", [&] {
-    std::optional<Workbook> book;
-    OnOfficeThread(*session_, [&] { book = Load(session_, "private:factory/scalc", false); });
-    return *book;
-  });
+  return Call("Workbooks.Add", [&] { return Load(session_, "private:factory/scalc", false); });
 }
 
 Workbook Workbooks::Open(const std::string& path) {

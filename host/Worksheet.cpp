@@ -175,6 +175,7 @@ class SheetChanges : public cppu::WeakImplHelper1<css::util::XChangesListener> {
       : sheet_(std::move(sheet)), f_(std::move(f)) {}
 
   void SAL_CALL changesOccurred(const css::util::ChangesEvent& event) override {
+    OfficeThreadScope scope;
     if (!sheet_->session->enableEvents) return;
     int index = sheet_->Index();
     for (const auto& change : event.Changes) {

@@ -1,0 +1,27 @@
+// Text of the settings files. The files are UTF-8 and are always written so;
+// a file whose bytes aren't valid UTF-8 was brought from Windows and is read
+// as Windows-1252. In memory all text is UTF-8.
+#pragma once
+
+#include <string>
+
+namespace nivarel::rules {
+
+// Whether the bytes are well-formed UTF-8: shortest forms only, no surrogates,
+// nothing above U+10FFFF. NUL bytes are allowed.
+bool IsValidUtf8(const std::string& bytes);
+
+// The bytes unchanged if they are valid UTF-8; otherwise each byte mapped by
+// the Windows-1252 table to UTF-8. The five bytes the table leaves undefined
+// (0x81, 0x8D, 0x8F, 0x90, 0x9D) become the code points of the same value.
+std::string ToUtf8FromFileBytes(const std::string& bytes);
+
+// The bytes without a leading UTF-8 byte order mark.
+std::string WithoutUtf8Bom(const std::string& bytes);
+
+// The text upper-cased, for comparisons that ignore case: the letters of the
+// Latin (ASCII, Latin-1, Latin Extended-A), Greek and Cyrillic alphabets.
+// Other characters, and bytes that aren't valid UTF-8, stay as they are.
+std::string UpperCase(const std::string& text);
+
+}  // namespace nivarel::rules
