@@ -1,5 +1,7 @@
 #include "LineFormat.h"
 
+#include <cmath>
+
 #include <com/sun/star/awt/Point.hpp>
 #include <com/sun/star/drawing/DashStyle.hpp>
 #include <com/sun/star/drawing/LineDash.hpp>
@@ -20,6 +22,10 @@ const char kStyleKey[] = "nivarel-line-style";
 const char kArrowKey[] = "nivarel-arrow";
 const char kArrowLengthKey[] = "nivarel-arrow-length";
 const char kArrowWidthKey[] = "nivarel-arrow-width";
+// Widths are 1/100 mm in the office: the weight the logic set is kept beside
+// the width, in 1/12700 points, and reads back while the width is still its own.
+const char kWeightKey[] = "nivarel-line-weight";
+constexpr double kWeightUnitsPerPoint = 12700.0;
 
 css::drawing::LineDash DashFor(int dash) {
   css::drawing::LineDash d;
@@ -77,13 +83,29 @@ void LineFormat::SetVisible(bool on) {
 double LineFormat::Weight() const {
   return Call("LineFormat.Weight", [&] {
     sal_Int32 w = GetProp<sal_Int32>(shape_->Props(), "LineWidth");
+    int kept = GetShapeAttribute(*shape_, kWeightKey, -1);
+    if (kept >= 0 && PtToHmm(kept / kWeightUnitsPerPoint) == w) return kept / kWeightUnitsPerPoint;
     // The office's hairline (0) is drawn a quarter point wide.
     return w == 0 ? 0.25 : HmmToPt(w);
   });
 }
 
 void LineFormat::SetWeight(double points) {
-  Call("LineFormat.Weight", [&] { SetProp(shape_->Props(), "LineWidth", PtToHmm(points)); });
+  Call("LineFormat.Weight", [&] {
+    auto ps = shape_->Props();
+    // The office moves the text's distances from the edges by half of the
+    // change in width; the host keeps a shape's margins where they were.
+    const char* distances[] = {"TextLeftDistance", "TextRightDistance", "TextUpperDistance", "TextLowerDistance"};
+    bool hasText = ps->getPropertySetInfo()->hasPropertyByName("TextLeftDistance");
+    sal_Int32 kept[4] = {};
+    if (hasText)
+      for (int i = 0; i < 4; ++i) kept[i] = GetProp<sal_Int32>(ps, distances[i]);
+    SetProp(ps, "LineWidth", PtToHmm(points));
+    if (hasText)
+      for (int i = 0; i < 4; ++i)
+        if (GetProp<sal_Int32>(ps, distances[i]) != kept[i]) SetProp(ps, distances[i], kept[i]);
+    SetShapeAttribute(*shape_, kWeightKey, static_cast<int>(std::lround(points * kWeightUnitsPerPoint)));
+  });
 }
 
 int LineFormat::Style() const {

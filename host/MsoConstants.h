@@ -50,6 +50,9 @@ constexpr int msoArrowheadNarrow = 1, msoArrowheadWidthMedium = 2, msoArrowheadW
 // Fill none.
 constexpr int xlNone = -4142;
 
+// Gradient styles.
+constexpr int msoGradientHorizontal = 1, msoGradientVertical = 2;
+
 // Template save formats.
 constexpr int xlTemplate = 17, xlOpenXMLTemplate = 54;
 

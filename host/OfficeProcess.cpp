@@ -1,5 +1,9 @@
 #include "OfficeProcess.h"
 
+#include <com/sun/star/container/XEnumeration.hpp>
+#include <com/sun/star/container/XEnumerationAccess.hpp>
+#include <com/sun/star/util/XModifiable.hpp>
+
 #include <fcntl.h>
 #include <signal.h>
 #include <stdlib.h>
@@ -242,7 +246,21 @@ Application OfficeProcess::App() const { return Application(session_); }
 bool OfficeProcess::Terminate(int waitSeconds) {
   if (pid_ <= 0) return true;
   bool clean = false;
-  if (session_) ForgetRemoteOffice(session_->context);
+  // Unsaved documents would make the office ask before it ends: they are
+  // given up first.
+  if (session_) {
+    try {
+      Call("OfficeProcess.Terminate", [&] {
+        auto documents = session_->desktop->getComponents()->createEnumeration();
+        while (documents->hasMoreElements()) {
+          Reference<css::util::XModifiable> modifiable(documents->nextElement(), uno::UNO_QUERY);
+          if (modifiable.is()) modifiable->setModified(false);
+        }
+      });
+    } catch (const HostError&) {
+    }
+    ForgetRemoteOffice(session_->context);
+  }
   if (session_ && session_->desktop.is()) {
     try {
       session_->desktop->terminate();

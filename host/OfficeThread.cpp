@@ -1,3 +1,5 @@
+// The office's thread for a remote client, and the count of the layer's calls.
+#include <atomic>
 #include <chrono>
 #include <exception>
 #include <future>
@@ -8,6 +10,7 @@
 #include <cppuhelper/implbase1.hxx>
 #include <rtl/ref.hxx>
 
+#include "HostStats.h"
 #include "Uno.h"
 
 namespace nivarel::host {
@@ -82,5 +85,17 @@ void RunOnOfficeThread(const std::function<void()>& f) {
     throw HostError(HostError::kOfficeFailure, "The office did not get to the work");
   done.get();
 }
+
+}  // namespace nivarel::host
+
+namespace nivarel::host {
+
+namespace {
+std::atomic<long> hostCalls{0};
+}
+
+void CountHostCall() { hostCalls.fetch_add(1, std::memory_order_relaxed); }
+
+long HostCallCount() { return hostCalls.load(std::memory_order_relaxed); }
 
 }  // namespace nivarel::host

@@ -23,6 +23,7 @@
 #include "AutoShapeTypes.h"
 #include "MsoConstants.h"
 #include "Range.h"
+#include "ShapeStylePresets.h"
 #include "Uno.h"
 #include "Worksheet.h"
 
@@ -334,8 +335,11 @@ int Shape::ShapeStyle() const {
 void Shape::SetShapeStyle(int style) {
   if (impl_->sheet->session->objectModelVersion < 12)
     throw HostError(438, "Object doesn't support this property or method");
-  if (style < 1 || style > 42) throw HostError(HostError::kInvalidArgument, "The specified value is out of range.");
+  if (!FindShapeStylePreset(style))
+    throw HostError(HostError::kInvalidArgument, "The specified value is out of range.");
+  // Calc has no theme gallery: the id stays with the shape and the layer draws the preset's look itself.
   Call("Shape.ShapeStyle", [&] { SetShapeAttribute(*impl_, kStyleAttribute, style); });
+  ApplyShapeStylePreset(*this, style, true);
 }
 
 ConnectorFormat Shape::GetConnectorFormat() const {

@@ -55,6 +55,8 @@ class Shape {
   ShadowFormat Shadow() const;
   // Themed style preset 1 to 42 (version 12 and later); 0 when none was set.
   int ShapeStyle() const;
+  // Gives the shape the preset's look (fill, outline, shadow, text colour) and
+  // keeps the id; see ShapeStylePresets.h.
   void SetShapeStyle(int style);
 
   ConnectorFormat GetConnectorFormat() const;

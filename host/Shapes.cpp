@@ -116,6 +116,15 @@ Shape Shapes::AddShape(int autoShapeType, double left, double top, double width,
     type.Name = "Type";
     type.Value <<= OUString::createFromAscii(info->officeType);
     SetProp(ps, "CustomShapeGeometry", uno::Sequence<css::beans::PropertyValue>(&type, 1));
+    // A new auto shape wraps its text and keeps its size until told to fit
+    // it; its text keeps the automatic margins from the edges.
+    SetProp(ps, "TextWordWrap", true);
+    SetProp(ps, "TextLeftDistance", PtToHmm(7.2));
+    SetProp(ps, "TextRightDistance", PtToHmm(7.2));
+    SetProp(ps, "TextUpperDistance", PtToHmm(3.6));
+    SetProp(ps, "TextLowerDistance", PtToHmm(3.6));
+    SetProp(ps, "TextAutoGrowHeight", false);
+    SetProp(ps, "TextAutoGrowWidth", false);
     Place(s, left, top, width, height);
     if (info->addedSites) {
       // The office's geometry lacks the host's connection sites: add them

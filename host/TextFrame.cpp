@@ -34,8 +34,23 @@ bool TextFrame::AutoSize() const {
   return Call("TextFrame.AutoSize", [&] { return GetProp<bool>(shape_->Props(), "TextAutoGrowHeight"); });
 }
 
+void FitShapeToText(const ShapeImpl& shape, bool fit) {
+  auto ps = shape.Props();
+  // The shape keeps its top left corner while it fits itself to the text.
+  css::awt::Point corner = shape.shape->getPosition();
+  SetProp(ps, "TextAutoGrowHeight", fit);
+  // Without word wrap the shape grows sideways to fit its longest line too,
+  // from its left edge.
+  bool wrap = GetProp<bool>(ps, "TextWordWrap");
+  if (ps->getPropertySetInfo()->hasPropertyByName("TextAutoGrowWidth")) {
+    if (fit && !wrap) SetProp(ps, "TextHorizontalAdjust", css::drawing::TextHorizontalAdjust_LEFT);
+    SetProp(ps, "TextAutoGrowWidth", fit && !wrap);
+  }
+  shape.shape->setPosition(corner);
+}
+
 void TextFrame::SetAutoSize(bool on) {
-  Call("TextFrame.AutoSize", [&] { SetProp(shape_->Props(), "TextAutoGrowHeight", on); });
+  Call("TextFrame.AutoSize", [&] { FitShapeToText(*shape_, on); });
 }
 
 bool TextFrame::AutoMargins() const {

@@ -1,8 +1,5 @@
 #include "TextFrame2.h"
 
-#include <com/sun/star/awt/Point.hpp>
-#include <com/sun/star/drawing/TextHorizontalAdjust.hpp>
-
 #include <com/sun/star/text/XText.hpp>
 
 #include "MsoConstants.h"
@@ -25,21 +22,7 @@ int TextFrame2::AutoSize() const {
 }
 
 void TextFrame2::SetAutoSize(int value) {
-  Call("TextFrame2.AutoSize", [&] {
-    auto ps = shape_->Props();
-    bool fit = value == msoAutoSizeShapeToFitText;
-    // The shape keeps its top left corner while it fits itself to the text.
-    css::awt::Point corner = shape_->shape->getPosition();
-    SetProp(ps, "TextAutoGrowHeight", fit);
-    // Without word wrap the shape grows sideways to fit its longest line too,
-    // from its left edge.
-    bool wrap = GetProp<bool>(ps, "TextWordWrap");
-    if (ps->getPropertySetInfo()->hasPropertyByName("TextAutoGrowWidth")) {
-      if (fit && !wrap) SetProp(ps, "TextHorizontalAdjust", css::drawing::TextHorizontalAdjust_LEFT);
-      SetProp(ps, "TextAutoGrowWidth", fit && !wrap);
-    }
-    shape_->shape->setPosition(corner);
-  });
+  Call("TextFrame2.AutoSize", [&] { FitShapeToText(*shape_, value == msoAutoSizeShapeToFitText); });
 }
 
 std::string TextFrame2::Text() const {

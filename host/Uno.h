@@ -105,6 +105,10 @@ struct ShapeImpl {
   Reference<css::beans::XPropertySet> Props() const;
 };
 
+// Turns the shape's fitting to its text on or off: its height, and its width
+// too while word wrap is off. The top left corner stays where it is.
+void FitShapeToText(const ShapeImpl& shape, bool fit);
+
 // The handle state of an office shape, shared by all handles to it.
 std::shared_ptr<ShapeImpl> ShapeFor(const std::shared_ptr<SheetRef>& sheet, const Reference<css::drawing::XShape>& shape);
 // After grouping or ungrouping the office makes new objects for the members:
@@ -158,10 +162,14 @@ inline long OfficeToRgb(sal_Int32 c) {
   return ((c & 0xFF) << 16) | (c & 0xFF00) | ((c >> 16) & 0xFF);
 }
 
+// Counts one operation of the layer (see HostCallCount).
+void CountHostCall();
+
 // Runs an office call on the calling thread and turns any office exception
 // into a HostError whose description names the operation.
 template <class F>
 auto CallHere(const char* what, F&& f) -> decltype(f()) {
+  CountHostCall();
   try {
     return f();
   } catch (const HostError&) {
@@ -179,6 +187,7 @@ template <class F>
 auto Call(const char* what, F&& f) -> decltype(f()) {
   using Result = decltype(f());
   if (NeedsOfficeThread()) {
+    // Counted once, where it runs.
     if constexpr (std::is_void_v<Result>) {
       RunOnOfficeThread([&] { Call(what, f); });
       return;
@@ -188,15 +197,7 @@ auto Call(const char* what, F&& f) -> decltype(f()) {
       return std::move(*result);
     }
   }
-  try {
-    return f();
-  } catch (const HostError&) {
-    throw;
-  } catch (const uno::Exception& e) {
-    std::string msg = ToUtf8(e.Message);
-    throw HostError(HostError::kOfficeFailure,
-                    std::string(what) + (msg.empty() ? std::string() : ": " + msg));
-  }
+  return CallHere(what, std::forward<F>(f));
 }
 
 template <class T>

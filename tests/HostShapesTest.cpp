@@ -106,6 +106,7 @@ TEST_F(HostShapesTest, GroupsTextAndKindsOfShape) {
 
 TEST_F(HostShapesTest, FormatsReadBackInTheLogicsUnits) {
   Shape s = sheet_->GetShapes().AddShape(msoShapeFlowchartProcess, 10, 10, 80, 40);
+  s.SetShapeStyle(33);  // the preset's look first: the formats below override it
   s.Fill().ForeColor().SetRGB(0x00CCFF);  // red in the low byte: orange
   s.Line().SetWeight(2.25);
   s.Line().SetDashStyle(msoLineDash);
@@ -117,7 +118,6 @@ TEST_F(HostShapesTest, FormatsReadBackInTheLogicsUnits) {
   s.GetTextFrame().GetCharacters().SetText("Pack");
   s.GetTextFrame().GetCharacters().GetFont().SetSize(8.5);
   s.GetTextFrame().GetCharacters().GetFont().SetColor(0x0000FF);
-  s.SetShapeStyle(33);
 
   EXPECT_EQ(0x00CCFF, s.Fill().ForeColor().RGB());
   EXPECT_NEAR(2.25, s.Line().Weight(), 0.03);

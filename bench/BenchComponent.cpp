@@ -1,0 +1,177 @@
+// Measurements of the add-in's engine, run inside the office as the add-in
+// itself runs: a protocol handler for "vnd.nivarel-bench:<name>?<file>" that
+// writes its results to the file as one JSON object.
+#include <chrono>
+#include <fstream>
+#include <memory>
+#include <vector>
+
+#include <com/sun/star/frame/Desktop.hpp>
+#include <com/sun/star/frame/DispatchDescriptor.hpp>
+#include <com/sun/star/frame/XDispatch.hpp>
+#include <com/sun/star/frame/XDispatchProvider.hpp>
+#include <com/sun/star/lang/XServiceInfo.hpp>
+#include <cppuhelper/factory.hxx>
+#include <cppuhelper/implbase1.hxx>
+#include <cppuhelper/implbase3.hxx>
+#include <com/sun/star/awt/AsyncCallback.hpp>
+#include <com/sun/star/awt/XCallback.hpp>
+#include <cppuhelper/implementationentry.hxx>
+#include <cppuhelper/supportsservice.hxx>
+
+#include "Application.h"
+#include "CConfig.h"
+#include "CShapeAdder.h"
+#include "CShapeDimensions.h"
+#include "CShapeFormatter.h"
+#include "CSymbolData.h"
+#include "HostStats.h"
+#include "MGlobalVariables.h"
+#include "Range.h"
+#include "Uno.h"
+
+namespace nivarel::bench {
+
+namespace {
+
+using namespace host;
+namespace frame = css::frame;
+
+constexpr char kProtocol[] = "vnd.nivarel-bench:";
+
+// Sizes 50 process symbols that hold a 12-word step, one after the other,
+// with screen updates off as in a run, and reports the cost of one sizing.
+std::string MeasureSizing(const Reference<uno::XComponentContext>& context) {
+  auto session = std::make_shared<HostSession>();
+  session->context = context;
+  session->desktop = frame::Desktop::create(context);
+  ExcelApp = Application(session);
+  ExcelVersion = 12;
+  InitializeGlobals();
+  SetGlobalRowHeight();
+
+  rules::CConfig config;
+  config.AutosizeHeight = true;
+  config.SmartSizing = true;
+  config.FontName = "Liberation Sans";
+  config.FontSize = 8;
+  config.HorizontalAlignment = -4108;
+  config.VerticalAlignment = -4108;
+  rules::CSymbolData symbols;
+  auto process = std::make_shared<rules::CSymbol>();
+  process->Width = 8;
+  process->MinHeight = 2;
+  symbols.AddSymbol(process);
+
+  const std::string text = "Check the customer order against the stock list before shipping it out";
+  std::optional<Worksheet> sheet = ExcelApp->ActiveSheet();
+  shapes::CShapeFormatter formatter;
+  shapes::CShapeAdder adder;
+  shapes::CShapeDimensions dimensions;
+  const int count = 50;
+  std::vector<double> ms;
+  long calls = 0;
+  int rows = 0;
+  ExcelApp->SetScreenUpdating(false);
+  for (int i = 0; i < count; ++i) {
+    auto shape = adder.AddShape(sheet, symbols, config, formatter, text, "C" + std::to_string(3 + 4 * i), 61, "");
+    if (!shape) continue;
+    long before = HostCallCount();
+    auto start = std::chrono::steady_clock::now();
+    dimensions.SetShapeDimensions(*shape, config, symbols, 8, false, text);
+    ms.push_back(std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count());
+    calls += HostCallCount() - before;
+    rows = static_cast<int>(shape->Height() / GlobalRowHeight + 0.5);
+  }
+  ExcelApp->SetScreenUpdating(true);
+  ExcelApp.reset();
+
+  double total = 0, low = 1e9, high = 0;
+  for (double m : ms) {
+    total += m;
+    low = std::min(low, m);
+    high = std::max(high, m);
+  }
+  size_t n = ms.empty() ? 1 : ms.size();
+  return "{\"measure\": \"SetShapeDimensions\", \"words\": 12, \"shapes\": " + std::to_string(ms.size()) +
+         ", \"rows\": " + std::to_string(rows) + ", \"host_calls_per_shape\": " + std::to_string(calls / static_cast<long>(n)) +
+         ", \"ms_per_shape\": " + std::to_string(total / n) + ", \"ms_min\": " + std::to_string(low) +
+         ", \"ms_max\": " + std::to_string(high) + "}";
+}
+
+class BenchHandler : public cppu::WeakImplHelper3<frame::XDispatchProvider, frame::XDispatch, css::lang::XServiceInfo> {
+ public:
+  explicit BenchHandler(const Reference<uno::XComponentContext>& context) : context_(context) {}
+
+  Reference<frame::XDispatch> SAL_CALL queryDispatch(const css::util::URL& url, const OUString&, sal_Int32) override {
+    if (!url.Complete.startsWith(kProtocol)) return {};
+    return this;
+  }
+  uno::Sequence<Reference<frame::XDispatch>> SAL_CALL queryDispatches(
+      const uno::Sequence<frame::DispatchDescriptor>& requests) override {
+    uno::Sequence<Reference<frame::XDispatch>> result(requests.getLength());
+    for (sal_Int32 i = 0; i < requests.getLength(); ++i)
+      result.getArray()[i] = queryDispatch(requests[i].FeatureURL, requests[i].FrameName, requests[i].SearchFlags);
+    return result;
+  }
+  void SAL_CALL dispatch(const css::util::URL& url, const uno::Sequence<css::beans::PropertyValue>&) override {
+    // The measure runs from the office's event loop, as a menu command does.
+    css::awt::AsyncCallback::create(context_)->addCallback(new Run(context_, url.Complete), uno::Any());
+  }
+
+  // Runs one measure and writes its result.
+  class Run : public cppu::WeakImplHelper1<css::awt::XCallback> {
+   public:
+    Run(const Reference<uno::XComponentContext>& context, const OUString& url) : context_(context), url_(url) {}
+    void SAL_CALL notify(const uno::Any&) override { Measure(context_, url_); }
+
+   private:
+    Reference<uno::XComponentContext> context_;
+    OUString url_;
+  };
+
+  static void Measure(const Reference<uno::XComponentContext>& context_, const OUString& complete) {
+    std::string rest = ToUtf8(complete.copy(static_cast<sal_Int32>(sizeof kProtocol - 1)));
+    std::string name = rest.substr(0, rest.find('?'));
+    std::string file = rest.find('?') == std::string::npos ? std::string() : rest.substr(rest.find('?') + 1);
+    std::string result;
+    try {
+      result = name == "sizing" ? MeasureSizing(context_) : "{\"error\": \"unknown measure\"}";
+    } catch (const std::exception& e) {
+      result = std::string("{\"error\": \"") + e.what() + "\"}";
+    }
+    std::ofstream(file) << result << "\n";
+  }
+  void SAL_CALL addStatusListener(const Reference<frame::XStatusListener>&, const css::util::URL&) override {}
+  void SAL_CALL removeStatusListener(const Reference<frame::XStatusListener>&, const css::util::URL&) override {}
+
+  OUString SAL_CALL getImplementationName() override { return Name(); }
+  sal_Bool SAL_CALL supportsService(const OUString& name) override { return cppu::supportsService(this, name); }
+  uno::Sequence<OUString> SAL_CALL getSupportedServiceNames() override { return Services(); }
+
+  static OUString Name() { return "org.nivarel.bench.ProtocolHandler"; }
+  static uno::Sequence<OUString> Services() {
+    OUString name("com.sun.star.frame.ProtocolHandler");
+    return uno::Sequence<OUString>(&name, 1);
+  }
+
+ private:
+  Reference<uno::XComponentContext> context_;
+};
+
+Reference<uno::XInterface> SAL_CALL Create(const Reference<uno::XComponentContext>& context) {
+  return static_cast<cppu::OWeakObject*>(new BenchHandler(context));
+}
+
+const cppu::ImplementationEntry kEntries[] = {
+    {Create, BenchHandler::Name, BenchHandler::Services, cppu::createSingleComponentFactory, nullptr, 0},
+    {nullptr, nullptr, nullptr, nullptr, nullptr, 0}};
+
+}  // namespace
+}  // namespace nivarel::bench
+
+extern "C" SAL_DLLPUBLIC_EXPORT void* SAL_CALL component_getFactory(const char* implementationName,
+                                                                   void* serviceManager, void* registryKey) {
+  return cppu::component_getFactoryHelper(implementationName, serviceManager, registryKey,
+                                          nivarel::bench::kEntries);
+}

@@ -1,0 +1,90 @@
+#include "CShapeAdder.h"
+
+#include "MErrorHandler.h"
+#include "MGlobalVariables.h"
+#include "Range.h"
+#include "Shapes.h"
+
+namespace nivarel::shapes {
+
+namespace {
+
+std::string Trim(const std::string& s) {
+  size_t b = s.find_first_not_of(' ');
+  if (b == std::string::npos) return std::string();
+  return s.substr(b, s.find_last_not_of(' ') - b + 1);
+}
+
+// Character counts and offsets of UTF-8 text.
+size_t Length(const std::string& s) {
+  size_t n = 0;
+  for (unsigned char c : s) n += (c & 0xC0) != 0x80;
+  return n;
+}
+size_t ByteOffset(const std::string& s, size_t characters) {
+  size_t i = 0;
+  for (size_t seen = 0; i < s.size(); ++i)
+    if ((static_cast<unsigned char>(s[i]) & 0xC0) != 0x80 && seen++ == characters) break;
+  return i;
+}
+
+}  // namespace
+
+std::optional<host::Shape> CShapeAdder::AddShape(std::optional<host::Worksheet>& worksheet,
+                                                 const rules::CSymbolData& symbols, const rules::CConfig& config,
+                                                 CShapeFormatter& formatter, const std::string& text,
+                                                 const std::string& cellAddress, int16_t shapeType,
+                                                 const std::string& shapeName) {
+  try {
+    if (!worksheet && host::ExcelApp) worksheet = host::ExcelApp->ActiveSheet();
+    if (!worksheet) return std::nullopt;
+    host::Range cell = worksheet->GetRange(cellAddress);
+    double left = cell.Left(), top = cell.Top();
+    int16_t width = symbols.GetWidth(shapeType);
+    int16_t height = symbols.GetMinHeight(shapeType);
+    int16_t style = symbols.GetStyle(shapeType);
+    std::optional<host::Shape> shape;
+    try {
+      shape = worksheet->GetShapes().AddShape(shapeType, left, top, width * host::GlobalRowHeight,
+                                              height * host::GlobalRowHeight);
+    } catch (...) {
+      return std::nullopt;
+    }
+    if (!shapeName.empty()) {
+      try {
+        shape->SetName(shapeName);
+      } catch (...) {
+      }
+    }
+    size_t n = Length(Trim(text));
+    host::Characters characters = shape->GetTextFrame().GetCharacters();
+    // Formatting needs characters to act on: a placeholder stands in for none.
+    if (n == 0)
+      characters.SetText("Text");
+    else if (n > 250)
+      AddTextInPieces(*shape, text);
+    else
+      characters.SetText(text);
+    formatter.SetAllFormatSettings(*shape, config, style);
+    if (n == 0) characters.SetText(" ");
+    return shape;
+  } catch (...) {
+    host::ErrorHandler("CShapeAdder", "AddShape", false);
+    return std::nullopt;
+  }
+}
+
+void CShapeAdder::AddTextInPieces(host::Shape& shape, const std::string& text) {
+  try {
+    host::TextFrame frame = shape.GetTextFrame();
+    size_t length = Length(text);
+    for (size_t position = 1; position < length; position += 250) {
+      size_t from = ByteOffset(text, position - 1);
+      size_t to = ByteOffset(text, position - 1 + 250);
+      frame.GetCharacters(static_cast<int>(position), -1).Insert(text.substr(from, to - from));
+    }
+  } catch (...) {
+  }
+}
+
+}  // namespace nivarel::shapes

@@ -1,0 +1,45 @@
+#include "CShapeWizard.h"
+
+#include "CShapeAdder.h"
+#include "MErrorHandler.h"
+#include "MGlobalVariables.h"
+#include "MsoConstants.h"
+
+namespace nivarel::shapes {
+
+void CShapeWizard::AddTextToShape(host::Shape& shape, const std::string& text) {
+  CShapeAdder::AddTextInPieces(shape, text);
+}
+
+void CShapeWizard::AddTextToXL2007Shape(host::Shape& shape, const std::string& text) {
+  try {
+    shape.GetTextFrame2().SetText(text);
+  } catch (...) {
+    host::ErrorHandler("CShapeWizard", "AddTextToXL2007Shape", false);
+  }
+}
+
+void CShapeWizard::SetShapeDimensions(host::Shape& shape, int16_t symbolId, const std::string& text,
+                                      int16_t minRows, int32_t widthClass, const rules::CConfig& config) {
+  try {
+    double unit = host::GlobalRowHeight;
+    if (!config.AutosizeHeight) {
+      shape.SetWidth(widthClass * unit);
+      shape.SetHeight(minRows * unit);
+      return;
+    }
+    double left = shape.Left(), top = shape.Top();
+    dimensions_.BeginMeasure(shape);
+    if (symbolId == host::msoShapeFlowchartConnector || symbolId == host::msoShapeFlowchartOffpageConnector)
+      dimensions_.SetConnectorDimensions(shape, config, symbolId, widthClass, minRows, widthClass, left, top, text);
+    else if (symbolId == host::msoShapeFlowchartTerminator)
+      dimensions_.SetTerminatorDimensions(shape, widthClass, minRows, left, top, text);
+    else
+      dimensions_.SetNormalShapeDimensions(shape, widthClass, minRows, left, top, text);
+    dimensions_.EndMeasure(shape);
+  } catch (...) {
+    host::ErrorHandler("CShapeWizard", "SetShapeDimensions", false);
+  }
+}
+
+}  // namespace nivarel::shapes

@@ -1,0 +1,31 @@
+// Shape work for the batch tools, whose layout is worked out before the
+// shapes are drawn: adding text to an existing shape and sizing a shape with
+// the classes the layout gives.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "CConfig.h"
+#include "CShapeDimensions.h"
+#include "Shape.h"
+
+namespace nivarel::shapes {
+
+class CShapeWizard {
+ public:
+  // Adds a long text in pieces of 250 characters (see CShapeAdder).
+  void AddTextToShape(host::Shape& shape, const std::string& text);
+  // Sets the whole text in one step (object model 12 and later).
+  void AddTextToXL2007Shape(host::Shape& shape, const std::string& text);
+  // Sizes the shape as a symbol of symbolId with at least minRows rows and
+  // widthClass grid units wide. A connector sized by its text is centred on
+  // the width class.
+  void SetShapeDimensions(host::Shape& shape, int16_t symbolId, const std::string& text, int16_t minRows,
+                          int32_t widthClass, const rules::CConfig& config);
+
+ private:
+  CShapeDimensions dimensions_;
+};
+
+}  // namespace nivarel::shapes

@@ -1,0 +1,8 @@
+# Sources of the shape engine: creating, sizing, formatting and styling the
+# symbols, and (later) their flow lines. Built into the add-in's library.
+set(SHAPES_SOURCES
+  ${CMAKE_SOURCE_DIR}/shapes/CShapeFormatter.cpp
+  ${CMAKE_SOURCE_DIR}/shapes/CShapeDimensions.cpp
+  ${CMAKE_SOURCE_DIR}/shapes/CShapeAdder.cpp
+  ${CMAKE_SOURCE_DIR}/shapes/CShapeWizard.cpp
+)
