@@ -39,7 +39,15 @@ std::shared_ptr<ShapeImpl> ShapeFor(const std::shared_ptr<SheetRef>& sheet, cons
   void* key = KeyOf(shape);
   auto it = session.shapes.find(key);
   if (it != session.shapes.end())
-    if (auto impl = it->second.lock()) return impl;
+    if (auto impl = it->second.lock()) {
+      {
+        Reference<css::beans::XPropertySet> a(impl->shape, uno::UNO_QUERY), b(shape, uno::UNO_QUERY);
+        std::string na = a.is() ? ToUtf8(GetProp<OUString>(a, "Name")) : "?", nb = b.is() ? ToUtf8(GetProp<OUString>(b, "Name")) : "?";
+        bool same = Reference<uno::XInterface>(impl->shape, uno::UNO_QUERY) == Reference<uno::XInterface>(shape, uno::UNO_QUERY);
+        if (na != nb || !same) fprintf(stderr, "DBG hit key %p same %d names [%s] [%s]\n", key, (int)same, na.c_str(), nb.c_str());
+      }
+      return impl;
+    }
   if (session.shapes.size() > 256) {
     for (auto i = session.shapes.begin(); i != session.shapes.end();)
       i = i->second.expired() ? session.shapes.erase(i) : std::next(i);
@@ -335,11 +343,13 @@ int Shape::ShapeStyle() const {
 void Shape::SetShapeStyle(int style) {
   if (impl_->sheet->session->objectModelVersion < 12)
     throw HostError(438, "Object doesn't support this property or method");
-  if (!FindShapeStylePreset(style))
+  bool lineStyle = FindLineStylePreset(style) != nullptr;
+  if (!FindShapeStylePreset(style) && !(lineStyle && (Connector() || Type() == msoLine)))
     throw HostError(HostError::kInvalidArgument, "The specified value is out of range.");
   // Calc has no theme gallery: the id stays with the shape and the layer draws the preset's look itself.
   Call("Shape.ShapeStyle", [&] { SetShapeAttribute(*impl_, kStyleAttribute, style); });
-  ApplyShapeStylePreset(*this, style, true);
+  if (lineStyle) ApplyLineStylePreset(*this, style);
+  else ApplyShapeStylePreset(*this, style, true);
 }
 
 ConnectorFormat Shape::GetConnectorFormat() const {

@@ -53,10 +53,13 @@ class Shape {
   FillFormat Fill() const;
   LineFormat Line() const;
   ShadowFormat Shadow() const;
-  // Themed style preset 1 to 42 (version 12 and later); 0 when none was set.
+  // Themed style preset 1 to 42, or line style 10001 to 10021 (version 12
+  // and later); 0 when none was set.
   int ShapeStyle() const;
-  // Gives the shape the preset's look (fill, outline, shadow, text colour) and
-  // keeps the id; see ShapeStylePresets.h.
+  // Gives the shape the preset's look and keeps the id: a themed preset its
+  // fill, outline, shadow and text colour; a line style, which only a line
+  // or connector takes, its weight, colour and shadow (ShapeStylePresets.h).
+  // Any other id raises HostError and changes nothing.
   void SetShapeStyle(int style);
 
   ConnectorFormat GetConnectorFormat() const;

@@ -91,6 +91,37 @@ const BandLook kBands[6] = {
     {StyleFill::kGradient, 0.75, true, 1.811, 0.65, kWhite},
 };
 
+// Line styles: seven colours in each of three weights. The two heavier
+// weights cast a grey shadow.
+const long kLineColours[7] = {
+    Rgb(0, 0, 0), Rgb(74, 126, 187), Rgb(190, 75, 72), Rgb(152, 185, 84),
+    Rgb(125, 96, 160), Rgb(70, 170, 197), Rgb(246, 146, 64),
+};
+
+struct LineWeightLook {
+  double weight;
+  bool shadow;
+  double shadowOffsetX, shadowOffsetY, shadowTransparency;
+};
+
+const LineWeightLook kLineWeights[3] = {
+    {0.75, false, 0, 0, 0},
+    {2, true, 0.8, 1.575, 0.62},
+    {3, true, 0.9, 1.81, 0.65},
+};
+
+constexpr long kLineShadow = Rgb(150, 150, 150);
+
+std::array<LineStylePreset, 21> MakeLinePresets() {
+  std::array<LineStylePreset, 21> presets{};
+  for (int i = 0; i < 21; ++i) {
+    const LineWeightLook& w = kLineWeights[i / 7];
+    presets[i] = {kLineColours[i % 7], w.weight, w.shadow, kLineShadow, w.shadowOffsetX, w.shadowOffsetY,
+                  w.shadowTransparency};
+  }
+  return presets;
+}
+
 std::array<ShapeStylePreset, 42> MakePresets() {
   std::array<ShapeStylePreset, 42> presets{};
   for (int i = 0; i < 42; ++i) {
@@ -159,6 +190,30 @@ void ApplyShapeStylePreset(const Shape& shape, int id, bool withText) {
   }
 
   if (withText) parts.Run([&] { shape.GetTextFrame().GetCharacters().GetFont().SetColor(p->text); });
+  parts.RaiseFirst();
+}
+
+const LineStylePreset* FindLineStylePreset(int id) {
+  static const std::array<LineStylePreset, 21> presets = MakeLinePresets();
+  if (id < kFirstLineStylePreset || id > kLastLineStylePreset) return nullptr;
+  return &presets[id - kFirstLineStylePreset];
+}
+
+void ApplyLineStylePreset(const Shape& line, int id) {
+  const LineStylePreset* p = FindLineStylePreset(id);
+  if (!p) return;
+  Parts parts;
+  LineFormat format = line.Line();
+  parts.Run([&] { format.SetWeight(p->weight); });
+  ShadowFormat shadow = line.Shadow();
+  parts.Run([&] { shadow.SetVisible(p->shadow); });
+  if (p->shadow) {
+    parts.Run([&] { shadow.ForeColor().SetRGB(p->shadowColour); });
+    parts.Run([&] { shadow.SetOffsetX(p->shadowOffsetX); });
+    parts.Run([&] { shadow.SetOffsetY(p->shadowOffsetY); });
+    parts.Run([&] { shadow.SetTransparency(p->shadowTransparency); });
+  }
+  parts.Run([&] { format.ForeColor().SetRGB(p->line); });
   parts.RaiseFirst();
 }
 

@@ -1,6 +1,7 @@
-// The host's gallery of themed shape styles, ids 1 to 42: six bands of seven
-// colours. Calc has no such gallery, so the layer keeps the looks here and
-// draws them itself. Colours have red in the low byte.
+// The host's galleries of themed shape styles, ids 1 to 42 (six bands of
+// seven colours), and of line styles, ids 10001 to 10021 (three weights of
+// seven colours). Calc has no such galleries, so the layer keeps the looks
+// here and draws them itself. Colours have red in the low byte.
 #pragma once
 
 namespace nivarel::host {
@@ -32,5 +33,24 @@ const ShapeStylePreset* FindShapeStylePreset(int id);
 // refusal is raised as a HostError once the rest are done. An id outside 1
 // to 42 does nothing.
 void ApplyShapeStylePreset(const Shape& shape, int id, bool withText);
+
+// A line style: weight and colour of the stroke, and its shadow.
+struct LineStylePreset {
+  long line;      // stroke colour
+  double weight;  // points
+  bool shadow;
+  long shadowColour;
+  double shadowOffsetX, shadowOffsetY, shadowTransparency;
+};
+
+constexpr int kFirstLineStylePreset = 10001, kLastLineStylePreset = 10021;
+
+// The line style of id, or nullptr when id is outside 10001 to 10021.
+const LineStylePreset* FindLineStylePreset(int id);
+
+// Gives line the weight, shadow and colour of line style id, in that order.
+// Every part is tried; the first refusal is raised as a HostError once the
+// rest are done. An id outside 10001 to 10021 does nothing.
+void ApplyLineStylePreset(const Shape& line, int id);
 
 }  // namespace nivarel::host

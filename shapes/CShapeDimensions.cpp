@@ -75,6 +75,14 @@ void CShapeDimensions::StopFitting(host::Shape& shape) {
   }
 }
 
+void CShapeDimensions::Place(host::Shape& shape, double left, double top, int32_t width, int32_t rows) {
+  StopFitting(shape);
+  shape.SetLeft(left);
+  shape.SetWidth(width * U());
+  shape.SetTop(top);
+  shape.SetHeight(rows * U());
+}
+
 void CShapeDimensions::EndMeasure(host::Shape& shape) {
   if (host::ExcelVersion < 12) return;
   try {
@@ -118,20 +126,12 @@ void CShapeDimensions::SetConnectorDimensions(host::Shape& shape, const rules::C
     if (config.SmartSizing) {
       int32_t side = 2;
       while (GetWrappedTextRowCount(text, shape, side) > side) side += 2;
-      StopFitting(shape);
-      shape.SetLeft(left + (centreWidth - side) / 2.0 * U());
-      shape.SetWidth(side * U());
-      shape.SetTop(top);
-      shape.SetHeight(side * U());
+      Place(shape, left + (centreWidth - side) / 2.0 * U(), top, side, side);
     } else {
       int16_t rows = GetWrappedTextRowCount(text, shape, width);
       if (rows % 2 == 1) ++rows;
       if (rows < minRows) rows = minRows;
-      StopFitting(shape);
-      shape.SetLeft(left);
-      shape.SetWidth(width * U());
-      shape.SetTop(top);
-      shape.SetHeight(rows * U());
+      Place(shape, left, top, width, rows);
     }
   } catch (...) {
     host::ErrorHandler(kSource, "SetConnectorDimensions", false);
@@ -152,11 +152,7 @@ void CShapeDimensions::SetNormalShapeDimensions(host::Shape& shape, int32_t widt
   try {
     int16_t rows = GetWrappedTextRowCount(text, shape, width);
     if (rows < minRows) rows = minRows;
-    StopFitting(shape);
-    shape.SetLeft(left);
-    shape.SetWidth(width * U());
-    shape.SetTop(top);
-    shape.SetHeight(rows * U());
+    Place(shape, left, top, width, rows);
   } catch (...) {
     host::ErrorHandler(kSource, "SetNormalShapeDimensions", false);
   }

@@ -45,6 +45,8 @@ class CShapeDimensions {
   void BeginMeasure(host::Shape& shape);
   void EndMeasure(host::Shape& shape);
   void StopFitting(host::Shape& shape);
+  // Sets the final place and size: width and rows in grid units.
+  void Place(host::Shape& shape, double left, double top, int32_t width, int32_t rows);
 };
 
 }  // namespace nivarel::shapes

@@ -1,8 +1,10 @@
 # Sources of the shape engine: creating, sizing, formatting and styling the
-# symbols, and (later) their flow lines. Built into the add-in's library.
+# symbols, and their flow lines. Built into the add-in's library.
 set(SHAPES_SOURCES
   ${CMAKE_SOURCE_DIR}/shapes/CShapeFormatter.cpp
   ${CMAKE_SOURCE_DIR}/shapes/CShapeDimensions.cpp
   ${CMAKE_SOURCE_DIR}/shapes/CShapeAdder.cpp
   ${CMAKE_SOURCE_DIR}/shapes/CShapeWizard.cpp
+  ${CMAKE_SOURCE_DIR}/shapes/CFlowLineFormatter.cpp
+  ${CMAKE_SOURCE_DIR}/shapes/CFlowLineAdder.cpp
 )

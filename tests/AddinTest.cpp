@@ -17,7 +17,7 @@
 #include "MSpecialFolders.h"
 #include "MUtilities.h"
 #include "MsoConstants.h"
-#include "OfficeTest.h"
+#include "AddinFixture.h"
 #include "Range.h"
 #include "Shape.h"
 #include "ShapeRange.h"
@@ -54,19 +54,8 @@ std::vector<std::string> MenuCommands() {
   return std::vector<std::string>(urls.begin(), urls.end());
 }
 
-class AddinTest : public testing::OfficeTest {
+class AddinTest : public testing::AddinFixture {
  protected:
-  void SetUp() override {
-    OfficeTest::SetUp();
-    ExcelApp = App();
-    ExcelVersion = 12;
-    ClearLogFile();
-  }
-  void TearDown() override {
-    ExcelApp.reset();
-    OfficeTest::TearDown();
-  }
-
   // Runs a command as the menu does and answers the message box it shows,
   // returning its title and text.
   std::pair<std::string, std::string> CommandMessage(const std::string& url) {

@@ -11,7 +11,7 @@
 #include "CShapeWizard.h"
 #include "MGlobalVariables.h"
 #include "MsoConstants.h"
-#include "OfficeTest.h"
+#include "AddinFixture.h"
 #include "Range.h"
 #include "Shapes.h"
 
@@ -42,12 +42,10 @@ void Add(rules::CSymbolData& symbols, int16_t id, int16_t width, int16_t height)
   symbols.AddSymbol(s);
 }
 
-class ShapeSizingTest : public testing::OfficeTest {
+class ShapeSizingTest : public testing::AddinFixture {
  protected:
   void SetUp() override {
-    OfficeTest::SetUp();
-    host::ExcelApp = App();
-    host::ExcelVersion = 12;
+    AddinFixture::SetUp();
     host::InitializeGlobals();
     host::SetGlobalRowHeight();
     ASSERT_TRUE(host::GlobalRowHeightSet);
@@ -57,11 +55,6 @@ class ShapeSizingTest : public testing::OfficeTest {
     Add(symbols_, 73, 2, 2);
     ws_ = *sheet_;
   }
-  void TearDown() override {
-    host::ExcelApp.reset();
-    OfficeTest::TearDown();
-  }
-
   // A symbol drawn at the cell and sized to its text; its rows.
   int Rows(int16_t type, const std::string& text, const rules::CConfig& config, bool newColumn = false,
            std::optional<host::Shape>* out = nullptr) {

@@ -13,7 +13,7 @@
 #include "MErrorHandler.h"
 #include "MGlobalVariables.h"
 #include "MsoConstants.h"
-#include "OfficeTest.h"
+#include "AddinFixture.h"
 #include "ShapeStylePresets.h"
 #include "Shapes.h"
 
@@ -26,32 +26,8 @@ using shapes::CShapeFormatter;
 constexpr long Rgb(int r, int g, int b) { return r | (g << 8) | (b << 16); }
 constexpr long kBlack = Rgb(0, 0, 0), kWhite = Rgb(255, 255, 255), kRed = Rgb(255, 0, 0);
 
-class ShapeStylesTest : public testing::OfficeTest {
+class ShapeStylesTest : public testing::AddinFixture {
  protected:
-  void SetUp() override {
-    OfficeTest::SetUp();
-    ExcelApp = App();
-    ExcelVersion = 12;
-    ClearLogFile();
-  }
-  void TearDown() override {
-    if (belowVersion12_) {
-      Application restored(App().Session());  // made without the switch: version 12 again
-    }
-    ExcelVersion = 12;
-    ExcelApp.reset();
-    OfficeTest::TearDown();
-  }
-
-  // The office offers the object model of version 11 until the test ends.
-  void TakeTheRoadBelowVersion12() {
-    setenv("NIVAREL_OBJECT_MODEL", "11", 1);
-    Application old(App().Session());
-    unsetenv("NIVAREL_OBJECT_MODEL");
-    ASSERT_EQ("11.0", old.Version());
-    ExcelVersion = 11;
-    belowVersion12_ = true;
-  }
 
   // A symbol with a word of text, each in a place of its own.
   Shape AddSymbol(int type = msoShapeFlowchartProcess, const std::string& text = "Pack") {
@@ -80,7 +56,6 @@ class ShapeStylesTest : public testing::OfficeTest {
   CShapeFormatter formatter_;
 
  private:
-  bool belowVersion12_ = false;
   int count_ = 0;
 };
 

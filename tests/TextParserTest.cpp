@@ -6,7 +6,7 @@
 #include "CTextParser.h"
 #include "MGlobalVariables.h"
 #include "MsoConstants.h"
-#include "OfficeTest.h"
+#include "AddinFixture.h"
 #include "Range.h"
 #include "Shape.h"
 #include "Shapes.h"
@@ -31,11 +31,10 @@ CConfig Defaults() {
   return c;
 }
 
-class TextParserTest : public testing::OfficeTest {
+class TextParserTest : public testing::AddinFixture {
  protected:
   void SetUp() override {
-    OfficeTest::SetUp();
-    host::ExcelVersion = 12;
+    AddinFixture::SetUp();
     for (int16_t id : {61, 63, 69, 73, 74}) {
       auto s = std::make_shared<rules::CSymbol>();
       s->SymbolId = id;
