@@ -38,16 +38,11 @@ std::shared_ptr<ShapeImpl> ShapeFor(const std::shared_ptr<SheetRef>& sheet, cons
   std::lock_guard<std::mutex> lock(session.shapesMutex);
   void* key = KeyOf(shape);
   auto it = session.shapes.find(key);
+  // A handle whose shape was replaced (grouping rebinds it) no longer stands
+  // for the object now at this address.
   if (it != session.shapes.end())
-    if (auto impl = it->second.lock()) {
-      {
-        Reference<css::beans::XPropertySet> a(impl->shape, uno::UNO_QUERY), b(shape, uno::UNO_QUERY);
-        std::string na = a.is() ? ToUtf8(GetProp<OUString>(a, "Name")) : "?", nb = b.is() ? ToUtf8(GetProp<OUString>(b, "Name")) : "?";
-        bool same = Reference<uno::XInterface>(impl->shape, uno::UNO_QUERY) == Reference<uno::XInterface>(shape, uno::UNO_QUERY);
-        if (na != nb || !same) fprintf(stderr, "DBG hit key %p same %d names [%s] [%s]\n", key, (int)same, na.c_str(), nb.c_str());
-      }
-      return impl;
-    }
+    if (auto impl = it->second.lock())
+      if (KeyOf(impl->shape) == key) return impl;
   if (session.shapes.size() > 256) {
     for (auto i = session.shapes.begin(); i != session.shapes.end();)
       i = i->second.expired() ? session.shapes.erase(i) : std::next(i);

@@ -1,9 +1,12 @@
 #include "CShapeWizard.h"
 
 #include "CShapeAdder.h"
+#include "CShapeFormatter.h"
+#include "MBranchLabels.h"
 #include "MErrorHandler.h"
 #include "MGlobalVariables.h"
 #include "MsoConstants.h"
+#include "Shapes.h"
 
 namespace nivarel::shapes {
 
@@ -40,6 +43,25 @@ void CShapeWizard::SetShapeDimensions(host::Shape& shape, int16_t symbolId, cons
   } catch (...) {
     host::ErrorHandler("CShapeWizard", "SetShapeDimensions", false);
   }
+}
+
+void CShapeWizard::AddBranchLabels(host::Worksheet& worksheet, host::Shape& shape, const rules::CConfig& config,
+                                   const std::string& topText, const std::string& rightText,
+                                   const std::string& bottomText, const std::string& leftText) {
+  try {
+    host::Shapes shapes = worksheet.GetShapes();
+    CShapeFormatter formatter;
+    // The names are gathered for nothing: the batch tools keep the labels apart.
+    AddBranchLabelBoxes(shapes, shape, {topText, rightText, bottomText, leftText}, config, formatter,
+                        [&](host::Shape& label, int16_t side) { SetBranchLabelPosition(shape, label, config, side); });
+  } catch (...) {
+    host::ErrorHandler("CShapeWizard", "AddBranchLabels", false);
+  }
+}
+
+void CShapeWizard::SetBranchLabelPosition(const host::Shape& shape, host::Shape& label, const rules::CConfig& config,
+                                          int16_t side) {
+  PlaceBranchLabel(shape, label, config.BranchPosition, side, "CShapeWizard");
 }
 
 }  // namespace nivarel::shapes

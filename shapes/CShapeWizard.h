@@ -9,6 +9,7 @@
 #include "CConfig.h"
 #include "CShapeDimensions.h"
 #include "Shape.h"
+#include "Worksheet.h"
 
 namespace nivarel::shapes {
 
@@ -23,8 +24,19 @@ class CShapeWizard {
   // the width class.
   void SetShapeDimensions(host::Shape& shape, int16_t symbolId, const std::string& text, int16_t minRows,
                           int32_t widthClass, const rules::CConfig& config);
+  // Puts the four texts as labels beside shape, one on each side whose text
+  // isn't empty, placed by config's BranchPosition. BranchLabelOption plays
+  // no part, and the labels are never grouped with the shape. A label that
+  // fails is logged and leaves the earlier ones.
+  void AddBranchLabels(host::Worksheet& worksheet, host::Shape& shape, const rules::CConfig& config,
+                       const std::string& topText, const std::string& rightText, const std::string& bottomText,
+                       const std::string& leftText);
 
  private:
+  // Moves label to side (1 top, 2 right, 3 bottom, 4 left) of shape.
+  void SetBranchLabelPosition(const host::Shape& shape, host::Shape& label, const rules::CConfig& config,
+                              int16_t side);
+
   CShapeDimensions dimensions_;
 };
 

@@ -7,4 +7,6 @@ set(SHAPES_SOURCES
   ${CMAKE_SOURCE_DIR}/shapes/CShapeWizard.cpp
   ${CMAKE_SOURCE_DIR}/shapes/CFlowLineFormatter.cpp
   ${CMAKE_SOURCE_DIR}/shapes/CFlowLineAdder.cpp
+  ${CMAKE_SOURCE_DIR}/shapes/MBranchLabels.cpp
+  ${CMAKE_SOURCE_DIR}/shapes/CDecisionLabelAdder.cpp
 )

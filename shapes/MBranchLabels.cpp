@@ -1,0 +1,91 @@
+#include "MBranchLabels.h"
+
+#include <algorithm>
+
+#include "MErrorHandler.h"
+#include "MGlobalVariables.h"
+#include "MsoConstants.h"
+
+namespace nivarel::shapes {
+
+namespace {
+
+constexpr long kWhite = 0xFFFFFF;
+
+}  // namespace
+
+std::vector<std::string> AddBranchLabelBoxes(host::Shapes& shapes, const host::Shape& decision,
+                                             const BranchTexts& texts, const rules::CConfig& config,
+                                             CShapeFormatter& formatter, const BranchLabelPlacer& place) {
+  size_t count = std::count_if(texts.begin(), texts.end(), [](const std::string& t) { return !t.empty(); });
+  std::vector<std::string> names;
+  names.reserve(count + 1);
+  names.push_back(decision.Name());
+  for (int16_t side = kBranchTop; side <= kBranchLeft; ++side) {
+    const std::string& text = texts[side - 1];
+    if (text.empty()) continue;
+    host::Shape label = AddBranchLabelBox(shapes, text, config, formatter);
+    place(label, side);
+    names.push_back(label.Name());
+  }
+  return names;
+}
+
+host::Shape AddBranchLabelBox(host::Shapes& shapes, const std::string& text, const rules::CConfig& config,
+                              CShapeFormatter& formatter) {
+  double unit = host::GlobalRowHeight;
+  host::Shape label = shapes.AddTextbox(host::msoTextOrientationHorizontal, 0, 0, 3 * unit, unit);
+  label.GetTextFrame().GetCharacters().SetText(text);
+  formatter.SetTextBoxFormat(label, config);
+  label.Line().SetVisible(false);
+  // White, so that the label hides the flow line under it.
+  label.Fill().ForeColor().SetRGB(kWhite);
+  if (host::ExcelVersion >= 12) {
+    host::TextFrame2 frame = label.GetTextFrame2();
+    frame.SetWordWrap(host::msoFalse);
+    frame.SetAutoSize(host::msoAutoSizeShapeToFitText);
+  } else {
+    label.GetTextFrame().SetAutoSize(true);
+  }
+  label.SetPlacement(host::xlMove);
+  return label;
+}
+
+void PlaceBranchLabel(const host::Shape& decision, host::Shape& label, int16_t branchPosition, int16_t side,
+                      const char* source) {
+  try {
+    double unit = host::GlobalRowHeight;
+    double width = label.Width(), height = label.Height();
+    double centreX = decision.Left() + decision.Width() / 2;
+    double centreY = decision.Top() + decision.Height() / 2;
+    bool offLine = branchPosition == 0;
+    double top = 0, left = 0;
+    switch (side) {
+      case kBranchTop:
+        top = decision.Top() - height - unit;
+        left = offLine ? centreX + unit : centreX - width / 2;
+        break;
+      case kBranchRight:
+        top = offLine ? centreY - (height + unit) : centreY - height / 2;
+        left = decision.Left() + decision.Width() + unit;
+        break;
+      case kBranchBottom:
+        top = decision.Top() + decision.Height() + unit;
+        left = offLine ? centreX + unit : centreX - width / 2;
+        break;
+      case kBranchLeft:
+        top = offLine ? centreY - (height + unit) : centreY - height / 2;
+        left = decision.Left() - width - unit;
+        break;
+      default:
+        return;
+    }
+    // A label at the sheet's edge stays on the sheet.
+    label.SetTop(std::max(top, 0.0));
+    label.SetLeft(std::max(left, 0.0));
+  } catch (...) {
+    host::ErrorHandler(source, "SetBranchLabelPosition", false);
+  }
+}
+
+}  // namespace nivarel::shapes
