@@ -133,10 +133,6 @@ std::string UiDriver::ControlText(const std::string& id) const {
   });
 }
 
-void UiDriver::TypeIntoFocus(const std::string& text) {
-  CallHere("UiDriver.TypeIntoFocus", [&] { Top(state_->ui)->executeAction("TYPE", Args({{"TEXT", text}})); });
-}
-
 void UiDriver::TypeInto(const std::string& id, const std::string& text) {
   CallHere("UiDriver.TypeInto", [&] {
     Top(state_->ui)->getChild(ToOu(id))->executeAction("TYPE", Args({{"TEXT", text}}));

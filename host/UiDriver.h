@@ -32,8 +32,6 @@ class UiDriver {
   void ClickButton(const std::string& id);
   // The text of a control of the focused dialog, as the control reports it.
   std::string ControlText(const std::string& id) const;
-  // Types into the focused window as it stands (a dialog's focused control).
-  void TypeIntoFocus(const std::string& text);
   // Types into a control of the focused dialog.
   void TypeInto(const std::string& id, const std::string& text);
   // The ids of the focused window's children.

@@ -151,4 +151,17 @@ std::string UpperCase(const std::string& text) {
   return out;
 }
 
+size_t CharacterCount(const std::string& text) {
+  size_t n = 0;
+  for (unsigned char c : text) n += (c & 0xC0) != 0x80;
+  return n;
+}
+
+size_t CharacterOffset(const std::string& text, size_t n) {
+  size_t seen = 0;
+  for (size_t i = 0; i < text.size(); ++i)
+    if ((static_cast<unsigned char>(text[i]) & 0xC0) != 0x80 && seen++ == n) return i;
+  return text.size();
+}
+
 }  // namespace nivarel::rules

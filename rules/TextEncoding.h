@@ -3,6 +3,7 @@
 // as Windows-1252. In memory all text is UTF-8.
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 namespace nivarel::rules {
@@ -23,5 +24,11 @@ std::string WithoutUtf8Bom(const std::string& bytes);
 // Latin (ASCII, Latin-1, Latin Extended-A), Greek and Cyrillic alphabets.
 // Other characters, and bytes that aren't valid UTF-8, stay as they are.
 std::string UpperCase(const std::string& text);
+
+// The number of characters (not bytes) of UTF-8 text.
+size_t CharacterCount(const std::string& text);
+// The byte offset at which character n (0-based) of UTF-8 text starts; the
+// text's size when it has n characters or fewer.
+size_t CharacterOffset(const std::string& text, size_t n);
 
 }  // namespace nivarel::rules

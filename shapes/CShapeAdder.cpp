@@ -4,6 +4,7 @@
 #include "MGlobalVariables.h"
 #include "Range.h"
 #include "Shapes.h"
+#include "TextEncoding.h"
 
 namespace nivarel::shapes {
 
@@ -15,18 +16,6 @@ std::string Trim(const std::string& s) {
   return s.substr(b, s.find_last_not_of(' ') - b + 1);
 }
 
-// Character counts and offsets of UTF-8 text.
-size_t Length(const std::string& s) {
-  size_t n = 0;
-  for (unsigned char c : s) n += (c & 0xC0) != 0x80;
-  return n;
-}
-size_t ByteOffset(const std::string& s, size_t characters) {
-  size_t i = 0;
-  for (size_t seen = 0; i < s.size(); ++i)
-    if ((static_cast<unsigned char>(s[i]) & 0xC0) != 0x80 && seen++ == characters) break;
-  return i;
-}
 
 }  // namespace
 
@@ -56,7 +45,7 @@ std::optional<host::Shape> CShapeAdder::AddShape(std::optional<host::Worksheet>&
       } catch (...) {
       }
     }
-    size_t n = Length(Trim(text));
+    size_t n = rules::CharacterCount(Trim(text));
     host::Characters characters = shape->GetTextFrame().GetCharacters();
     // Formatting needs characters to act on: a placeholder stands in for none.
     if (n == 0)
@@ -77,10 +66,10 @@ std::optional<host::Shape> CShapeAdder::AddShape(std::optional<host::Worksheet>&
 void CShapeAdder::AddTextInPieces(host::Shape& shape, const std::string& text) {
   try {
     host::TextFrame frame = shape.GetTextFrame();
-    size_t length = Length(text);
+    size_t length = rules::CharacterCount(text);
     for (size_t position = 1; position < length; position += 250) {
-      size_t from = ByteOffset(text, position - 1);
-      size_t to = ByteOffset(text, position - 1 + 250);
+      size_t from = rules::CharacterOffset(text, position - 1);
+      size_t to = rules::CharacterOffset(text, position - 1 + 250);
       frame.GetCharacters(static_cast<int>(position), -1).Insert(text.substr(from, to - from));
     }
   } catch (...) {

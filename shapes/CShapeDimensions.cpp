@@ -7,6 +7,7 @@
 #include "MErrorHandler.h"
 #include "MGlobalVariables.h"
 #include "MsoConstants.h"
+#include "TextEncoding.h"
 
 namespace nivarel::shapes {
 
@@ -35,22 +36,8 @@ std::vector<std::string> Split(const std::string& text, char at) {
   return parts;
 }
 
-// The number of characters (not bytes) of UTF-8 text, and its first n.
-size_t Length(const std::string& s) {
-  size_t n = 0;
-  for (unsigned char c : s) n += (c & 0xC0) != 0x80;
-  return n;
-}
-std::string Head(const std::string& s, size_t n) {
-  size_t i = 0;
-  for (size_t seen = 0; i < s.size(); ++i) {
-    if ((static_cast<unsigned char>(s[i]) & 0xC0) != 0x80) {
-      if (seen == n) break;
-      ++seen;
-    }
-  }
-  return s.substr(0, i);
-}
+// The first n characters of UTF-8 text.
+std::string Head(const std::string& s, size_t n) { return s.substr(0, rules::CharacterOffset(s, n)); }
 
 double U() { return host::GlobalRowHeight; }
 
@@ -174,7 +161,7 @@ int16_t CShapeDimensions::GetWrappedTextRowCount(const std::string& text, host::
       if (i) wrapped += '\n';
       wrapped += ProcessParagraph(paragraphs[i], shape, width * U());
     }
-    size_t n = Length(wrapped);
+    size_t n = rules::CharacterCount(wrapped);
     bool oldHost = host::ExcelVersion < 12;
     if (n >= 256 && oldHost) {
       // The older host takes no text this long at once: the same number of
@@ -260,7 +247,7 @@ std::string CShapeDimensions::WrapSingleWord(const std::string& word, host::Shap
   std::string result;
   try {
     std::string rest = word;
-    size_t n = Length(rest), i = 1;
+    size_t n = rules::CharacterCount(rest), i = 1;
     while (i <= n) {
       if (WordFits(Head(rest, i), shape, limit)) {
         ++i;
@@ -269,7 +256,7 @@ std::string CShapeDimensions::WrapSingleWord(const std::string& word, host::Shap
         size_t keep = i == 1 ? 1 : i - 1;
         result = ConditionalAppend(result, Head(rest, keep), "\n");
         rest = rest.substr(Head(rest, keep).size());
-        n = Length(rest);
+        n = rules::CharacterCount(rest);
         i = 1;
       }
     }
