@@ -1,15 +1,39 @@
 #include "frmBranchLabelPrompt.h"
 
+#include "MErrorHandler.h"
+#include "MGlobalVariables.h"
+#include "TextConvert.h"
+#include "UserDialog.h"
+
 namespace nivarel::dialogs {
 
 void frmBranchLabelPrompt::Display(const rules::CConfig& config) {
-  // The prompt's window arrives with the add-in's dialogs; until then the
-  // prompt answers as a cancelled one would.
   ok_ = false;
   top_ = config.TopBranchText;
   right_ = config.RightBranchText;
   bottom_ = config.BottomBranchText;
   left_ = config.LeftBranchText;
+  try {
+    if (!host::ExcelApp) return;
+    host::UserDialog* form = nullptr;
+    host::UserDialog dialog(*host::ExcelApp, "frmBranchLabelPrompt", [&](const std::string& method) {
+      if (method != "cmdOK_Click") return;
+      ok_ = true;
+      form->EndDialog(1);
+    });
+    form = &dialog;
+    dialog.SetText("txtTop", top_);
+    dialog.SetText("txtRight", right_);
+    dialog.SetText("txtBottom", bottom_);
+    dialog.SetText("txtLeft", left_);
+    dialog.Execute();
+    top_ = rules::TrimSpaces(dialog.Text("txtTop"));
+    right_ = rules::TrimSpaces(dialog.Text("txtRight"));
+    bottom_ = rules::TrimSpaces(dialog.Text("txtBottom"));
+    left_ = rules::TrimSpaces(dialog.Text("txtLeft"));
+  } catch (...) {
+    host::ErrorHandler("frmBranchLabelPrompt", "Display", false);
+  }
 }
 
 }  // namespace nivarel::dialogs

@@ -1,5 +1,7 @@
 #include "CTextParser.h"
 
+#include "frmTextBox.h"
+
 #include <cctype>
 
 #include "MErrorHandler.h"
@@ -125,8 +127,18 @@ bool CTextParser::IsReservedKeyword(host::Worksheet& worksheet, const rules::CCo
     std::string word = Upper(Trim(m_Text));
     if (word != "FL" && word != "LBL" && word != "BR") return false;
     worksheet.GetRange(cellAddress).ClearContents();
-    // The flow line tool, the label prompt and the branch tool open here as
-    // they arrive; until then the word only clears its cell.
+    // The flow line tool and the branch tool open here as they arrive; until
+    // then their words only clear the cell.
+    if (word == "LBL" && host::ExcelApp) {
+      dialogs::frmTextBox prompt;
+      host::ExcelApp->SetScreenUpdating(true);
+      prompt.Display();
+      host::ExcelApp->SetScreenUpdating(false);
+      if (prompt.OK()) {
+        m_Text = prompt.TextBoxText();
+        if (!m_Text.empty()) DropLabel(worksheet, config, cellAddress, true);
+      }
+    }
     return true;
   } catch (...) {
     host::ErrorHandler(kSource, "IsReservedKeyword", false);

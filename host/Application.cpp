@@ -1,6 +1,9 @@
 #include "Application.h"
 
+#include <atomic>
+#include <chrono>
 #include <cstdlib>
+#include <thread>
 
 #include <com/sun/star/awt/Toolkit.hpp>
 #include <com/sun/star/awt/XReschedule.hpp>
@@ -26,6 +29,10 @@
 #include <com/sun/star/frame/XController.hpp>
 #include <com/sun/star/sheet/XCellRangeAddressable.hpp>
 #include <com/sun/star/sheet/XSheetCellRanges.hpp>
+#include <com/sun/star/sheet/XRangeSelection.hpp>
+#include <com/sun/star/sheet/XRangeSelectionListener.hpp>
+#include <com/sun/star/sheet/RangeSelectionEvent.hpp>
+#include <com/sun/star/sheet/XSpreadsheetDocument.hpp>
 #include <com/sun/star/sheet/XSpreadsheetView.hpp>
 #include <com/sun/star/view/XSelectionSupplier.hpp>
 
@@ -177,6 +184,99 @@ Reference<css::awt::XWindowPeer> OfficeWindowPeer(const HostSession& s) {
   if (!frame.is()) frame = s.desktop->getCurrentFrame();
   if (!frame.is()) return {};
   return Reference<css::awt::XWindowPeer>(frame->getContainerWindow(), uno::UNO_QUERY);
+}
+
+namespace {
+
+// Hears how a range selection ends.
+class RangeChoice : public cppu::WeakImplHelper1<css::sheet::XRangeSelectionListener> {
+ public:
+  void SAL_CALL done(const css::sheet::RangeSelectionEvent& e) override {
+    descriptor = e.RangeDescriptor;
+    finished = true;
+  }
+  void SAL_CALL aborted(const css::sheet::RangeSelectionEvent&) override {
+    cancelled = true;
+    finished = true;
+  }
+  void SAL_CALL disposing(const css::lang::EventObject&) override {
+    cancelled = true;
+    finished = true;
+  }
+  OUString descriptor;
+  std::atomic<bool> finished{false};
+  bool cancelled = false;
+};
+
+}  // namespace
+
+std::optional<Range> Application::InputBoxRange(const std::string& prompt, const std::string& title,
+                                                const std::string& defaultAddress) {
+  rtl::Reference<RangeChoice> choice(new RangeChoice);
+  Reference<css::sheet::XRangeSelectionListener> listener(choice.get());
+  Reference<css::sheet::XRangeSelection> picker;
+  Reference<css::sheet::XSpreadsheetDocument> book;
+  Reference<css::sheet::XSpreadsheet> active;
+  Call("Application.InputBox", [&] {
+    auto doc = CurrentDocument(*session_);
+    Reference<css::frame::XModel> model(doc, uno::UNO_QUERY);
+    if (!model.is()) throw HostError(HostError::kOfficeFailure, "No spreadsheet is open");
+    book.set(doc, uno::UNO_QUERY_THROW);
+    picker.set(model->getCurrentController(), uno::UNO_QUERY_THROW);
+    picker->addRangeSelectionListener(listener);
+    // The picker has a caption and no room for more: the caption carries both.
+    std::string caption = title.empty() ? prompt : title + ": " + prompt;
+    uno::Sequence<css::beans::PropertyValue> args(3);
+    args.getArray()[0].Name = "Title";
+    args.getArray()[0].Value <<= ToOu(caption);
+    args.getArray()[1].Name = "InitialValue";
+    args.getArray()[1].Value <<= ToOu(defaultAddress);
+    args.getArray()[2].Name = "CloseOnMouseRelease";
+    args.getArray()[2].Value <<= false;
+    picker->startRangeSelection(args);
+  });
+  // The picker doesn't block. On the office's thread, keep the office going
+  // until it ends; from beside the office, just wait.
+  bool pump = !NeedsOfficeThread();
+  Reference<css::awt::XReschedule> toolkit(css::awt::Toolkit::create(session_->context), uno::UNO_QUERY_THROW);
+  while (!choice->finished) {
+    if (pump) Call("Application.InputBox", [&] { toolkit->reschedule(); });
+    std::this_thread::sleep_for(std::chrono::milliseconds(pump ? 10 : 50));
+  }
+  return Call("Application.InputBox", [&]() -> std::optional<Range> {
+    picker->removeRangeSelectionListener(listener);
+    if (choice->cancelled) return std::nullopt;
+    // "$Sheet1.$C$3" or "$'My sheet'.$C$3:$D$4", the sheet before the last dot.
+    std::string text = ToUtf8(choice->descriptor);
+    auto strip = [](const std::string& s) {
+      std::string out;
+      for (char c : s)
+        if (c != '$') out += c;
+      return out;
+    };
+    std::string sheetName, address = strip(text);
+    size_t colon = address.find(':');
+    std::string first = colon == std::string::npos ? address : address.substr(0, colon);
+    size_t dot = first.rfind('.');
+    if (dot != std::string::npos) {
+      sheetName = first.substr(0, dot);
+      address = address.substr(dot + 1);
+    }
+    colon = address.find(':');
+    if (colon != std::string::npos && address.find('.', colon) != std::string::npos)
+      address = address.substr(0, colon + 1) + address.substr(address.rfind('.') + 1);
+    if (sheetName.size() >= 2 && sheetName.front() == '\'' && sheetName.back() == '\'')
+      sheetName = sheetName.substr(1, sheetName.size() - 2);
+    Reference<css::sheet::XSpreadsheet> sheet;
+    if (sheetName.empty()) {
+      Reference<css::sheet::XSpreadsheetView> view(picker, uno::UNO_QUERY_THROW);
+      sheet = view->getActiveSheet();
+    } else if (book->getSheets()->hasByName(ToOu(sheetName))) {
+      book->getSheets()->getByName(ToOu(sheetName)) >>= sheet;
+    }
+    if (!sheet.is() || address.empty()) throw HostError(HostError::kOfficeFailure, "No range was chosen");
+    return Worksheet(MakeSheetRef(session_, book, sheet)).GetRange(address);
+  });
 }
 
 void Application::DoEvents() {

@@ -52,6 +52,11 @@ class Application {
   // True while a cell of the active spreadsheet is being edited (typed into,
   // not yet committed).
   bool CellInEditMode() const;
+  // The office's range picker over the active sheet (the user points at
+  // cells or types an address, and may change sheets): the chosen range, or
+  // nothing when cancelled. Throws HostError when the choice is no range.
+  std::optional<Range> InputBoxRange(const std::string& prompt, const std::string& title,
+                                     const std::string& defaultAddress);
   // The office's folder picker with this title; empty when cancelled.
   std::string BrowseForFolder(const std::string& title);
   // Where the office installed the add-in's extension; empty when it isn't

@@ -49,6 +49,28 @@ class UiDriver {
   // The text of the message box that has the focus (lines joined by LF).
   std::string MessageText() const;
 
+  // The add-in's own dialogs show no control ids to the UI-test service, so
+  // these work the active dialog through the office toolkit's robot instead:
+  // key presses and mouse clicks posted to the dialog, which the office
+  // handles exactly as a person's (focus, default button, mnemonics).
+  struct DialogControl {
+    std::string kind;  // "text", "edit", "button", "check", "radio" or "other"
+    std::string text;  // caption, or an edit's content
+    bool checked = false;
+    bool enabled = true;
+    bool focused = false;
+  };
+  // The title of the active dialog, empty when no dialog is active.
+  std::string DialogTitle() const;
+  // The active window's controls, in the order the window holds them.
+  std::vector<DialogControl> DialogControls() const;
+  // Types text into the focused control of the active window.
+  void TypeInDialog(const std::string& text);
+  // Presses a key in the active window: "RETURN", "ESC", "TAB", "SPACE", "ALT+N"...
+  void PressDialogKey(const std::string& key);
+  // Clicks the button, check box or option with this caption ("~" ignored).
+  void ClickInDialog(const std::string& caption);
+
  private:
   struct State;
   std::shared_ptr<State> state_;

@@ -169,4 +169,10 @@ std::string FromNumber(double value) {
   return buf;
 }
 
+std::string TrimSpaces(const std::string& text) {
+  size_t b = text.find_first_not_of(' ');
+  if (b == std::string::npos) return std::string();
+  return text.substr(b, text.find_last_not_of(' ') - b + 1);
+}
+
 }  // namespace nivarel::rules

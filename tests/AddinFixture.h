@@ -6,12 +6,38 @@
 
 #include <stdlib.h>
 
+#include <chrono>
+#include <functional>
+#include <future>
+#include <string>
+#include <thread>
+
 #include "Application.h"
 #include "MErrorHandler.h"
 #include "MGlobalVariables.h"
+#include "MSpecialFolders.h"
 #include "OfficeTest.h"
 
 namespace nivarel::testing {
+
+// Points the settings files at a folder of the test's own, filled on first
+// use from the shipped files, until it goes out of scope.
+class SettingsFolder {
+ public:
+  explicit SettingsFolder(const std::string& folder)
+      : saved_(std::getenv("XDG_CONFIG_HOME") ? std::getenv("XDG_CONFIG_HOME") : ""),
+        install_(host::GetInstallFolder()) {
+    setenv("XDG_CONFIG_HOME", folder.c_str(), 1);
+    host::SetInstallFolder(NIVAREL_SOURCE_DIR "/extension");
+  }
+  ~SettingsFolder() {
+    setenv("XDG_CONFIG_HOME", saved_.c_str(), 1);
+    host::SetInstallFolder(install_);
+  }
+
+ private:
+  std::string saved_, install_;
+};
 
 class AddinFixture : public OfficeTest {
  protected:
@@ -26,6 +52,47 @@ class AddinFixture : public OfficeTest {
     host::ExcelVersion = 12;
     host::ExcelApp.reset();
     OfficeTest::TearDown();
+  }
+
+  // Runs show, which puts up a modal window, beside the test; waits for the
+  // window titled title and works it with steps, then waits for show to
+  // return. A window left open fails the test and is closed with Escape, so
+  // that nothing hangs.
+  void Drive(const std::function<void()>& show, const std::string& title, const std::function<void()>& steps) {
+    auto shown = std::async(std::launch::async, show);
+    if (WaitForTitle(title) && WaitForDialog(title))
+      steps();
+    else
+      ADD_FAILURE() << "no window titled '" << title << "' came; the focus is on '" << Ui().Title() << "'";
+    for (int i = 0; shown.wait_for(std::chrono::milliseconds(500)) != std::future_status::ready; ++i) {
+      if (i == 0) ADD_FAILURE() << "the window '" << Ui().Title() << "' was left open";
+      try {
+        if (i < 20) Ui().PressDialogKey("ESC");
+      } catch (const std::exception&) {
+        // No window to close yet.
+      }
+    }
+    shown.get();
+  }
+
+  // Waits until the window with the focus has this title.
+  bool WaitForTitle(const std::string& title, int timeoutMs = 10000) {
+    auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(timeoutMs);
+    while (Ui().Title() != title) {
+      if (std::chrono::steady_clock::now() > end) return false;
+      std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    }
+    return true;
+  }
+
+  // Waits until the toolkit's active window is the dialog with this title.
+  bool WaitForDialog(const std::string& title, int timeoutMs = 5000) {
+    auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(timeoutMs);
+    while (Ui().DialogTitle() != title) {
+      if (std::chrono::steady_clock::now() > end) return false;
+      std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    }
+    return true;
   }
 
   // The office offers the object model of version 11 until the test ends.

@@ -64,23 +64,6 @@ std::string Text(const Shape& s) { return s.GetTextFrame().GetCharacters().Text(
 
 // Points the settings folder and the install folder (the source tree's
 // shipped files) elsewhere while it lives.
-class SettingsFolder {
- public:
-  explicit SettingsFolder(const std::string& folder)
-      : saved_(std::getenv("XDG_CONFIG_HOME") ? std::getenv("XDG_CONFIG_HOME") : ""),
-        install_(host::GetInstallFolder()) {
-    setenv("XDG_CONFIG_HOME", folder.c_str(), 1);
-    host::SetInstallFolder(NIVAREL_SOURCE_DIR "/extension");
-  }
-  ~SettingsFolder() {
-    setenv("XDG_CONFIG_HOME", saved_.c_str(), 1);
-    host::SetInstallFolder(install_);
-  }
-
- private:
-  std::string saved_, install_;
-};
-
 class BranchLabelsTest : public testing::AddinFixture {
  protected:
   void SetUp() override {
@@ -246,7 +229,7 @@ TEST_F(BranchLabelsTest, NoGroupUnlessAskedForAndALabelIsMade) {
   EXPECT_EQ(4, shapes.Count());
 }
 
-TEST_F(BranchLabelsTest, OptionTwoAndACancelledPromptDrawNothing) {
+TEST_F(BranchLabelsTest, OptionTwoDrawsNoneAndOptionOneAsksWithoutStoring) {
   Shape decision = Decision("E5");
   rules::CConfig none = Defaults();
   none.BranchLabelOption = 2;
@@ -256,13 +239,29 @@ TEST_F(BranchLabelsTest, OptionTwoAndACancelledPromptDrawNothing) {
   // The settings file, copied from the shipped one into a folder of this
   // test's own, holds "Yes" and "No"; the run's texts differ, so that storing
   // them would show.
-  SettingsFolder folder(testing::ConfigHome() + "/branch-labels");
+  testing::SettingsFolder folder(testing::ConfigHome() + "/branch-labels");
   rules::CConfig ask = Defaults();
   ask.BranchLabelOption = 1;
   ask.RightBranchText = "Nein";
   ask.BottomBranchText = "Ja";
-  EXPECT_TRUE(Add(decision, ask).SameAs(decision));
-  EXPECT_EQ(1, sheet_->GetShapes().Count());
+  Drive([&] { EXPECT_TRUE(Add(decision, ask).SameAs(decision)); }, " Add Branch Labels?",
+        [&] { Ui().PressDialogKey("ESC"); });
+  EXPECT_EQ(1, sheet_->GetShapes().Count()) << "a cancelled prompt draws nothing";
+
+  // The prompt offers the run's texts; what the user leaves in the boxes is
+  // drawn: here the right box is emptied and the top one filled.
+  Shape group = decision;
+  Drive([&] { group = Add(decision, ask); }, " Add Branch Labels?", [&] {
+    Ui().TypeInDialog("  Maybe ");  // the top box has the focus and selects its text
+    Ui().PressDialogKey("TAB");
+    Ui().PressDialogKey("BACKSPACE");  // the right box: its text selected, now gone
+    Ui().PressDialogKey("RETURN");
+  });
+  EXPECT_EQ(host::msoGroup, group.Type());
+  EXPECT_NO_FATAL_FAILURE(Label("Maybe"));
+  EXPECT_NO_FATAL_FAILURE(Label("Ja"));
+  EXPECT_EQ(3u, group.GroupItems().size()) << "no label on the emptied side";
+
   rules::CConfig stored;
   stored.LoadConfigData();
   EXPECT_EQ("", stored.TopBranchText);

@@ -1,0 +1,29 @@
+#include "frmTextBox.h"
+
+#include "MErrorHandler.h"
+#include "MGlobalVariables.h"
+#include "TextConvert.h"
+#include "UserDialog.h"
+
+namespace nivarel::dialogs {
+
+void frmTextBox::Display() {
+  ok_ = false;
+  text_.clear();
+  try {
+    if (!host::ExcelApp) return;
+    host::UserDialog* form = nullptr;
+    host::UserDialog dialog(*host::ExcelApp, "frmTextBox", [&](const std::string& method) {
+      if (method != "cmdOK_Click") return;
+      ok_ = true;
+      form->EndDialog(1);
+    });
+    form = &dialog;
+    dialog.Execute();
+    text_ = rules::TrimSpaces(dialog.Text("txtContent"));
+  } catch (...) {
+    host::ErrorHandler("frmTextBox", "Display", false);
+  }
+}
+
+}  // namespace nivarel::dialogs

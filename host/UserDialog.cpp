@@ -1,0 +1,183 @@
+#include "UserDialog.h"
+
+#include <com/sun/star/awt/DialogProvider2.hpp>
+#include <com/sun/star/awt/FocusEvent.hpp>
+#include <com/sun/star/awt/Selection.hpp>
+#include <com/sun/star/awt/XControl.hpp>
+#include <com/sun/star/awt/XControlContainer.hpp>
+#include <com/sun/star/awt/XDialog.hpp>
+#include <com/sun/star/awt/XDialog2.hpp>
+#include <com/sun/star/awt/XDialogEventHandler.hpp>
+#include <com/sun/star/awt/Key.hpp>
+#include <com/sun/star/awt/KeyEvent.hpp>
+#include <com/sun/star/awt/XFocusListener.hpp>
+#include <com/sun/star/awt/XKeyListener.hpp>
+#include <com/sun/star/awt/XTextComponent.hpp>
+#include <com/sun/star/awt/XWindow.hpp>
+#include <com/sun/star/beans/NamedValue.hpp>
+#include <com/sun/star/lang/XComponent.hpp>
+#include <cppuhelper/implbase1.hxx>
+
+#include <atomic>
+
+#include "Uno.h"
+
+namespace nivarel::host {
+
+namespace {
+
+namespace awt = css::awt;
+
+// Passes the dialog's bound events on by method name.
+class Events : public cppu::WeakImplHelper1<awt::XDialogEventHandler> {
+ public:
+  explicit Events(std::function<void(const std::string&)> handler) : handler_(std::move(handler)) {}
+  sal_Bool SAL_CALL callHandlerMethod(const Reference<awt::XDialog>&, const uno::Any&,
+                                      const OUString& method) override {
+    OfficeThreadScope scope;
+    if (handler_) handler_(ToUtf8(method));
+    return true;
+  }
+  uno::Sequence<OUString> SAL_CALL getSupportedMethodNames() override { return {}; }
+
+ private:
+  std::function<void(const std::string&)> handler_;
+};
+
+// Selects all of a text box's text when it gets the focus.
+class SelectAllOnFocus : public cppu::WeakImplHelper1<awt::XFocusListener> {
+ public:
+  void SAL_CALL focusGained(const awt::FocusEvent& e) override {
+    Reference<awt::XTextComponent> text(e.Source, uno::UNO_QUERY);
+    if (text.is()) text->setSelection(awt::Selection(0, text->getText().getLength()));
+  }
+  void SAL_CALL focusLost(const awt::FocusEvent&) override {}
+  void SAL_CALL disposing(const css::lang::EventObject&) override {}
+};
+
+// Notes an Escape pressed in any of the dialog's controls.
+class EscapeWatch : public cppu::WeakImplHelper1<awt::XKeyListener> {
+ public:
+  explicit EscapeWatch(std::shared_ptr<std::atomic<bool>> pressed) : pressed_(std::move(pressed)) {}
+  void SAL_CALL keyPressed(const awt::KeyEvent& e) override {
+    if (e.KeyCode == awt::Key::ESCAPE) *pressed_ = true;
+  }
+  void SAL_CALL keyReleased(const awt::KeyEvent&) override {}
+  void SAL_CALL disposing(const css::lang::EventObject&) override {}
+
+ private:
+  std::shared_ptr<std::atomic<bool>> pressed_;
+};
+
+}  // namespace
+
+struct UserDialog::State {
+  std::shared_ptr<std::atomic<bool>> escape = std::make_shared<std::atomic<bool>>(false);
+  std::shared_ptr<HostSession> session;
+  Reference<awt::XDialog> dialog;
+  Reference<awt::XControlContainer> controls;
+
+  Reference<css::beans::XPropertySet> Model(const std::string& name) const {
+    auto control = controls->getControl(ToOu(name));
+    if (!control.is()) throw HostError(HostError::kNotFound, "The dialog has no control '" + name + "'");
+    return Reference<css::beans::XPropertySet>(control->getModel(), uno::UNO_QUERY_THROW);
+  }
+};
+
+UserDialog::UserDialog(const Application& app, const std::string& name,
+                       std::function<void(const std::string&)> handler)
+    : state_(std::make_shared<State>()) {
+  state_->session = app.Session();
+  Call("UserDialog", [&] {
+    auto provider = awt::DialogProvider2::create(state_->session->context);
+    uno::Sequence<css::beans::NamedValue> args(2);
+    args.getArray()[0].Name = "ParentWindow";
+    args.getArray()[0].Value <<= OfficeWindowPeer(*state_->session);
+    args.getArray()[1].Name = "EventHandler";
+    args.getArray()[1].Value <<= Reference<awt::XDialogEventHandler>(new Events(std::move(handler)));
+    OUString url = ToOu("vnd.sun.star.extension://org.nivarel.addin/dialogs/" + name + ".xdl");
+    state_->dialog = provider->createDialogWithArguments(url, args);
+    if (!state_->dialog.is()) throw HostError(HostError::kOfficeFailure, "The dialog " + name + " cannot be made");
+    state_->controls.set(state_->dialog, uno::UNO_QUERY_THROW);
+    Reference<awt::XFocusListener> select(new SelectAllOnFocus);
+    Reference<awt::XKeyListener> escape(new EscapeWatch(state_->escape));
+    for (const auto& control : state_->controls->getControls()) {
+      Reference<awt::XTextComponent> text(control, uno::UNO_QUERY);
+      Reference<awt::XWindow> window(control, uno::UNO_QUERY);
+      if (!window.is()) continue;
+      if (text.is()) window->addFocusListener(select);
+      window->addKeyListener(escape);
+    }
+  });
+}
+
+UserDialog::~UserDialog() {
+  try {
+    Call("UserDialog", [&] { Reference<css::lang::XComponent>(state_->dialog, uno::UNO_QUERY_THROW)->dispose(); });
+  } catch (...) {
+  }
+}
+
+int UserDialog::Execute() {
+  *state_->escape = false;
+  return Call("UserDialog.Execute", [&] { return static_cast<int>(state_->dialog->execute()); });
+}
+
+bool UserDialog::ClosedByEscape() const { return *state_->escape; }
+
+void UserDialog::SetVisible(bool visible) {
+  Call("UserDialog.Visible", [&] {
+    Reference<awt::XWindow> window(state_->dialog, uno::UNO_QUERY_THROW);
+    window->setVisible(visible);
+  });
+}
+
+void UserDialog::EndDialog(int result) {
+  Call("UserDialog.EndDialog", [&] {
+    Reference<awt::XDialog2> dialog(state_->dialog, uno::UNO_QUERY_THROW);
+    dialog->endDialog(result);
+  });
+}
+
+void UserDialog::SetTitle(const std::string& title) {
+  Call("UserDialog.Title", [&] { state_->dialog->setTitle(ToOu(title)); });
+}
+
+std::string UserDialog::Text(const std::string& control) const {
+  return Call("UserDialog.Text", [&] {
+    OUString text;
+    state_->Model(control)->getPropertyValue("Text") >>= text;
+    return ToUtf8(text);
+  });
+}
+
+void UserDialog::SetText(const std::string& control, const std::string& text) {
+  Call("UserDialog.Text", [&] { state_->Model(control)->setPropertyValue("Text", uno::Any(ToOu(text))); });
+}
+
+void UserDialog::SetLabel(const std::string& control, const std::string& label) {
+  Call("UserDialog.Label", [&] { state_->Model(control)->setPropertyValue("Label", uno::Any(ToOu(label))); });
+}
+
+bool UserDialog::Checked(const std::string& control) const {
+  return Call("UserDialog.Checked", [&] {
+    sal_Int16 state = 0;
+    state_->Model(control)->getPropertyValue("State") >>= state;
+    return state == 1;
+  });
+}
+
+void UserDialog::SetChecked(const std::string& control, bool on) {
+  Call("UserDialog.Checked", [&] {
+    state_->Model(control)->setPropertyValue("State", uno::Any(static_cast<sal_Int16>(on ? 1 : 0)));
+  });
+}
+
+void UserDialog::SetFocus(const std::string& control) {
+  Call("UserDialog.Focus", [&] {
+    Reference<awt::XWindow> window(state_->controls->getControl(ToOu(control)), uno::UNO_QUERY_THROW);
+    window->setFocus();
+  });
+}
+
+}  // namespace nivarel::host

@@ -1,0 +1,47 @@
+// One of the add-in's dialogs: a dialog file shipped in the extension
+// ("dialogs/<name>.xdl"), made by the office's dialog provider as a modal
+// window over the spreadsheet. The events that the file binds to
+// "vnd.sun.star.UNO:<method>" reach the handler by method name. Text boxes
+// select all of their text when they get the focus.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "Application.h"
+
+namespace nivarel::host {
+
+class UserDialog {
+ public:
+  // Throws HostError when the dialog cannot be made.
+  UserDialog(const Application& app, const std::string& name, std::function<void(const std::string&)> handler);
+  ~UserDialog();
+  UserDialog(const UserDialog&) = delete;
+  UserDialog& operator=(const UserDialog&) = delete;
+
+  // Shows the dialog and waits until it closes: 1 when ended with 1, 0 when
+  // cancelled (Escape, the close box or a cancel button).
+  int Execute();
+  // Whether the Escape key was what closed the dialog.
+  bool ClosedByEscape() const;
+  void EndDialog(int result);
+
+  void SetTitle(const std::string& title);
+  std::string Text(const std::string& control) const;
+  void SetText(const std::string& control, const std::string& text);
+  // The caption of a label, button or check box.
+  void SetLabel(const std::string& control, const std::string& label);
+  bool Checked(const std::string& control) const;
+  void SetChecked(const std::string& control, bool on);
+  void SetFocus(const std::string& control);
+  // Hides or shows the dialog while it runs (for picking a cell on the sheet).
+  void SetVisible(bool visible);
+
+ private:
+  struct State;
+  std::shared_ptr<State> state_;
+};
+
+}  // namespace nivarel::host

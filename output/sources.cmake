@@ -1,0 +1,5 @@
+# Sources of the output tools: range prompt, symbol key, text extraction and
+# picture export. Built into the add-in's library.
+set(OUTPUT_SOURCES
+  ${CMAKE_SOURCE_DIR}/output/CRangePrompt.cpp
+)
