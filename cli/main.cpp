@@ -1,14 +1,18 @@
 // nivarel: the command-line face of the add-in. `nivarel demo OUTDIR` starts
 // a headless office with the extension, draws two connected symbols over
-// cells and saves the sheet as .ods and .xlsx.
+// cells and saves the sheet as .ods and .xlsx. `nivarel shapes FILE` lists
+// the shapes of a saved sheet as JSON lines.
 #include <cstdio>
 #include <cstring>
+#include <exception>
 #include <filesystem>
+#include <iostream>
 #include <string>
 
 #include "HostError.h"
 #include "MsoConstants.h"
 #include "OfficeProcess.h"
+#include "ShapeListing.h"
 #include "Shapes.h"
 
 using namespace nivarel::host;
@@ -17,7 +21,8 @@ namespace {
 
 int Usage() {
   std::fprintf(stderr,
-               "usage: nivarel demo [OUTDIR]   draw a small flowchart and save OUTDIR/demo.ods and demo.xlsx\n");
+               "usage: nivarel demo [OUTDIR]   draw a small flowchart and save OUTDIR/demo.ods and demo.xlsx\n"
+               "       nivarel shapes FILE     list the shapes of FILE's first sheet, one JSON object a line\n");
   return 2;
 }
 
@@ -62,8 +67,12 @@ int main(int argc, char** argv) {
   std::string extension = ext && *ext ? ext : NIVAREL_OXT;
   try {
     if (command == "demo") return Demo(argc > 2 ? argv[2] : "out", extension);
+    if (command == "shapes" && argc == 3) return nivarel::cli::ListShapesInFile(argv[2], std::cout, std::cerr);
   } catch (const HostError& e) {
     std::fprintf(stderr, "nivarel: %s\n", e.Description().c_str());
+    return 1;
+  } catch (const std::exception& e) {
+    std::fprintf(stderr, "nivarel: %s\n", e.what());
     return 1;
   }
   return Usage();

@@ -1,16 +1,44 @@
 #include "Workbooks.h"
 
-#include <optional>
-
 #include <filesystem>
+#include <optional>
 
 #include <com/sun/star/container/XEnumeration.hpp>
 #include <com/sun/star/container/XEnumerationAccess.hpp>
 #include <com/sun/star/frame/XComponentLoader.hpp>
+#include <com/sun/star/task/XInteractionAbort.hpp>
+#include <com/sun/star/task/XInteractionDisapprove.hpp>
+#include <com/sun/star/task/XInteractionHandler.hpp>
+#include <com/sun/star/util/XCloseable.hpp>
+#include <osl/file.hxx>
+
+#include <cppuhelper/implbase1.hxx>
 
 #include "Uno.h"
 
 namespace nivarel::host {
+
+namespace {
+
+// Answers every question of a load with no: a file that the office would ask
+// about (its filter options, a repair) fails to open instead of waiting for
+// a person.
+class RefusingHandler : public cppu::WeakImplHelper1<css::task::XInteractionHandler> {
+ public:
+  void SAL_CALL handle(const Reference<css::task::XInteractionRequest>& request) override {
+    Reference<css::task::XInteractionContinuation> disapprove;
+    for (const auto& c : request->getContinuations()) {
+      if (Reference<css::task::XInteractionAbort>(c, uno::UNO_QUERY).is()) {
+        c->select();
+        return;
+      }
+      if (Reference<css::task::XInteractionDisapprove>(c, uno::UNO_QUERY).is()) disapprove = c;
+    }
+    if (disapprove.is()) disapprove->select();
+  }
+};
+
+}  // namespace
 
 int Workbooks::Count() const {
   return Call("Workbooks.Count", [&] {
@@ -24,15 +52,37 @@ int Workbooks::Count() const {
   });
 }
 
-static Workbook Load(const std::shared_ptr<HostSession>& session, const OUString& url, bool asTemplate) {
-  uno::Sequence<css::beans::PropertyValue> args(asTemplate ? 1 : 0);
-  if (asTemplate) {
-    args.getArray()[0].Name = "AsTemplate";
-    args.getArray()[0].Value <<= true;
+static Workbook Load(const std::shared_ptr<HostSession>& session, const OUString& url, bool asTemplate,
+                     bool readOnly = false) {
+  std::vector<css::beans::PropertyValue> props;
+  auto flag = [&](const char* name) {
+    css::beans::PropertyValue p;
+    p.Name = OUString::createFromAscii(name);
+    p.Value <<= true;
+    props.push_back(p);
+  };
+  if (asTemplate) flag("AsTemplate");
+  if (readOnly) {
+    flag("ReadOnly");
+    css::beans::PropertyValue p;
+    p.Name = "InteractionHandler";
+    p.Value <<= Reference<css::task::XInteractionHandler>(new RefusingHandler());
+    props.push_back(p);
   }
+  uno::Sequence<css::beans::PropertyValue> args(props.data(), static_cast<sal_Int32>(props.size()));
   auto comp = session->desktop->loadComponentFromURL(url, "_blank", 0, args);
   Reference<css::sheet::XSpreadsheetDocument> doc(comp, uno::UNO_QUERY);
-  if (!doc.is()) throw HostError(HostError::kOfficeFailure, "The document is not a spreadsheet");
+  if (!doc.is()) {
+    // Another kind of document, say a text file, opens in another module: close it again.
+    Reference<css::util::XCloseable> other(comp, uno::UNO_QUERY);
+    if (other.is()) {
+      try {
+        other->close(true);
+      } catch (const uno::Exception&) {
+      }
+    }
+    throw HostError(HostError::kOfficeFailure, "The document is not a spreadsheet");
+  }
   return Workbook(std::make_shared<WorkbookImpl>(WorkbookImpl{session, doc}));
 }
 
@@ -40,14 +90,19 @@ Workbook Workbooks::Add() {
   return Call("Workbooks.Add", [&] { return Load(session_, "private:factory/scalc", false); });
 }
 
-Workbook Workbooks::Open(const std::string& path) {
+Workbook Workbooks::Open(const std::string& path, bool readOnly) {
   return Call("Workbooks.Open", [&] {
     if (!std::filesystem::exists(path))
       throw HostError(HostError::kOfficeFailure, "'" + path + "' could not be found");
     std::string ext = std::filesystem::path(path).extension().string();
     for (auto& c : ext) c = static_cast<char>(tolower(c));
     bool tmpl = ext == ".xlt" || ext == ".xltx" || ext == ".ots";
-    return Load(session_, ToOu("file://" + std::filesystem::absolute(path).string()), tmpl);
+    // A proper URL: names with spaces, '#' or '%' open as they are.
+    OUString url;
+    if (osl::FileBase::getFileURLFromSystemPath(ToOu(std::filesystem::absolute(path).string()), url) !=
+        osl::FileBase::E_None)
+      throw HostError(HostError::kOfficeFailure, "'" + path + "' is not a valid file name");
+    return Load(session_, url, tmpl, readOnly);
   });
 }
 

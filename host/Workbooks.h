@@ -16,8 +16,10 @@ class Workbooks {
   int Count() const;
   // A new, empty spreadsheet document; it becomes the active one.
   Workbook Add();
-  // Opens a file by path; a template opens as a new document.
-  Workbook Open(const std::string& path);
+  // Opens a file by path; a template opens as a new document. A read-only
+  // document leaves no lock file beside the file, and a file that the office
+  // would ask a question about fails to open instead.
+  Workbook Open(const std::string& path, bool readOnly = false);
 
  private:
   std::shared_ptr<HostSession> session_;

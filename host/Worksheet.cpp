@@ -33,7 +33,10 @@ constexpr int kMaxColumn = 16384;
 
 Reference<css::drawing::XDrawPage> SheetRef::Page() const {
   Reference<css::drawing::XDrawPageSupplier> sup(sheet, uno::UNO_QUERY_THROW);
-  return sup->getDrawPage();
+  Reference<css::drawing::XDrawPage> page = sup->getDrawPage();
+  // The sheet of a closed document answers no page rather than an error.
+  if (!page.is()) throw HostError(HostError::kOfficeFailure, "The sheet's document has been closed");
+  return page;
 }
 
 int SheetRef::Index() const {

@@ -1,5 +1,6 @@
 # Sources of the shape engine: creating, sizing, formatting and styling the
-# symbols, and their flow lines. Built into the add-in's library.
+# symbols, their flow lines and their alignment. Built into the add-in's
+# library.
 set(SHAPES_SOURCES
   ${CMAKE_SOURCE_DIR}/shapes/CShapeFormatter.cpp
   ${CMAKE_SOURCE_DIR}/shapes/CShapeDimensions.cpp
@@ -9,4 +10,5 @@ set(SHAPES_SOURCES
   ${CMAKE_SOURCE_DIR}/shapes/CFlowLineAdder.cpp
   ${CMAKE_SOURCE_DIR}/shapes/MBranchLabels.cpp
   ${CMAKE_SOURCE_DIR}/shapes/CDecisionLabelAdder.cpp
+  ${CMAKE_SOURCE_DIR}/shapes/CShapeAlignment.cpp
 )

@@ -1,0 +1,127 @@
+#include "CShapeAlignment.h"
+
+#include <cmath>
+#include <string>
+
+#include "MErrorHandler.h"
+#include "MsoConstants.h"
+#include "Shapes.h"
+
+namespace nivarel::shapes {
+
+namespace {
+
+const char kSource[] = "CShapeAlignment";
+
+struct Centre {
+  double x, y;
+};
+
+Centre CentreOf(const host::Shape& shape) {
+  return {shape.Left() + shape.Width() / 2, shape.Top() + shape.Height() / 2};
+}
+
+// Both ends of the band count as inside.
+bool WithinBand(double value, double start, double extent) { return value >= start && value <= start + extent; }
+
+// A group's members at every depth, as the group's items list them.
+bool GroupHolds(const host::Shape& group, const std::string& name) {
+  for (const host::Shape& item : group.GroupItems()) {
+    if (item.Name() == name) return true;
+    if (item.Type() == host::msoGroup && GroupHolds(item, name)) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+bool CShapeAlignment::AlignShapes(const host::Worksheet& worksheet, const host::Shape& previousShape,
+                                  host::Shape& newShape, int32_t column, int32_t lastColumn, int32_t row,
+                                  int32_t lastRow) {
+  bool result = false;
+  try {
+    bool aligned = IsAligned(previousShape, newShape, column, lastColumn, row, lastRow);
+    flowDirection_ = GetFlowDirection(previousShape, newShape);
+    if (!aligned || !IsAdjacent(worksheet, previousShape, newShape, flowDirection_)) return false;
+    result = true;
+    Centre previous = CentreOf(previousShape);
+    if (flowDirection_ == kRight || flowDirection_ == kLeft)
+      newShape.SetTop(previous.y - newShape.Height() / 2);
+    else
+      newShape.SetLeft(previous.x - newShape.Width() / 2);
+  } catch (...) {
+    host::ErrorHandler(kSource, "AlignShapes", false);
+  }
+  return result;
+}
+
+bool CShapeAlignment::IsAligned(const host::Shape& previousShape, const host::Shape& newShape, int32_t column,
+                                int32_t lastColumn, int32_t row, int32_t lastRow) const {
+  if (column == lastColumn || row == lastRow) return true;
+  try {
+    Centre previous = CentreOf(previousShape), next = CentreOf(newShape);
+    return WithinBand(next.y, previousShape.Top(), previousShape.Height()) ||
+           WithinBand(next.x, previousShape.Left(), previousShape.Width()) ||
+           WithinBand(previous.y, newShape.Top(), newShape.Height()) ||
+           WithinBand(previous.x, newShape.Left(), newShape.Width());
+  } catch (...) {
+    host::ErrorHandler(kSource, "IsAligned", false);
+  }
+  return false;
+}
+
+bool CShapeAlignment::IsAdjacent(const host::Worksheet& worksheet, const host::Shape& previousShape,
+                                 const host::Shape& newShape, int16_t direction) const {
+  bool result = true;
+  try {
+    if (direction < kUp || direction > kLeft) return result;
+    Centre p = CentreOf(previousShape), n = CentreOf(newShape);
+    std::string previousName = previousShape.Name();
+    host::Shapes shapes = worksheet.GetShapes();
+    int count = shapes.Count();
+    for (int i = 1; i <= count; ++i) {
+      host::Shape other = shapes.Item(i);
+      if (other.SameAs(previousShape) || other.SameAs(newShape)) continue;
+      int type = other.Type();
+      if (type == host::msoLine || type == host::msoTextBox) continue;
+      if (type == host::msoGroup && GroupHolds(other, previousName)) continue;
+      Centre o = CentreOf(other);
+      bool blocks = false;
+      switch (direction) {
+        case kUp:
+        case kDown: {
+          bool between = direction == kUp ? n.y < o.y && o.y < p.y : p.y < o.y && o.y < n.y;
+          blocks = between && other.Left() < p.x && p.x < other.Left() + other.Width();
+          break;
+        }
+        default: {
+          bool between = direction == kRight ? p.x < o.x && o.x < n.x : n.x < o.x && o.x < p.x;
+          blocks = between && other.Top() < p.y && p.y < other.Top() + other.Height();
+          break;
+        }
+      }
+      if (blocks) result = false;
+    }
+  } catch (...) {
+    host::ErrorHandler(kSource, "IsAdjacent", false);
+  }
+  return result;
+}
+
+int16_t CShapeAlignment::GetFlowDirection(const host::Shape& previousShape, const host::Shape& newShape) const {
+  try {
+    // Hundredths of a point, halves to the even neighbour: centres closer
+    // than that count as level.
+    auto hundredths = [](double v) { return std::nearbyint(v * 100); };
+    Centre p = CentreOf(previousShape), n = CentreOf(newShape);
+    double px = hundredths(p.x), py = hundredths(p.y), nx = hundredths(n.x), ny = hundredths(n.y);
+    double dx = std::fabs(nx - px), dy = std::fabs(ny - py);
+    if (dy >= dx) return ny < py ? kUp : kDown;
+    return nx < px ? kLeft : kRight;
+  } catch (...) {
+    host::ErrorHandler(kSource, "GetFlowDirection", false);
+  }
+  return kUp;
+}
+
+}  // namespace nivarel::shapes

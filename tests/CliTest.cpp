@@ -1,0 +1,230 @@
+// The `nivarel shapes` command on files that the shared office saves: what it
+// lists of shapes, a glued connector and a group, how it fails on files it
+// cannot read, and that its own office and profile are gone when it ends.
+#include <stdlib.h>
+
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <optional>
+#include <regex>
+#include <sstream>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <nlohmann/json.hpp>
+
+#include "MsoConstants.h"
+#include "OfficeTest.h"
+#include "Shapes.h"
+
+using namespace nivarel::host;
+using nlohmann::json;
+
+namespace nivarel::testing {
+namespace {
+
+const char kStepName[] = "Step \"one\"";
+const char kStepText[] = "Take the \"order\"\nthen check — ü";
+
+struct CommandRun {
+  int exitCode = 0;
+  std::string output;  // standard output and error together
+  std::vector<std::string> lines;
+};
+
+class CliTest : public OfficeTest {
+ protected:
+  void SetUp() override {
+    OfficeTest::SetUp();
+    folder_ = ConfigHome() + "/cli";
+    tmp_ = ConfigHome() + "/cli-tmp";
+    std::filesystem::remove_all(tmp_);
+    std::filesystem::create_directories(folder_);
+    std::filesystem::create_directories(tmp_);
+  }
+
+  // Terminator "Start", a process glued below it by a connector from site 3
+  // to site 1, and a group "Notes" of two rectangles, in that drawing order.
+  void DrawSheet() {
+    Shapes shapes = sheet_->GetShapes();
+    Shape start = shapes.AddShape(msoShapeFlowchartTerminator, 90, 36, 108, 36);
+    start.SetName("Start");
+    start.GetTextFrame().GetCharacters().SetText("Start");
+    Shape step = shapes.AddShape(msoShapeFlowchartProcess, 90, 144, 108, 54);
+    step.SetName(kStepName);
+    step.GetTextFrame().GetCharacters().SetText(kStepText);
+    Shape line = shapes.AddConnector(msoConnectorStraight, 0, 0, 10, 10);
+    line.SetName("Flow");
+    line.GetConnectorFormat().BeginConnect(start, 3);
+    line.GetConnectorFormat().EndConnect(step, 1);
+    Shape a = shapes.AddShape(msoShapeRectangle, 288, 36, 72, 36);
+    a.SetName("Note A");
+    Shape b = shapes.AddShape(msoShapeRectangle, 288, 108, 72, 36);
+    b.SetName("Note B");
+    shapes.GetRange({"Note A", "Note B"}).Group().SetName("Notes");
+  }
+
+  std::string Save(const std::string& name) {
+    std::string path = folder_ + "/" + name;
+    book_->SaveAs(path);
+    return path;
+  }
+
+  // Runs the built command with its temporary folder, and so its office's
+  // profile, under tmp_.
+  CommandRun ListShapes(const std::string& path) {
+    std::optional<std::string> saved;
+    if (const char* t = getenv("TMPDIR")) saved = t;
+    setenv("TMPDIR", tmp_.c_str(), 1);
+    CommandRun run;
+    run.exitCode = OfficeProcess::RunProgram(NIVAREL_CLI, "shapes '" + path + "'", 100, &run.output);
+    if (saved)
+      setenv("TMPDIR", saved->c_str(), 1);
+    else
+      unsetenv("TMPDIR");
+    std::istringstream in(run.output);
+    for (std::string line; std::getline(in, line);) run.lines.push_back(line);
+    return run;
+  }
+
+  // No office of the command is left running, nor its profile folder.
+  void ExpectNothingLeftBehind() {
+    bool officeGone = false;
+    for (int i = 0; i < 50 && !officeGone; ++i) {
+      officeGone = !OfficeUsing(tmp_);
+      if (!officeGone) std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    }
+    EXPECT_TRUE(officeGone) << "an office with its profile under " << tmp_ << " still runs";
+    for (const auto& entry : std::filesystem::directory_iterator(tmp_))
+      ADD_FAILURE() << "left behind: " << entry.path();
+  }
+
+  std::string folder_, tmp_;
+
+ private:
+  // True when a running process names folder on its command line.
+  static bool OfficeUsing(const std::string& folder) {
+    for (const auto& entry : std::filesystem::directory_iterator("/proc")) {
+      std::string pid = entry.path().filename().string();
+      if (pid.find_first_not_of("0123456789") != std::string::npos) continue;
+      std::ifstream in(entry.path() / "cmdline", std::ios::binary);
+      std::string cmdline((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+      if (cmdline.find("soffice") != std::string::npos && cmdline.find(folder) != std::string::npos) {
+        std::ifstream stat(entry.path() / "stat");
+        std::string ignore, state;
+        stat >> ignore >> ignore >> state;
+        if (state != "Z" && state != "X") return true;
+      }
+    }
+    return false;
+  }
+};
+
+// The lines as JSON objects, each with two decimals for every measure.
+std::vector<json> Parse(const CommandRun& run) {
+  std::vector<json> objects;
+  const std::regex twoDecimals("\"(left|top|width|height)\":-?[0-9]+\\.[0-9]{2}[,}]");
+  for (const std::string& line : run.lines) {
+    json j = json::parse(line, nullptr, false);
+    EXPECT_FALSE(j.is_discarded()) << "not JSON: " << line;
+    if (j.is_discarded()) continue;
+    EXPECT_EQ(4, std::distance(std::sregex_iterator(line.begin(), line.end(), twoDecimals), std::sregex_iterator()))
+        << line;
+    objects.push_back(j);
+  }
+  return objects;
+}
+
+TEST_F(CliTest, ListsShapesConnectorsAndGroupsOfTheFirstSheetInDrawingOrder) {
+  DrawSheet();
+  std::string ods = Save("flow.ods");
+  CommandRun run = ListShapes(ods);
+  ASSERT_EQ(0, run.exitCode) << run.output;
+  std::vector<json> list = Parse(run);
+  ASSERT_EQ(4u, list.size()) << run.output;
+
+  const json& start = list[0];
+  EXPECT_EQ("Start", start["name"]);
+  EXPECT_EQ(msoAutoShape, start["type"]);
+  EXPECT_EQ(msoShapeFlowchartTerminator, start["autoshape"]);
+  EXPECT_DOUBLE_EQ(90, start["left"].get<double>());
+  EXPECT_DOUBLE_EQ(36, start["top"].get<double>());
+  EXPECT_DOUBLE_EQ(108, start["width"].get<double>());
+  EXPECT_DOUBLE_EQ(36, start["height"].get<double>());
+  EXPECT_EQ("Start", start["text"]);
+  EXPECT_FALSE(start.contains("begin") || start.contains("members"));
+
+  const json& step = list[1];
+  EXPECT_EQ(kStepName, step["name"]);
+  EXPECT_EQ(msoShapeFlowchartProcess, step["autoshape"]);
+  EXPECT_EQ(kStepText, step["text"]);
+  EXPECT_DOUBLE_EQ(144, step["top"].get<double>());
+
+  const json& flow = list[2];
+  EXPECT_EQ("Flow", flow["name"]);
+  EXPECT_EQ(msoAutoShape, flow["type"]);
+  EXPECT_FALSE(flow.contains("autoshape"));
+  EXPECT_EQ("Start", flow["begin"]);
+  EXPECT_EQ(kStepName, flow["end"]);
+  EXPECT_EQ(3, flow["begin_site"]);
+  EXPECT_EQ(1, flow["end_site"]);
+  // From the middle of the terminator's bottom to the middle of the process's top.
+  EXPECT_NEAR(72, flow["top"].get<double>(), 0.02);
+  EXPECT_NEAR(72, flow["height"].get<double>(), 0.02);
+
+  const json& notes = list[3];
+  EXPECT_EQ("Notes", notes["name"]);
+  EXPECT_EQ(msoGroup, notes["type"]);
+  EXPECT_FALSE(notes.contains("autoshape"));
+  EXPECT_EQ(json::array({"Note A", "Note B"}), notes["members"]);
+  EXPECT_DOUBLE_EQ(108, notes["height"].get<double>());
+  ExpectNothingLeftBehind();
+
+  // The same sheet through the .xlsx filter: the office's own export keeps
+  // no glue there, so only the connector's place in the list is compared.
+  std::string xlsx = Save("flow.xlsx");
+  run = ListShapes(xlsx);
+  ASSERT_EQ(0, run.exitCode) << run.output;
+  list = Parse(run);
+  ASSERT_EQ(4u, list.size()) << run.output;
+  EXPECT_EQ("Start", list[0]["name"]);
+  EXPECT_EQ(msoShapeFlowchartTerminator, list[0]["autoshape"]);
+  EXPECT_EQ(kStepText, list[1]["text"]);
+  EXPECT_EQ("Flow", list[2]["name"]);
+  EXPECT_TRUE(list[2].contains("begin_site") && list[2].contains("end_site"));
+  EXPECT_EQ(json::array({"Note A", "Note B"}), list[3]["members"]);
+  ExpectNothingLeftBehind();
+}
+
+TEST_F(CliTest, AFileItCannotReadFailsWithAMessageAndLeavesNoOffice) {
+  CommandRun missing = ListShapes(folder_ + "/no such file.ods");
+  EXPECT_EQ(1, missing.exitCode);
+  EXPECT_NE(std::string::npos, missing.output.find("cannot read '" + folder_ + "/no such file.ods': no such file"))
+      << missing.output;
+  ExpectNothingLeftBehind();
+
+  // Text under a spreadsheet's name: the office opens it as something else.
+  std::string text = folder_ + "/plain #1.ods";
+  std::ofstream(text) << "not a spreadsheet\n";
+  CommandRun unreadable = ListShapes(text);
+  EXPECT_EQ(1, unreadable.exitCode);
+  EXPECT_NE(std::string::npos, unreadable.output.find("cannot open '" + text + "' as a spreadsheet"))
+      << unreadable.output;
+  ExpectNothingLeftBehind();
+
+  // Bytes that no filter takes.
+  std::string noise = folder_ + "/noise.xlsx";
+  {
+    std::ofstream out(noise, std::ios::binary);
+    for (int i = 0; i < 4096; ++i) out.put(static_cast<char>((i * 7919) % 251));
+  }
+  CommandRun broken = ListShapes(noise);
+  EXPECT_EQ(1, broken.exitCode);
+  EXPECT_NE(std::string::npos, broken.output.find("cannot open '" + noise + "'")) << broken.output;
+  ExpectNothingLeftBehind();
+}
+
+}  // namespace
+}  // namespace nivarel::testing
