@@ -50,6 +50,9 @@ constexpr int msoArrowheadNarrow = 1, msoArrowheadWidthMedium = 2, msoArrowheadW
 // Fill none.
 constexpr int xlNone = -4142;
 
+// Reading order that follows the text.
+constexpr int xlContext = -5002;
+
 // Gradient styles.
 constexpr int msoGradientHorizontal = 1, msoGradientVertical = 2;
 

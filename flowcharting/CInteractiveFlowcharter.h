@@ -1,0 +1,79 @@
+// The live run: while it is on, every step the user commits in a cell of the
+// sheet it listens to leaves the cell and comes back as a sized, styled
+// symbol over it, aligned with and joined to the symbol before, and the
+// cursor moves to where the next step belongs. One object per run; the
+// sheet's change events reach it until it is destroyed.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "CConfig.h"
+#include "CIniSymbolDataAccess.h"
+#include "CShapeFormatter.h"
+#include "CSymbolData.h"
+#include "Range.h"
+#include "Shape.h"
+#include "Subscription.h"
+#include "Worksheet.h"
+
+namespace nivarel::flowcharting {
+
+class CInteractiveFlowcharter {
+ public:
+  // Listens to the active sheet and loads the symbol rules.
+  CInteractiveFlowcharter();
+  ~CInteractiveFlowcharter();
+  CInteractiveFlowcharter(const CInteractiveFlowcharter&) = delete;
+  CInteractiveFlowcharter& operator=(const CInteractiveFlowcharter&) = delete;
+
+  // Draws the start terminator when the settings ask for one and selects the
+  // cell of the first step. False when the start cell is no cell.
+  bool StartFlowcharting(const rules::CConfig& config);
+  // Goes on from the sheet as it stands: no terminator, no previous shape.
+  void RestartFlowcharting(const rules::CConfig& config);
+  // Offers the end terminator (unless skip, or an end is already there),
+  // puts the flow lines behind the shapes and takes away the guides.
+  void StopFlowcharting(bool skip);
+  // The previous shape's name while that shape exists, else empty.
+  std::string LastShapeName();
+
+  // The sheet's change event: each non-blank cell of target becomes a step.
+  void m_ws_Change(const host::Range& target);
+  int32_t ChangeCount() const { return m_ChangeCount; }
+
+ private:
+  bool AddStopTerminator();
+  void AddFlowLineConnector(bool prompt);
+  std::string GetLastShapeName();
+  void SelectNextCell(int16_t direction);
+  void UpdateSheetGuides();
+  // Steps 9 to 11 of the start: the terminator sized by its wrapped rows.
+  void FitTerminator(host::Shape& shape, int16_t width);
+  int NextRowBelow(const host::Shape& shape) const;
+
+  rules::CConfig m_Config;
+  rules::CSymbolData m_Symbols;
+  shapes::CShapeFormatter m_Formatter;
+  std::optional<host::Shape> m_Shape;
+  std::optional<host::Range> m_NextCell;
+  rules::RuleTable m_Keywords;
+  rules::RuleTable m_Prefixes;
+  int16_t m_ShapeType = 0;
+  int32_t m_Row = 0;
+  int32_t m_Column = 0;
+  std::string m_Text;
+  std::string m_Address;
+  std::string m_LastShapeName;
+  int32_t m_LastRow = 0;
+  int32_t m_LastColumn = 0;
+  int16_t m_Direction = 2;
+  int32_t m_MaxWidth = 0;
+  int32_t m_ChangeCount = 0;
+
+  std::optional<host::Worksheet> m_ws;
+  host::Subscription m_Listening;
+};
+
+}  // namespace nivarel::flowcharting

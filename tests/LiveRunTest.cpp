@@ -1,0 +1,192 @@
+// The live run, typed into cells through the office's user interface: each
+// committed step comes back as a symbol over its cell, joined to the one
+// before, and the cursor goes where the next step belongs.
+#include <gtest/gtest.h>
+
+#include "AddinFixture.h"
+#include "CConfig.h"
+#include "CInteractiveFlowcharter.h"
+#include "ConnectorFormat.h"
+#include "Interior.h"
+#include "MsoConstants.h"
+#include "Range.h"
+#include "Shape.h"
+#include "Shapes.h"
+
+namespace nivarel {
+namespace {
+
+using host::Shape;
+
+class LiveRunTest : public testing::AddinFixture {
+ protected:
+  void SetUp() override {
+    AddinFixture::SetUp();
+    folder_ = std::make_unique<testing::SettingsFolder>(testing::ConfigHome() + "/live-run");
+    host::InitializeGlobals();
+    host::SetGlobalRowHeight();
+    config_.LoadConfigData();
+    // The shipped settings, less the prompts a typed test cannot answer.
+    config_.StartTerminator = true;
+    config_.EndTerminator = false;
+    config_.AddFlowLine = true;
+    config_.ShowGuides = true;
+    config_.BranchLabelOption = 0;
+    config_.StartLocation = "C3";
+    config_.UseRestartLocation = false;
+  }
+  void TearDown() override {
+    run_.reset();
+    EXPECT_EQ("", host::ReadLogFile()) << "no step may fail quietly";
+    folder_.reset();
+    AddinFixture::TearDown();
+  }
+
+  void Start() {
+    run_ = std::make_unique<flowcharting::CInteractiveFlowcharter>();
+    ASSERT_TRUE(run_->StartFlowcharting(config_));
+  }
+  std::string Selected() { return App().ActiveCell()->Address(false); }
+  // Types a step where the run put the cursor and commits it with Enter.
+  void Step(const std::string& text) { Ui().TypeIntoCell(Selected(), text); }
+
+  // The sheet's shapes that are not lines, in drawing order.
+  std::vector<Shape> Symbols() {
+    std::vector<Shape> out;
+    host::Shapes shapes = sheet_->GetShapes();
+    for (int i = 1; i <= shapes.Count(); ++i) {
+      Shape s = shapes.Item(i);
+      if (!s.Connector()) out.push_back(s);
+    }
+    return out;
+  }
+  std::vector<Shape> Lines() {
+    std::vector<Shape> out;
+    host::Shapes shapes = sheet_->GetShapes();
+    for (int i = 1; i <= shapes.Count(); ++i)
+      if (shapes.Item(i).Connector()) out.push_back(shapes.Item(i));
+    return out;
+  }
+  // Whether a glued line joins the two shapes, from the first to the second.
+  bool Joined(const Shape& from, const Shape& to) {
+    for (Shape& line : Lines()) {
+      auto begin = line.GetConnectorFormat().BeginConnectedShape();
+      auto end = line.GetConnectorFormat().EndConnectedShape();
+      if (begin && end && begin->Name() == from.Name() && end->Name() == to.Name()) return true;
+    }
+    return false;
+  }
+  std::string Text(const Shape& s) { return s.GetTextFrame().GetCharacters().Text(); }
+
+  std::unique_ptr<testing::SettingsFolder> folder_;
+  rules::CConfig config_;
+  std::unique_ptr<flowcharting::CInteractiveFlowcharter> run_;
+};
+
+TEST_F(LiveRunTest, TypedStepsBecomeJoinedSymbolsAndTheCursorMovesOn) {
+  Start();
+  ASSERT_EQ(1u, Symbols().size());
+  Shape start = Symbols()[0];
+  EXPECT_EQ(69, start.AutoShapeType());
+  EXPECT_EQ("Start", Text(start));
+  EXPECT_EQ("C3", start.TopLeftCell().Address(false));
+  std::string first = Selected();
+  EXPECT_EQ(3, App().ActiveCell()->Column());
+
+  // A blank commit makes nothing.
+  Ui().TypeIntoCell(first, "   ");
+  EXPECT_EQ(1u, Symbols().size());
+  EXPECT_EQ(1, run_->ChangeCount());
+
+  Step("receive the order");
+  ASSERT_EQ(2u, Symbols().size());
+  Shape order = Symbols()[1];
+  EXPECT_EQ(61, order.AutoShapeType());
+  EXPECT_EQ("Receive the order", Text(order)) << "capitalised";
+  EXPECT_NEAR(sheet_->GetRange(first).Top(), order.Top(), 0.1) << "at the cell's top";
+  EXPECT_EQ("", sheet_->GetRange(first).Value()) << "the step leaves its cell";
+  EXPECT_TRUE(Joined(start, order));
+  EXPECT_NEAR(start.Left() + start.Width() / 2, order.Left() + order.Width() / 2, 0.5) << "centred under the start";
+  EXPECT_EQ(order.BottomRightCell().Row() + 3, App().ActiveCell()->Row());
+  EXPECT_EQ(3, App().ActiveCell()->Column()) << "the run stays in its column";
+  EXPECT_EQ(15, sheet_->GetRange(Selected()).GetInterior().ColorIndex()) << "the guide cross marks the cursor";
+
+  Step("is it in stock?");
+  ASSERT_EQ(3u, Symbols().size());
+  ASSERT_EQ(host::msoGroup, Symbols()[2].Type()) << "the decision, grouped with its labels";
+  Shape decision = Symbols()[2].GroupItems()[0];
+  EXPECT_EQ(63, decision.AutoShapeType());
+  EXPECT_EQ(3u, Symbols()[2].GroupItems().size());
+  EXPECT_TRUE(Joined(order, decision));
+  EXPECT_EQ(decision.BottomRightCell().Row() + 3, App().ActiveCell()->Row());
+
+  // A label leaves the cursor and the previous shape as they were: the next
+  // step joins the decision.
+  std::string beforeLabel = Selected();
+  Ui().TypeIntoCell("H4", "LBL: backorder");
+  EXPECT_EQ(host::msoTextBox, sheet_->GetShapes().Item(sheet_->GetShapes().Count()).Type());
+  Ui().SelectCell(beforeLabel);
+  Step("ship it");
+  Shape ship = Symbols().back();
+  EXPECT_EQ("Ship it", Text(ship));
+  EXPECT_TRUE(Joined(decision, ship));
+
+  // Stopping without a terminator still puts the lines behind and takes the
+  // guides away.
+  run_->StopFlowcharting(true);
+  EXPECT_EQ(host::xlNone, sheet_->GetRange(Selected()).GetInterior().ColorIndex());
+  host::Shapes shapes = sheet_->GetShapes();
+  for (Shape& line : Lines())
+    for (Shape& s : Symbols()) EXPECT_LT(line.ZOrderPosition(), s.ZOrderPosition());
+  EXPECT_EQ(Symbols().size(), 5u) << "4 steps and the label, no end terminator";
+}
+
+TEST_F(LiveRunTest, APastedColumnIsDrawnStepByStepWhereTheRunWantsIt) {
+  Start();
+  std::string first = Selected();
+  // Three steps put on the sheet out of the run's sight, then copied and
+  // pasted at the cursor as one change.
+  App().SetEnableEvents(false);
+  sheet_->GetRange("J20").SetValue("pick");
+  sheet_->GetRange("J21").SetValue("pack");
+  sheet_->GetRange("J22").SetValue("post");
+  App().SetEnableEvents(true);
+  Ui().SelectCell("J20:J22");
+  Ui().RunCommand(".uno:Copy");
+  Ui().SelectCell(first);
+  Ui().RunCommand(".uno:Paste");
+  auto symbols = Symbols();
+  ASSERT_EQ(4u, symbols.size());
+  EXPECT_NEAR(sheet_->GetRange(first).Top(), symbols[1].Top(), 0.1) << "the first at its own cell";
+  EXPECT_EQ(symbols[1].BottomRightCell().Row() + 3, symbols[2].TopLeftCell().Row()) << "the others where the run chose";
+  EXPECT_EQ(symbols[2].BottomRightCell().Row() + 3, symbols[3].TopLeftCell().Row());
+  EXPECT_TRUE(Joined(symbols[1], symbols[2]));
+  EXPECT_TRUE(Joined(symbols[2], symbols[3]));
+}
+
+TEST_F(LiveRunTest, ConnectorsInANewColumnStandAloneAndAnEndIsFoundByItsText) {
+  config_.StartTerminator = false;
+  config_.EndTerminator = true;
+  Start();
+  Step("take payment");
+  Ui().TypeIntoCell("H3", "5");  // an off-page reference in a new column
+  Step("send");                  // a process under it, joined to it
+  auto symbols = Symbols();
+  ASSERT_EQ(3u, symbols.size());
+  EXPECT_EQ(74, symbols[1].AutoShapeType());
+  EXPECT_FALSE(Joined(symbols[0], symbols[1])) << "a reference to elsewhere needs no line";
+  EXPECT_TRUE(Joined(symbols[1], symbols[2]));
+
+  // A terminator reading "Send" holds END: stopping finds it and asks nothing.
+  Shape end = sheet_->GetShapes().AddShape(69, 300, 400, 80, 30);
+  end.GetTextFrame().GetCharacters().SetText("Send");
+  auto stopped = std::async(std::launch::async, [&] { run_->StopFlowcharting(false); });
+  bool asked = WaitForTitle(" Add End Terminator?", 3000);
+  EXPECT_FALSE(asked) << "an end exists already";
+  if (asked) Ui().PressDialogKey("ESC");
+  stopped.get();
+  EXPECT_EQ(4u, Symbols().size());
+}
+
+}  // namespace
+}  // namespace nivarel
