@@ -1,11 +1,124 @@
 #include "CEventHandler.h"
 
+#include "CInteractiveFlowcharter.h"
+#include "MErrorHandler.h"
+#include "MGlobalVariables.h"
+#include "MShapeRanges.h"
+#include "MUtilities.h"
+#include "MsgBox.h"
+#include "UserSettings.h"
+#include "frmRestart.h"
+
 namespace nivarel::host {
+
+namespace {
+const char* const kSource = "CEventHandler";
+}
+
+CEventHandler::CEventHandler() = default;
+CEventHandler::~CEventHandler() = default;
+
+bool CEventHandler::CheckActiveSheet() {
+  try {
+    if (!ExcelApp || ExcelApp->GetWorkbooks().Count() == 0) {
+      MsgBox("There are no workbooks open. You must open a workbook before using Nivarel.", vbOKOnly,
+             "No Workbooks Open");
+      return true;
+    }
+    if (!ExcelApp->ActiveSheet()) {
+      MsgBox("The current sheet is not a Worksheet. This function cannot be run.\r\n"
+             "Please select a Worksheet when using this function.",
+             vbOKOnly);
+      return true;
+    }
+  } catch (...) {
+  }
+  return false;
+}
+
+bool CEventHandler::PrestartChecks() {
+  if (CheckActiveSheet()) return false;
+  if (!GlobalRowHeightSet) SetGlobalRowHeight();
+  return true;
+}
+
+// The start dialog arrives with the page layout; until then a run starts
+// from the stored settings as they stand, at the stored start cell.
+bool CEventHandler::StartNormalFlowcharting(rules::CConfig& config) {
+  config.RestartLocation.clear();
+  config.UseRestartLocation = false;
+  try {
+    ExcelApp->ActiveSheet()->GetRange(config.StartLocation).Select();
+  } catch (...) {
+  }
+  return true;
+}
+
+void CEventHandler::ShowRestartForm(const rules::CConfig& config) {
+  if (GetBoolSetting("ShowRestart", "True")) {
+    dialogs::frmRestart form;
+    form.Display();
+    SaveSetting(kAppTitle, "Settings", "ShowRestart", form.ShowRestartMessage() ? "True" : "False");
+  }
+  m_SessionActive = true;
+  ExcelApp->SetEnableEvents(true);
+  m_Flowcharter = std::make_unique<flowcharting::CInteractiveFlowcharter>();
+  m_Flowcharter->RestartFlowcharting(config);
+}
+
+bool CEventHandler::StartInteractiveFlowcharting() {
+  if (!PrestartChecks()) return false;
+  bool result = false;
+  try {
+    ExcelApp->SetScreenUpdating(true);
+    rules::CConfig config;
+    config.LoadConfigData();
+    if (GetNonTemplateShapeCount() < 1) {
+      result = StartNormalFlowcharting(config);
+      if (result) {
+        ExcelApp->SetEnableEvents(true);
+        m_Flowcharter = std::make_unique<flowcharting::CInteractiveFlowcharter>();
+        result = m_Flowcharter->StartFlowcharting(config);
+      }
+    } else {
+      ShowRestartForm(config);
+      result = true;
+    }
+  } catch (...) {
+    ErrorHandler(kSource, "StartInteractiveFlowcharting", false);
+    result = false;
+  }
+  try {
+    if (result) {
+      m_SessionActive = true;
+    } else {
+      m_SessionActive = false;
+      ExcelApp->SetEnableEvents(true);
+      ExcelApp->SetScreenUpdating(true);
+      m_Flowcharter.reset();
+    }
+  } catch (...) {
+  }
+  return result;
+}
+
+void CEventHandler::StopInteractiveFlowcharting(bool fromWorkbookEvent) {
+  try {
+    if (!m_SessionActive) return;
+    m_SessionActive = false;
+    if (m_Flowcharter) m_Flowcharter->StopFlowcharting(fromWorkbookEvent);
+  } catch (...) {
+  }
+  try {
+    ExcelApp->SetEnableEvents(true);
+    ExcelApp->SetScreenUpdating(true);
+  } catch (...) {
+  }
+  m_Flowcharter.reset();
+}
 
 // The tools behind these commands arrive one by one; until then a command
 // that reaches its operation does nothing.
-void CEventHandler::StopInteractiveFlowcharting(bool) { m_SessionActive = false; }
-bool CEventHandler::StartInteractiveFlowcharting() { return false; }
 void CEventHandler::ApplyStyles() {}
 void CEventHandler::CheckForUpdates() {}
 void CEventHandler::CreateFlowchartKey() {}

@@ -4,12 +4,21 @@
 // flowcharting session. Operations whose tools aren't there yet do nothing.
 #pragma once
 
+#include <memory>
 #include <optional>
+
+#include "CConfig.h"
+
+namespace nivarel::flowcharting {
+class CInteractiveFlowcharter;
+}
 
 namespace nivarel::host {
 
 class CEventHandler {
  public:
+  CEventHandler();
+  ~CEventHandler();
   // A session is in progress.
   bool FlowchartingInProgress() const { return m_SessionActive; }
   // Ends the session; fromWorkbookEvent ends it without the end terminator.
@@ -46,6 +55,12 @@ class CEventHandler {
   void SelectFlowchartSymbolsOnly();
 
  private:
+  bool PrestartChecks();
+  bool CheckActiveSheet();
+  bool StartNormalFlowcharting(rules::CConfig& config);
+  void ShowRestartForm(const rules::CConfig& config);
+
+  std::unique_ptr<flowcharting::CInteractiveFlowcharter> m_Flowcharter;
   bool m_SessionActive = false;
 };
 

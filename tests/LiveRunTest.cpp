@@ -190,3 +190,35 @@ TEST_F(LiveRunTest, ConnectorsInANewColumnStandAloneAndAnEndIsFoundByItsText) {
 
 }  // namespace
 }  // namespace nivarel
+
+namespace nivarel {
+namespace {
+
+class MenuRunTest : public testing::AddinFixture {};
+
+// The run as the user starts it: from the menu, inside the office, with the
+// shipped settings; stopping offers the end terminator at the cursor.
+TEST_F(MenuRunTest, TheMenuStartsARunInsideTheOfficeAndStopsItWithAnEnd) {
+  Ui().RunCommand("vnd.nivarel:rxNivarelStartFlowcharting");
+  host::Shapes shapes = sheet_->GetShapes();
+  for (int i = 0; i < 100 && shapes.Count() == 0; ++i) std::this_thread::sleep_for(std::chrono::milliseconds(50));
+  ASSERT_EQ(1, shapes.Count()) << "the start terminator";
+  EXPECT_EQ("Start", shapes.Item(1).GetTextFrame().GetCharacters().Text());
+  Ui().TypeIntoCell(App().ActiveCell()->Address(false), "check the order");
+  EXPECT_EQ(3, shapes.Count()) << "the step and its line";
+
+  std::string cursor = App().ActiveCell()->Address(false);
+  Drive([&] { Ui().RunCommand("vnd.nivarel:rxNivarelStopFlowcharting"); }, " Add End Terminator?", [&] {
+    EXPECT_EQ(cursor, Ui().DialogControls()[3].text) << "offered at the cursor";
+    Ui().PressDialogKey("RETURN");
+  });
+  for (int i = 0; i < 100 && shapes.Count() < 5; ++i) std::this_thread::sleep_for(std::chrono::milliseconds(50));
+  ASSERT_EQ(5, shapes.Count()) << "the end terminator and its line";
+  EXPECT_EQ("End", shapes.Item(5).GetTextFrame().GetCharacters().Text() == "End"
+                       ? std::string("End")
+                       : shapes.Item(4).GetTextFrame().GetCharacters().Text());
+  EXPECT_EQ("", host::ReadLogFile());
+}
+
+}  // namespace
+}  // namespace nivarel
