@@ -210,14 +210,16 @@ TEST_F(ShapeAlignmentTest, OnlyAShapeBetweenTheTwoAndAcrossTheLineBlocks) {
     Shape next = Add(c.newLeft, c.newTop, 72, 36);
     Shape other = Add(c.left, c.top, 72, 36);
     EXPECT_EQ(!c.blocks, Adjacent(next, c.direction));
-    // Through AlignShapes: a blocked new shape stays where it was drawn.
-    next.SetLeft(c.newLeft + 18 * (c.direction == kUp || c.direction == kDown));
-    next.SetTop(c.newTop + 18 * (c.direction == kRight || c.direction == kLeft));
+    // Through AlignShapes, drawn a little off the line: a blocked new shape
+    // stays where it was drawn, a free one is moved onto the line.
+    bool upright = c.direction == kUp || c.direction == kDown;
+    double drawnLeft = c.newLeft + (upright ? 18 : 0), drawnTop = c.newTop + (upright ? 0 : 18);
+    next.SetLeft(drawnLeft);
+    next.SetTop(drawnTop);
     EXPECT_EQ(!c.blocks, Align(next));
     EXPECT_EQ(c.direction, align_.FlowDirection());
     if (c.blocks)
-      ExpectBox(next, c.newLeft + 18 * (c.direction == kUp || c.direction == kDown),
-                c.newTop + 18 * (c.direction == kRight || c.direction == kLeft), 72, 36);
+      ExpectBox(next, drawnLeft, drawnTop, 72, 36);
     else
       ExpectBox(next, c.newLeft, c.newTop, 72, 36);
     next.Delete();
