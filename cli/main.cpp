@@ -1,4 +1,5 @@
-// nivarel: the command-line face of the add-in. `nivarel demo OUTDIR` starts
+// nivarel: the command-line face of the add-in. `nivarel draw STEPS -o OUT`
+// draws a flowchart with the live run from a list of steps. `nivarel demo OUTDIR` starts
 // a headless office with the extension, draws two connected symbols over
 // cells and saves the sheet as .ods and .xlsx. `nivarel shapes FILE` lists
 // the shapes of a saved sheet as JSON lines.
@@ -9,6 +10,7 @@
 #include <iostream>
 #include <string>
 
+#include "Draw.h"
 #include "HostError.h"
 #include "MsoConstants.h"
 #include "OfficeProcess.h"
@@ -21,7 +23,10 @@ namespace {
 
 int Usage() {
   std::fprintf(stderr,
-               "usage: nivarel demo [OUTDIR]   draw a small flowchart and save OUTDIR/demo.ods and demo.xlsx\n"
+               "usage: nivarel draw STEPS -o OUT [--png PICTURE] [--start CELL] [--config FILE]\n"
+               "                               type each line of STEPS (- for standard input) into the cell the\n"
+               "                               run selects, stop the run and save OUT (.ods or .xlsx)\n"
+               "       nivarel demo [OUTDIR]   draw a small flowchart and save OUTDIR/demo.ods and demo.xlsx\n"
                "       nivarel shapes FILE     list the shapes of FILE's first sheet, one JSON object a line\n");
   return 2;
 }
@@ -67,6 +72,26 @@ int main(int argc, char** argv) {
   std::string extension = ext && *ext ? ext : NIVAREL_OXT;
   try {
     if (command == "demo") return Demo(argc > 2 ? argv[2] : "out", extension);
+    if (command == "draw") {
+      nivarel::cli::DrawOptions options;
+      options.extension = extension;
+      options.shipped = NIVAREL_SHIPPED;
+      for (int i = 2; i < argc; ++i) {
+        std::string arg = argv[i];
+        auto value = [&]() -> std::string {
+          if (i + 1 >= argc) throw std::runtime_error(arg + " needs a value");
+          return argv[++i];
+        };
+        if (arg == "-o") options.output = value();
+        else if (arg == "--png") options.picture = value();
+        else if (arg == "--start") options.start = value();
+        else if (arg == "--config") options.config = value();
+        else if (options.steps.empty()) options.steps = arg;
+        else return Usage();
+      }
+      if (options.steps.empty() || options.output.empty()) return Usage();
+      return nivarel::cli::Draw(options, std::cin, std::cout, std::cerr);
+    }
     if (command == "shapes" && argc == 3) return nivarel::cli::ListShapesInFile(argv[2], std::cout, std::cerr);
   } catch (const HostError& e) {
     std::fprintf(stderr, "nivarel: %s\n", e.Description().c_str());

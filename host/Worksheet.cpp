@@ -1,5 +1,10 @@
 #include "Worksheet.h"
 
+#include <filesystem>
+
+#include <com/sun/star/drawing/GraphicExportFilter.hpp>
+#include <com/sun/star/drawing/ShapeCollection.hpp>
+
 #include <algorithm>
 
 #include <com/sun/star/sheet/CellFlags.hpp>
@@ -221,6 +226,26 @@ Subscription Worksheet::OnChange(std::function<void(const Range&)> handler) {
     Reference<css::util::XChangesListener> l(new SheetChanges(ref_, std::move(handler)));
     n->addChangesListener(l);
     return Subscription([n, l] { n->removeChangesListener(l); });
+  });
+}
+
+void Worksheet::ExportDrawingPicture(const std::string& path) const {
+  Call("Worksheet.ExportDrawingPicture", [&] {
+    auto page = ref_->Page();
+    if (page->getCount() == 0) throw HostError(HostError::kOfficeFailure, "The sheet has no drawing to export");
+    auto all = css::drawing::ShapeCollection::create(ref_->session->context);
+    for (sal_Int32 i = 0; i < page->getCount(); ++i) {
+      Reference<css::drawing::XShape> shape(page->getByIndex(i), uno::UNO_QUERY);
+      if (shape.is()) all->add(shape);
+    }
+    auto filter = css::drawing::GraphicExportFilter::create(ref_->session->context);
+    filter->setSourceDocument(Reference<css::lang::XComponent>(all, uno::UNO_QUERY_THROW));
+    uno::Sequence<css::beans::PropertyValue> args(2);
+    args.getArray()[0].Name = "URL";
+    args.getArray()[0].Value <<= ToOu("file://" + std::filesystem::absolute(path).string());
+    args.getArray()[1].Name = "MediaType";
+    args.getArray()[1].Value <<= OUString("image/png");
+    filter->filter(args);
   });
 }
 

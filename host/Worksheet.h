@@ -45,6 +45,8 @@ class Worksheet {
   std::optional<Range> UsedRange() const;
 
   Shapes GetShapes() const;
+  // Writes a PNG picture of the sheet's drawing (every shape, as it stands).
+  void ExportDrawingPicture(const std::string& path) const;
   PageSetup GetPageSetup() const;
   PageBreaks HPageBreaks() const;
   PageBreaks VPageBreaks() const;

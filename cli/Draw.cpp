@@ -1,0 +1,161 @@
+#include "Draw.h"
+
+#include <stdlib.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <future>
+#include <istream>
+#include <ostream>
+#include <thread>
+#include <vector>
+
+#include "CConfig.h"
+#include "HostError.h"
+#include "MSpecialFolders.h"
+#include "OfficeProcess.h"
+#include "Shapes.h"
+#include "UiDriver.h"
+
+namespace nivarel::cli {
+
+namespace fs = std::filesystem;
+using namespace nivarel::host;
+
+namespace {
+
+std::string Extension(const std::string& path) {
+  std::string ext = fs::path(path).extension().string();
+  for (auto& c : ext) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  return ext;
+}
+
+bool ReadSteps(const std::string& source, std::istream& in, std::vector<std::string>& steps) {
+  std::ifstream file;
+  std::istream* stream = &in;
+  if (source != "-") {
+    file.open(source, std::ios::binary);
+    if (!file) return false;
+    stream = &file;
+  }
+  std::string line;
+  while (std::getline(*stream, line)) {
+    if (!line.empty() && line.back() == '\r') line.pop_back();
+    steps.push_back(line);
+  }
+  return !stream->bad();
+}
+
+// Waits up to timeoutMs for ready; false when it never came.
+template <typename F>
+bool WaitFor(F ready, int timeoutMs) {
+  auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(timeoutMs);
+  while (!ready()) {
+    if (std::chrono::steady_clock::now() > end) return false;
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+  }
+  return true;
+}
+
+// Answers a prompt that a step or the stop brings up (branch label texts,
+// the end terminator) with its default button, as a user happy with the
+// offer would.
+void AcceptPrompts(UiDriver& ui) {
+  for (int i = 0; i < 5; ++i) {
+    if (!WaitFor([&] { return !ui.DialogTitle().empty(); }, i == 0 ? 500 : 200)) return;
+    ui.PressDialogKey("RETURN");
+    WaitFor([&] { return ui.DialogTitle().empty(); }, 3000);
+  }
+}
+
+}  // namespace
+
+int Draw(const DrawOptions& options, std::istream& in, std::ostream& out, std::ostream& err) {
+  std::string type = Extension(options.output);
+  if (type != ".ods" && type != ".xlsx") {
+    err << "nivarel: unknown output type '" << type << "' (use .ods or .xlsx)\n";
+    return 1;
+  }
+  if (!options.picture.empty() && Extension(options.picture) != ".png") {
+    err << "nivarel: the picture must be a .png file\n";
+    return 1;
+  }
+  std::vector<std::string> steps;
+  if (!ReadSteps(options.steps, in, steps)) {
+    err << "nivarel: cannot read the steps from '" << options.steps << "'\n";
+    return 1;
+  }
+  if (!options.config.empty() && !fs::is_regular_file(options.config)) {
+    err << "nivarel: cannot read the settings file '" << options.config << "'\n";
+    return 1;
+  }
+
+  // The run's settings live in a folder of this command's own, which the
+  // office started below shares.
+  fs::path home = fs::temp_directory_path() / ("nivarel-draw-" + std::to_string(::getpid()));
+  fs::create_directories(home);
+  setenv("XDG_CONFIG_HOME", home.c_str(), 1);
+  SetInstallFolder(options.shipped);
+  if (!options.config.empty()) {
+    fs::path folder = NivarelFolder(home.string());
+    fs::copy_file(options.config, folder / "nivarel.cfg", fs::copy_options::overwrite_existing);
+  }
+  rules::CConfig config;
+  config.LoadConfigData();
+  if (!options.start.empty()) {
+    config.StartLocation = options.start;
+    config.StoreConfigData();
+  }
+
+  int result = 0;
+  {
+    OfficeProcess::Options officeOptions;
+    officeOptions.extension = options.extension;
+    std::unique_ptr<OfficeProcess> office;
+    try {
+      office = OfficeProcess::Start(officeOptions);
+    } catch (const HostError& e) {
+      err << "nivarel: the office cannot start: " << e.Description() << "\n";
+      fs::remove_all(home);
+      return 2;
+    }
+    try {
+      Application app = office->App();
+      Workbook book = app.GetWorkbooks().Add();
+      Worksheet sheet = book.Sheet(1);
+      UiDriver ui(app);
+      if (!ui.WaitForDocument()) throw HostError(HostError::kOfficeFailure, "the new sheet never showed");
+      Shapes shapes = sheet.GetShapes();
+      ui.RunCommand("vnd.nivarel:rxNivarelStartFlowcharting");
+      if (!WaitFor([&] { return !config.StartTerminator || shapes.Count() > 0; }, 10000))
+        throw HostError(HostError::kOfficeFailure, "the run did not start");
+      for (const std::string& step : steps) {
+        if (step.find_first_not_of(" \t") == std::string::npos) continue;
+        auto cell = app.ActiveCell();
+        if (!cell) throw HostError(HostError::kOfficeFailure, "no cell is selected");
+        ui.TypeIntoCell(cell->Address(false), step);
+        AcceptPrompts(ui);
+      }
+      // Stopping asks for the end terminator: the command returns only when
+      // the prompt is answered, so it is sent from beside this thread.
+      auto stopped = std::async(std::launch::async, [&] { ui.RunCommand("vnd.nivarel:rxNivarelStopFlowcharting"); });
+      while (stopped.wait_for(std::chrono::milliseconds(100)) != std::future_status::ready) AcceptPrompts(ui);
+      stopped.get();
+      book.SaveAs(options.output);
+      if (!options.picture.empty()) sheet.ExportDrawingPicture(options.picture);
+      out << "drew " << shapes.Count() << " shapes into " << options.output
+          << (options.picture.empty() ? "" : " and " + options.picture) << "\n";
+      book.Close();
+    } catch (const HostError& e) {
+      err << "nivarel: " << e.Description() << "\n";
+      result = 2;
+    }
+    office->Terminate();
+  }
+  fs::remove_all(home);
+  return result;
+}
+
+}  // namespace nivarel::cli
