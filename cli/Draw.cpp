@@ -73,10 +73,12 @@ void AcceptPrompts(UiDriver& ui) {
 }  // namespace
 
 int Draw(const DrawOptions& options, std::istream& in, std::ostream& out, std::ostream& err) {
-  std::string type = Extension(options.output);
-  if (type != ".ods" && type != ".xlsx") {
-    err << "nivarel: unknown output type '" << type << "' (use .ods or .xlsx)\n";
-    return 1;
+  for (const std::string& output : options.outputs) {
+    std::string type = Extension(output);
+    if (type != ".ods" && type != ".xlsx") {
+      err << "nivarel: unknown output type '" << type << "' (use .ods or .xlsx)\n";
+      return 1;
+    }
   }
   if (!options.picture.empty() && Extension(options.picture) != ".png") {
     err << "nivarel: the picture must be a .png file\n";
@@ -143,10 +145,16 @@ int Draw(const DrawOptions& options, std::istream& in, std::ostream& out, std::o
       auto stopped = std::async(std::launch::async, [&] { ui.RunCommand("vnd.nivarel:rxNivarelStopFlowcharting"); });
       while (stopped.wait_for(std::chrono::milliseconds(100)) != std::future_status::ready) AcceptPrompts(ui);
       stopped.get();
-      book.SaveAs(options.output);
-      if (!options.picture.empty()) sheet.ExportDrawingPicture(options.picture);
-      out << "drew " << shapes.Count() << " shapes into " << options.output
-          << (options.picture.empty() ? "" : " and " + options.picture) << "\n";
+      std::string written;
+      for (const std::string& output : options.outputs) {
+        book.SaveAs(output);
+        written += (written.empty() ? "" : ", ") + output;
+      }
+      if (!options.picture.empty()) {
+        sheet.ExportDrawingPicture(options.picture);
+        written += ", " + options.picture;
+      }
+      out << "drew " << shapes.Count() << " shapes into " << written << "\n";
       book.Close();
     } catch (const HostError& e) {
       err << "nivarel: " << e.Description() << "\n";

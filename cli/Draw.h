@@ -4,12 +4,13 @@
 
 #include <iosfwd>
 #include <string>
+#include <vector>
 
 namespace nivarel::cli {
 
 struct DrawOptions {
   std::string steps;    // a UTF-8 text file, one step per line; "-" for standard input
-  std::string output;   // .ods or .xlsx
+  std::vector<std::string> outputs;  // .ods or .xlsx, one file each
   std::string picture;  // a .png of the sheet, or empty
   std::string start;    // the first cell, or empty for the settings' own
   std::string config;   // a nivarel.cfg to run with, or empty for the shipped one

@@ -23,7 +23,7 @@ namespace {
 
 int Usage() {
   std::fprintf(stderr,
-               "usage: nivarel draw STEPS -o OUT [--png PICTURE] [--start CELL] [--config FILE]\n"
+               "usage: nivarel draw STEPS -o OUT [-o OUT...] [--png PICTURE] [--start CELL] [--config FILE]\n"
                "                               type each line of STEPS (- for standard input) into the cell the\n"
                "                               run selects, stop the run and save OUT (.ods or .xlsx)\n"
                "       nivarel demo [OUTDIR]   draw a small flowchart and save OUTDIR/demo.ods and demo.xlsx\n"
@@ -82,14 +82,14 @@ int main(int argc, char** argv) {
           if (i + 1 >= argc) throw std::runtime_error(arg + " needs a value");
           return argv[++i];
         };
-        if (arg == "-o") options.output = value();
+        if (arg == "-o") options.outputs.push_back(value());
         else if (arg == "--png") options.picture = value();
         else if (arg == "--start") options.start = value();
         else if (arg == "--config") options.config = value();
         else if (options.steps.empty()) options.steps = arg;
         else return Usage();
       }
-      if (options.steps.empty() || options.output.empty()) return Usage();
+      if (options.steps.empty() || options.outputs.empty()) return Usage();
       return nivarel::cli::Draw(options, std::cin, std::cout, std::cerr);
     }
     if (command == "shapes" && argc == 3) return nivarel::cli::ListShapesInFile(argv[2], std::cout, std::cerr);

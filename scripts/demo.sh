@@ -1,7 +1,9 @@
 #!/usr/bin/env bash
-# Sets up, builds, and runs the demo: a headless office with the extension
-# draws a small flowchart and saves it as out/demo.ods and out/demo.xlsx.
+# Sets up, builds, and runs the demo: the live run draws the order process of
+# examples/order.txt, typed step by step into a new sheet inside an office
+# with the extension, and saves out/order.ods, out/order.xlsx and out/order.png.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bash scripts/setup.sh
-build/cli/nivarel demo out
+mkdir -p out
+build/cli/nivarel draw examples/order.txt -o out/order.ods -o out/order.xlsx --png out/order.png

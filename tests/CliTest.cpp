@@ -74,12 +74,14 @@ class CliTest : public OfficeTest {
 
   // Runs the built command with its temporary folder, and so its office's
   // profile, under tmp_.
-  CommandRun ListShapes(const std::string& path) {
+  CommandRun ListShapes(const std::string& path) { return Run("shapes '" + path + "'"); }
+
+  CommandRun Run(const std::string& arguments) {
     std::optional<std::string> saved;
     if (const char* t = getenv("TMPDIR")) saved = t;
     setenv("TMPDIR", tmp_.c_str(), 1);
     CommandRun run;
-    run.exitCode = OfficeProcess::RunProgram(NIVAREL_CLI, "shapes '" + path + "'", 100, &run.output);
+    run.exitCode = OfficeProcess::RunProgram(NIVAREL_CLI, arguments, 200, &run.output);
     if (saved)
       setenv("TMPDIR", saved->c_str(), 1);
     else
@@ -223,6 +225,82 @@ TEST_F(CliTest, AFileItCannotReadFailsWithAMessageAndLeavesNoOffice) {
   CommandRun broken = ListShapes(noise);
   EXPECT_EQ(1, broken.exitCode);
   EXPECT_NE(std::string::npos, broken.output.find("cannot open '" + noise + "'")) << broken.output;
+  ExpectNothingLeftBehind();
+}
+
+
+// The symbols of a listing, connectors and labels left out, groups by their
+// first member (a decision grouped with its labels).
+std::vector<json> Symbols(const std::vector<json>& shapes) {
+  std::vector<json> out;
+  for (const json& s : shapes) {
+    if (s.contains("begin") || s["type"] == msoTextBox) continue;
+    out.push_back(s);
+  }
+  return out;
+}
+
+TEST_F(CliTest, DrawTypesEachStepIntoTheRunAndSavesTheChart) {
+  std::string steps = folder_ + "/steps.txt";
+  std::ofstream(steps) << "take the order\nis it in stock?\n\nship it\n";
+  std::string out = folder_ + "/drawn.ods";
+  CommandRun drawn = Run("draw '" + steps + "' -o '" + out + "' --png '" + folder_ + "/drawn.png'");
+  ASSERT_EQ(0, drawn.exitCode) << drawn.output;
+  EXPECT_TRUE(std::filesystem::file_size(folder_ + "/drawn.png") > 1000) << "a picture of the drawing";
+  ExpectNothingLeftBehind();
+
+  std::vector<json> shapes = Parse(ListShapes(out));
+  std::vector<json> symbols = Symbols(shapes);
+  ASSERT_EQ(5u, symbols.size()) << drawn.output;
+  EXPECT_EQ("Start", symbols[0]["text"]);
+  EXPECT_EQ(69, symbols[0]["autoshape"]);
+  EXPECT_EQ(61, symbols[1]["autoshape"]);
+  EXPECT_EQ(msoGroup, symbols[2]["type"]) << "the decision with its labels";
+  EXPECT_EQ(61, symbols[3]["autoshape"]);
+  EXPECT_EQ("Ship it", symbols[3]["text"]);
+  EXPECT_EQ("End", symbols[4]["text"]);
+  // One glued line between consecutive steps, down the page.
+  std::vector<std::pair<std::string, std::string>> lines;
+  for (const json& s : shapes)
+    if (s.contains("begin") && !s["begin"].is_null() && !s["end"].is_null()) lines.emplace_back(s["begin"], s["end"]);
+  EXPECT_EQ(4u, lines.size());
+  for (size_t i = 0; i + 1 < symbols.size(); ++i) {
+    std::string from = symbols[i].contains("members") ? symbols[i]["members"][0] : symbols[i]["name"];
+    std::string to = symbols[i + 1].contains("members") ? symbols[i + 1]["members"][0] : symbols[i + 1]["name"];
+    EXPECT_NE(lines.end(), std::find(lines.begin(), lines.end(), std::make_pair(from, to))) << from << " to " << to;
+    EXPECT_LT(symbols[i]["top"].get<double>(), symbols[i + 1]["top"].get<double>());
+  }
+}
+
+TEST_F(CliTest, DrawFollowsTheGivenSettingsAndRefusesBadInput) {
+  // The shipped settings with the flow running left to right.
+  std::ifstream shipped(NIVAREL_SOURCE_DIR "/extension/nivarel.cfg");
+  std::string cfg((std::istreambuf_iterator<char>(shipped)), std::istreambuf_iterator<char>());
+  cfg = std::regex_replace(cfg, std::regex("FlowDirection=0"), "FlowDirection=1");
+  cfg = std::regex_replace(cfg, std::regex("EndTerminator=True"), "EndTerminator=False");
+  std::ofstream(folder_ + "/across.cfg") << cfg;
+  std::string steps = folder_ + "/across.txt";
+  std::ofstream(steps) << "order\npack\nship\n";
+  CommandRun drawn = Run("draw '" + steps + "' -o '" + folder_ + "/across.xlsx' --start B4 --config '" + folder_ +
+                         "/across.cfg'");
+  ASSERT_EQ(0, drawn.exitCode) << drawn.output;
+  std::vector<json> symbols = Symbols(Parse(ListShapes(folder_ + "/across.xlsx")));
+  ASSERT_EQ(4u, symbols.size()) << "start and three steps, no end";
+  // The first step stands under the start terminator; from there the steps
+  // run across.
+  EXPECT_LT(symbols[0]["top"].get<double>(), symbols[1]["top"].get<double>());
+  for (size_t i = 1; i + 1 < symbols.size(); ++i) {
+    EXPECT_LT(symbols[i]["left"].get<double>(), symbols[i + 1]["left"].get<double>()) << "left to right";
+    EXPECT_NEAR(symbols[i]["top"].get<double>() + symbols[i]["height"].get<double>() / 2,
+                symbols[i + 1]["top"].get<double>() + symbols[i + 1]["height"].get<double>() / 2, 0.5);
+  }
+
+  CommandRun wrongType = Run("draw '" + steps + "' -o '" + folder_ + "/chart.pdf'");
+  EXPECT_EQ(1, wrongType.exitCode);
+  EXPECT_NE(std::string::npos, wrongType.output.find("unknown output type '.pdf'")) << wrongType.output;
+  CommandRun noSteps = Run("draw '" + folder_ + "/missing.txt' -o '" + folder_ + "/chart.ods'");
+  EXPECT_EQ(1, noSteps.exitCode);
+  EXPECT_NE(std::string::npos, noSteps.output.find("cannot read the steps")) << noSteps.output;
   ExpectNothingLeftBehind();
 }
 
