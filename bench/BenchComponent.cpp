@@ -1,6 +1,7 @@
 // Measurements of the add-in's engine, run inside the office as the add-in
 // itself runs: a protocol handler for "vnd.nivarel-bench:<name>?<file>" that
 // writes its results to the file as one JSON object.
+#include <algorithm>
 #include <chrono>
 #include <fstream>
 #include <memory>
@@ -20,6 +21,13 @@
 #include <cppuhelper/supportsservice.hxx>
 
 #include "Application.h"
+#include "CInteractiveFlowcharter.h"
+#include "Characters.h"
+#include "ConnectorFormat.h"
+#include "MSpecialFolders.h"
+#include "MsoConstants.h"
+#include "Shapes.h"
+#include "TextFrame.h"
 #include "CConfig.h"
 #include "CShapeAdder.h"
 #include "CShapeDimensions.h"
@@ -99,6 +107,105 @@ std::string MeasureSizing(const Reference<uno::XComponentContext>& context) {
          ", \"ms_max\": " + std::to_string(high) + "}";
 }
 
+// The middle and the 90th percentile of a list of times.
+std::pair<double, double> MedianAndP90(std::vector<double> ms) {
+  if (ms.empty()) return {0, 0};
+  std::sort(ms.begin(), ms.end());
+  return {ms[ms.size() / 2], ms[std::min(ms.size() - 1, ms.size() * 9 / 10)]};
+}
+
+// A sheet that already holds existing shapes: process symbols joined in
+// pairs, in the columns right of where the run draws.
+void Populate(Worksheet& sheet, int existing) {
+  Shapes shapes = sheet.GetShapes();
+  std::optional<Shape> previous;
+  for (int i = 0; i < existing; ++i) {
+    Range cell = sheet.Cells(3 + 4 * (i % 100), 30 + 10 * (i / 100));
+    Shape s = shapes.AddShape(msoShapeFlowchartProcess, cell.Left(), cell.Top(), 102, 38);
+    s.GetTextFrame().GetCharacters().SetText("Existing step " + std::to_string(i));
+    if (previous && i % 2 == 1) {
+      Shape line = shapes.AddConnector(msoConnectorStraight, 0, 0, 10, 10);
+      line.GetConnectorFormat().BeginConnect(*previous, 3);
+      line.GetConnectorFormat().EndConnect(s, 1);
+    }
+    previous = s;
+  }
+}
+
+// The run's cost per step: the step's text put into the cell the run
+// selected and the sheet's change handler run on it, as a commit does, on a
+// sheet with existing shapes already; beside it, the office's own cost of
+// the same symbols and lines added directly.
+std::string MeasureLive(const Reference<uno::XComponentContext>& context) {
+  auto session = std::make_shared<HostSession>();
+  session->context = context;
+  session->desktop = frame::Desktop::create(context);
+  ExcelApp = Application(session);
+  ExcelVersion = 12;
+  InitializeGlobals();
+  SetGlobalRowHeight();
+  SetInstallFolder(NIVAREL_SHIPPED);
+
+  rules::CConfig config;
+  config.LoadConfigData();
+  config.StartTerminator = true;
+  config.EndTerminator = false;
+  config.AddFlowLine = true;
+  config.BranchLabelOption = 0;
+  config.StartLocation = "C3";
+  const char* steps[] = {"Receive the order", "Check the order for completeness", "Enter it in the system",
+                         "Check stock levels", "Pick the items", "Pack the parcel", "Print the invoice",
+                         "Hand the parcel to the carrier"};
+  const int stepCount = 40;
+  std::string result = "{\"measure\": \"live run\", \"steps\": " + std::to_string(stepCount) + ", \"sheets\": [";
+  bool firstSheet = true;
+  for (int existing : {0, 100, 500}) {
+    Workbook book = ExcelApp->GetWorkbooks().Add();
+    Worksheet sheet = book.Sheet(1);
+    Populate(sheet, existing);
+    std::vector<double> run, raw;
+    {
+      flowcharting::CInteractiveFlowcharter flowcharter;
+      flowcharter.StartFlowcharting(config);
+      for (int i = 0; i < stepCount; ++i) {
+        Range cell = *ExcelApp->ActiveCell();
+        auto start = std::chrono::steady_clock::now();
+        ExcelApp->SetEnableEvents(false);
+        cell.SetValue(steps[i % 8]);
+        ExcelApp->SetEnableEvents(true);
+        flowcharter.m_ws_Change(cell);
+        run.push_back(std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count());
+      }
+      flowcharter.StopFlowcharting(true);
+    }
+    // The same number of symbols and lines made directly, two columns right.
+    Shapes shapes = sheet.GetShapes();
+    std::optional<Shape> previous;
+    for (int i = 0; i < stepCount; ++i) {
+      Range cell = sheet.Cells(3 + 5 * i, 14);
+      auto start = std::chrono::steady_clock::now();
+      Shape s = shapes.AddShape(msoShapeFlowchartProcess, cell.Left(), cell.Top(), 102, 38);
+      s.GetTextFrame().GetCharacters().SetText(steps[i % 8]);
+      if (previous) {
+        Shape line = shapes.AddConnector(msoConnectorStraight, 0, 0, 10, 10);
+        line.GetConnectorFormat().BeginConnect(*previous, 3);
+        line.GetConnectorFormat().EndConnect(s, 1);
+      }
+      previous = s;
+      raw.push_back(std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count());
+    }
+    auto [runMedian, runP90] = MedianAndP90(run);
+    auto [rawMedian, rawP90] = MedianAndP90(raw);
+    result += std::string(firstSheet ? "" : ", ") + "{\"existing_shapes\": " + std::to_string(existing) +
+              ", \"run_median_ms\": " + std::to_string(runMedian) + ", \"run_p90_ms\": " + std::to_string(runP90) +
+              ", \"raw_median_ms\": " + std::to_string(rawMedian) + ", \"raw_p90_ms\": " + std::to_string(rawP90) + "}";
+    firstSheet = false;
+    book.Close();
+  }
+  ExcelApp.reset();
+  return result + "]}";
+}
+
 class BenchHandler : public cppu::WeakImplHelper3<frame::XDispatchProvider, frame::XDispatch, css::lang::XServiceInfo> {
  public:
   explicit BenchHandler(const Reference<uno::XComponentContext>& context) : context_(context) {}
@@ -136,7 +243,12 @@ class BenchHandler : public cppu::WeakImplHelper3<frame::XDispatchProvider, fram
     std::string file = rest.find('?') == std::string::npos ? std::string() : rest.substr(rest.find('?') + 1);
     std::string result;
     try {
-      result = name == "sizing" ? MeasureSizing(context_) : "{\"error\": \"unknown measure\"}";
+      if (name == "sizing")
+        result = MeasureSizing(context_);
+      else if (name == "live")
+        result = MeasureLive(context_);
+      else
+        result = "{\"error\": \"unknown measure\"}";
     } catch (const std::exception& e) {
       result = std::string("{\"error\": \"") + e.what() + "\"}";
     }
