@@ -47,9 +47,9 @@ namespace frame = css::frame;
 
 constexpr char kProtocol[] = "vnd.nivarel-bench:";
 
-// Sizes 50 process symbols that hold a 12-word step, one after the other,
-// with screen updates off as in a run, and reports the cost of one sizing.
-std::string MeasureSizing(const Reference<uno::XComponentContext>& context) {
+// Makes the office the add-in's ExcelApp on the newer object model, with the
+// grid measured, as the add-in's connection does.
+void Connect(const Reference<uno::XComponentContext>& context) {
   auto session = std::make_shared<HostSession>();
   session->context = context;
   session->desktop = frame::Desktop::create(context);
@@ -57,6 +57,12 @@ std::string MeasureSizing(const Reference<uno::XComponentContext>& context) {
   ExcelVersion = 12;
   InitializeGlobals();
   SetGlobalRowHeight();
+}
+
+// Sizes 50 process symbols that hold a 12-word step, one after the other,
+// with screen updates off as in a run, and reports the cost of one sizing.
+std::string MeasureSizing(const Reference<uno::XComponentContext>& context) {
+  Connect(context);
 
   rules::CConfig config;
   config.AutosizeHeight = true;
@@ -137,13 +143,7 @@ void Populate(Worksheet& sheet, int existing) {
 // sheet with existing shapes already; beside it, the office's own cost of
 // the same symbols and lines added directly.
 std::string MeasureLive(const Reference<uno::XComponentContext>& context) {
-  auto session = std::make_shared<HostSession>();
-  session->context = context;
-  session->desktop = frame::Desktop::create(context);
-  ExcelApp = Application(session);
-  ExcelVersion = 12;
-  InitializeGlobals();
-  SetGlobalRowHeight();
+  Connect(context);
   SetInstallFolder(NIVAREL_SHIPPED);
 
   rules::CConfig config;

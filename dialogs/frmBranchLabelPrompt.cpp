@@ -15,13 +15,7 @@ void frmBranchLabelPrompt::Display(const rules::CConfig& config) {
   left_ = config.LeftBranchText;
   try {
     if (!host::ExcelApp) return;
-    host::UserDialog* form = nullptr;
-    host::UserDialog dialog(*host::ExcelApp, "frmBranchLabelPrompt", [&](const std::string& method) {
-      if (method != "cmdOK_Click") return;
-      ok_ = true;
-      form->EndDialog(1);
-    });
-    form = &dialog;
+    host::UserDialog dialog(*host::ExcelApp, "frmBranchLabelPrompt", ok_);
     dialog.SetText("txtTop", top_);
     dialog.SetText("txtRight", right_);
     dialog.SetText("txtBottom", bottom_);

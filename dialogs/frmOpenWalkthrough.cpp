@@ -10,13 +10,7 @@ void frmOpenWalkthrough::Display() {
   ok_ = false;
   try {
     if (!host::ExcelApp) return;
-    host::UserDialog* form = nullptr;
-    host::UserDialog dialog(*host::ExcelApp, "frmOpenWalkthrough", [&](const std::string& method) {
-      if (method != "cmdOK_Click") return;
-      ok_ = true;
-      form->EndDialog(1);
-    });
-    form = &dialog;
+    host::UserDialog dialog(*host::ExcelApp, "frmOpenWalkthrough", ok_);
     dialog.Execute();
   } catch (...) {
     host::ErrorHandler("frmOpenWalkthrough", "Display", false);

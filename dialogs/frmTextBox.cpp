@@ -12,13 +12,7 @@ void frmTextBox::Display() {
   text_.clear();
   try {
     if (!host::ExcelApp) return;
-    host::UserDialog* form = nullptr;
-    host::UserDialog dialog(*host::ExcelApp, "frmTextBox", [&](const std::string& method) {
-      if (method != "cmdOK_Click") return;
-      ok_ = true;
-      form->EndDialog(1);
-    });
-    form = &dialog;
+    host::UserDialog dialog(*host::ExcelApp, "frmTextBox", ok_);
     dialog.Execute();
     text_ = rules::TrimSpaces(dialog.Text("txtContent"));
   } catch (...) {

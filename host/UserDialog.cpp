@@ -111,6 +111,13 @@ UserDialog::UserDialog(const Application& app, const std::string& name,
   });
 }
 
+UserDialog::UserDialog(const Application& app, const std::string& name, bool& ok)
+    : UserDialog(app, name, [this, &ok](const std::string& method) {
+        if (method != "cmdOK_Click") return;
+        ok = true;
+        EndDialog(1);
+      }) {}
+
 UserDialog::~UserDialog() {
   try {
     Call("UserDialog", [&] { Reference<css::lang::XComponent>(state_->dialog, uno::UNO_QUERY_THROW)->dispose(); });
