@@ -3,6 +3,9 @@
 // before, and the cursor goes where the next step belongs.
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
+
 #include "AddinFixture.h"
 #include "CConfig.h"
 #include "CInteractiveFlowcharter.h"
@@ -192,6 +195,33 @@ TEST_F(LiveRunTest, ConnectorsInANewColumnStandAloneAndAnEndIsFoundByItsText) {
   if (asked) Ui().PressDialogKey("ESC");
   stopped.get();
   EXPECT_EQ(5u, Symbols().size());
+}
+
+TEST_F(LiveRunTest, AStepWhoseSymbolCannotBeMadeStaysInItsCellAndIsLogged) {
+  // Symbol rules where the prefix "BAD" names a symbol the office has not.
+  std::string folder = testing::ConfigHome() + "/live-run-bad";
+  std::filesystem::create_directories(folder + "/Tamrisk/Nivarel");
+  std::ifstream shipped(NIVAREL_SOURCE_DIR "/extension/symbols.ini");
+  std::string rules, line;
+  bool first = false;
+  while (std::getline(shipped, line)) {
+    if (!line.empty() && line.back() == '\r') line.pop_back();
+    if (line.rfind("[", 0) == 0) first = line == "[Shape 1]";
+    if (first && line.rfind("is_active=", 0) == 0) line = "is_active=True";
+    if (first && line.rfind("prefix=", 0) == 0) line = "prefix=BAD";
+    if (first && line.rfind("symbol_id=", 0) == 0) line = "symbol_id=200";
+    rules += line + "\r\n";
+  }
+  std::ofstream(folder + "/Tamrisk/Nivarel/symbols.ini") << rules;
+  testing::SettingsFolder bad(folder);
+  config_.StartTerminator = false;
+  Start();
+  Ui().TypeIntoCell("C5", "bad: no such symbol");
+  EXPECT_EQ(0u, Symbols().size());
+  EXPECT_EQ("bad: no such symbol", sheet_->GetRange("C5").Value()) << "the step stays where it was typed";
+  EXPECT_NE(std::string::npos, host::ReadLogFile().find("No shape could be made for C5: \"No such symbol\""))
+      << host::ReadLogFile();
+  host::ClearLogFile();
 }
 
 TEST_F(LiveRunTest, AFlowUpPastTheTopOfTheSheetEndsAtA1) {
