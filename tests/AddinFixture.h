@@ -60,9 +60,13 @@ class AddinFixture : public OfficeTest {
   // that nothing hangs.
   void Drive(const std::function<void()>& show, const std::string& title, const std::function<void()>& steps) {
     auto shown = std::async(std::launch::async, show);
-    if (WaitForTitle(title) && WaitForDialog(title))
-      steps();
-    else
+    if (WaitForTitle(title) && WaitForDialog(title)) {
+      try {
+        steps();
+      } catch (const std::exception& e) {
+        ADD_FAILURE() << "working the window '" << title << "' failed: " << e.what();
+      }
+    } else
       ADD_FAILURE() << "no window titled '" << title << "' came; the focus is on '" << Ui().Title() << "'";
     for (int i = 0; shown.wait_for(std::chrono::milliseconds(500)) != std::future_status::ready; ++i) {
       if (i == 0) ADD_FAILURE() << "the window '" << Ui().Title() << "' was left open";
