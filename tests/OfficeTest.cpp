@@ -140,6 +140,13 @@ void OfficeTest::SetUp() {
   Dog().Arm(kTestTimeLimitSeconds);
   book_ = App().GetWorkbooks().Add();
   sheet_ = book_->Sheet(1);
+  // The add-in works on the active sheet: wait until the new one is it, so
+  // that nothing lands on the document of the test before.
+  for (int i = 0; i < 100; ++i) {
+    auto active = App().ActiveSheet();
+    if (active && active->SameAs(*sheet_)) break;
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+  }
 }
 
 void OfficeTest::TearDown() {
