@@ -22,6 +22,8 @@
 #include <osl/file.hxx>
 #include <rtl/ref.hxx>
 #include <com/sun/star/configuration/theDefaultProvider.hpp>
+#include <com/sun/star/util/XChangesBatch.hpp>
+#include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/container/XEnumeration.hpp>
 #include <com/sun/star/container/XEnumerationAccess.hpp>
 #include <com/sun/star/container/XNameAccess.hpp>
@@ -76,6 +78,39 @@ std::string Application::OfficeVersion() const {
     OUString v;
     product->getByName("ooSetupVersionAboutBox") >>= v;
     return ToUtf8(v);
+  });
+}
+
+namespace {
+
+// The spreadsheet's drawing-grid options, to read or change.
+Reference<css::beans::XPropertySet> GridOptions(const HostSession& session, bool update) {
+  auto provider = css::configuration::theDefaultProvider::get(session.context);
+  css::beans::NamedValue path("nodepath", uno::Any(OUString("/org.openoffice.Office.Calc/Grid/Option")));
+  uno::Sequence<uno::Any> args(1);
+  args.getArray()[0] <<= path;
+  return Reference<css::beans::XPropertySet>(
+      provider->createInstanceWithArguments(update ? OUString("com.sun.star.configuration.ConfigurationUpdateAccess")
+                                                   : OUString("com.sun.star.configuration.ConfigurationAccess"),
+                                            args),
+      uno::UNO_QUERY_THROW);
+}
+
+}  // namespace
+
+bool Application::SnapToGrid() const {
+  return Call("Application.SnapToGrid", [&] {
+    bool on = false;
+    GridOptions(*session_, false)->getPropertyValue("SnapToGrid") >>= on;
+    return on;
+  });
+}
+
+void Application::SetSnapToGrid(bool on) {
+  Call("Application.SnapToGrid", [&] {
+    auto options = GridOptions(*session_, true);
+    options->setPropertyValue("SnapToGrid", uno::Any(on));
+    Reference<css::util::XChangesBatch>(options, uno::UNO_QUERY_THROW)->commitChanges();
   });
 }
 

@@ -47,6 +47,11 @@ class Application {
   std::optional<Range> ActiveCell() const;
   Selection GetSelection() const;
 
+  // Whether shapes moved or drawn on a sheet snap to the drawing grid (the
+  // office's own setting, for every sheet).
+  bool SnapToGrid() const;
+  void SetSnapToGrid(bool on);
+
   // Lets the office handle the events waiting in its queue.
   void DoEvents();
   // True while a cell of the active spreadsheet is being edited (typed into,

@@ -1,6 +1,7 @@
 #include "CEventHandler.h"
 
 #include "CInteractiveFlowcharter.h"
+#include "CPageLayout.h"
 #include "MErrorHandler.h"
 #include "MGlobalVariables.h"
 #include "MShapeRanges.h"
@@ -42,15 +43,11 @@ bool CEventHandler::PrestartChecks() {
   return true;
 }
 
-// The start dialog arrives with the page layout; until then a run starts
-// from the stored settings as they stand, at the stored start cell.
+// The start dialog is yet to come; until then a run starts from the stored
+// settings as they stand, at the stored start cell.
 bool CEventHandler::StartNormalFlowcharting(rules::CConfig& config) {
   config.RestartLocation.clear();
   config.UseRestartLocation = false;
-  try {
-    ExcelApp->ActiveSheet()->GetRange(config.StartLocation).Select();
-  } catch (...) {
-  }
   return true;
 }
 
@@ -60,10 +57,26 @@ void CEventHandler::ShowRestartForm(const rules::CConfig& config) {
     form.Display();
     SaveSetting(kAppTitle, "Settings", "ShowRestart", form.ShowRestartMessage() ? "True" : "False");
   }
+  shapes::CPageLayout layout;
+  layout.SnapToGrid(true);
+  layout.SnapToShape(true);
   m_SessionActive = true;
   ExcelApp->SetEnableEvents(true);
   m_Flowcharter = std::make_unique<flowcharting::CInteractiveFlowcharter>();
   m_Flowcharter->RestartFlowcharting(config);
+}
+
+void CEventHandler::SetPageLayout(const rules::CConfig& config) {
+  shapes::CPageLayout layout;
+  auto sheet = ExcelApp->ActiveSheet();
+  if (!sheet) return;
+  if (!config.LoadTemplate) layout.SetPageLayout(*sheet, config);
+  try {
+    sheet->GetRange(config.UseRestartLocation ? config.RestartLocation : config.StartLocation).Select();
+  } catch (...) {
+  }
+  layout.SnapToGrid(true);
+  layout.SnapToShape(true);
 }
 
 bool CEventHandler::StartInteractiveFlowcharting() {
@@ -75,6 +88,7 @@ bool CEventHandler::StartInteractiveFlowcharting() {
     config.LoadConfigData();
     if (GetNonTemplateShapeCount() < 1) {
       result = StartNormalFlowcharting(config);
+      if (result) SetPageLayout(config);
       if (result) {
         ExcelApp->SetEnableEvents(true);
         m_Flowcharter = std::make_unique<flowcharting::CInteractiveFlowcharter>();
@@ -122,7 +136,7 @@ void CEventHandler::StopInteractiveFlowcharting(bool fromWorkbookEvent) {
 void CEventHandler::ApplyStyles() {}
 void CEventHandler::CheckForUpdates() {}
 void CEventHandler::CreateFlowchartKey() {}
-void CEventHandler::CreateWorksheetGrid() {}
+void CEventHandler::CreateWorksheetGrid() { shapes::CPageLayout().CreateGrid(); }
 void CEventHandler::ExtractText() {}
 void CEventHandler::InsertFlowLine() {}
 void CEventHandler::InsertBranch() {}

@@ -59,6 +59,7 @@ class CEventHandler {
   bool CheckActiveSheet();
   bool StartNormalFlowcharting(rules::CConfig& config);
   void ShowRestartForm(const rules::CConfig& config);
+  void SetPageLayout(const rules::CConfig& config);
 
   std::unique_ptr<flowcharting::CInteractiveFlowcharter> m_Flowcharter;
   bool m_SessionActive = false;

@@ -14,6 +14,7 @@
 namespace nivarel::host {
 
 const char kAppTitle[] = "Nivarel";
+const char kHostTitle[] = "Calc";
 
 namespace {
 

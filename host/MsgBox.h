@@ -30,6 +30,8 @@ constexpr int vbNo = 7;
 
 // The add-in's title, used when a message names none.
 extern const char kAppTitle[];
+// The office's own name, the title of messages that have none of their own.
+extern const char kHostTitle[];
 
 // Shows the message and waits for the user's answer. Without an office to
 // show it in, answers vbCancel. Throws HostError when the office fails.

@@ -4,6 +4,7 @@
 set(SHAPES_SOURCES
   ${CMAKE_SOURCE_DIR}/shapes/CShapeFormatter.cpp
   ${CMAKE_SOURCE_DIR}/shapes/CShapeDimensions.cpp
+  ${CMAKE_SOURCE_DIR}/shapes/CPageLayout.cpp
   ${CMAKE_SOURCE_DIR}/shapes/CShapeAdder.cpp
   ${CMAKE_SOURCE_DIR}/shapes/CShapeWizard.cpp
   ${CMAKE_SOURCE_DIR}/shapes/CFlowLineFormatter.cpp

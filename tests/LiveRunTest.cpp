@@ -15,6 +15,7 @@
 #include "Range.h"
 #include "Shape.h"
 #include "Shapes.h"
+#include "Window.h"
 
 namespace nivarel {
 namespace {
@@ -255,6 +256,10 @@ TEST_F(MenuRunTest, TheMenuStartsARunInsideTheOfficeAndStopsItWithAnEnd) {
   for (int i = 0; i < 100 && shapes.Count() == 0; ++i) std::this_thread::sleep_for(std::chrono::milliseconds(50));
   ASSERT_EQ(1, shapes.Count()) << "the start terminator";
   EXPECT_EQ("Start", shapes.Item(1).GetTextFrame().GetCharacters().Text());
+  host::Range far = sheet_->GetRange("M60");
+  EXPECT_NEAR(far.Height(), far.Width(), 0.1) << "the sheet is a square grid";
+  EXPECT_EQ(0xFFFFFF, far.GetInterior().Color()) << "filled white, which hides the gridlines";
+  EXPECT_FALSE(App().ActiveWindow()->DisplayGridlines());
   Ui().TypeIntoCell(App().ActiveCell()->Address(false), "check the order");
   EXPECT_EQ(3, shapes.Count()) << "the step and its line";
 
