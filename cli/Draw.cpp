@@ -130,7 +130,11 @@ int Draw(const DrawOptions& options, std::istream& in, std::ostream& out, std::o
       UiDriver ui(app);
       if (!ui.WaitForDocument()) throw HostError(HostError::kOfficeFailure, "the new sheet never showed");
       Shapes shapes = sheet.GetShapes();
-      ui.RunCommand("vnd.nivarel:rxNivarelStartFlowcharting");
+      // Starting shows the start dialog, taken as it comes (the settings
+      // given decide what it offers).
+      auto started = std::async(std::launch::async, [&] { ui.RunCommand("vnd.nivarel:rxNivarelStartFlowcharting"); });
+      while (started.wait_for(std::chrono::milliseconds(100)) != std::future_status::ready) AcceptPrompts(ui);
+      started.get();
       if (!WaitFor([&] { return !config.StartTerminator || shapes.Count() > 0; }, 10000))
         throw HostError(HostError::kOfficeFailure, "the run did not start");
       for (const std::string& step : steps) {

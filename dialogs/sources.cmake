@@ -4,6 +4,7 @@ set(DIALOGS_SOURCES
   ${CMAKE_SOURCE_DIR}/dialogs/frmBranchLabelPrompt.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmOpenWalkthrough.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmRestart.cpp
+  ${CMAKE_SOURCE_DIR}/dialogs/frmStart.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmTerminator.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmTextBox.cpp
 )

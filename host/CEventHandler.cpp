@@ -8,7 +8,9 @@
 #include "MUtilities.h"
 #include "MsgBox.h"
 #include "UserSettings.h"
+#include "TextConvert.h"
 #include "frmRestart.h"
+#include "frmStart.h"
 
 namespace nivarel::host {
 
@@ -43,11 +45,32 @@ bool CEventHandler::PrestartChecks() {
   return true;
 }
 
-// The start dialog is yet to come; until then a run starts from the stored
-// settings as they stand, at the stored start cell.
 bool CEventHandler::StartNormalFlowcharting(rules::CConfig& config) {
-  config.RestartLocation.clear();
-  config.UseRestartLocation = false;
+  dialogs::frmStart form;
+  form.Display(config);
+  if (!form.OK()) return false;
+  config.BlockDiagram = form.BlockDiagram();
+  config.TemplateFolderPath = form.TemplateFolderPath();
+  config.TemplateFilePath = form.TemplateFilePath();
+  config.IsGrid = form.IsGrid();
+  config.HideGridlines = form.HideGridlines();
+  config.ShowGuides = form.ShowGuidelines();
+  config.CustomLayout = form.CustomLayout();
+  config.PaperSize = form.PaperSize();
+  config.Margins = rules::ToInt16(form.Margins());
+  config.Orientation = form.Orientation();
+  config.StartTerminator = form.AddTerminator();
+  config.StartTerminatorText = form.TerminatorText();
+  config.LoadTemplate = form.LoadTemplate();
+  if (!config.LoadTemplate) {
+    config.StartLocation = form.StartLocation();
+    config.RestartLocation.clear();
+    config.UseRestartLocation = false;
+  } else {
+    config.RestartLocation = form.StartLocation();
+    config.UseRestartLocation = true;
+  }
+  config.StoreConfigData();
   return true;
 }
 

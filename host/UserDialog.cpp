@@ -180,6 +180,33 @@ void UserDialog::SetChecked(const std::string& control, bool on) {
   });
 }
 
+void UserDialog::SetEnabled(const std::string& control, bool enabled) {
+  Call("UserDialog.Enabled", [&] { state_->Model(control)->setPropertyValue("Enabled", uno::Any(enabled)); });
+}
+
+void UserDialog::SetControlVisible(const std::string& control, bool visible) {
+  Call("UserDialog.Visible", [&] {
+    Reference<awt::XWindow> window(state_->controls->getControl(ToOu(control)), uno::UNO_QUERY_THROW);
+    window->setVisible(visible);
+  });
+}
+
+int UserDialog::ListIndex(const std::string& control) const {
+  return Call("UserDialog.ListIndex", [&] {
+    uno::Sequence<sal_Int16> selected;
+    state_->Model(control)->getPropertyValue("SelectedItems") >>= selected;
+    return selected.getLength() > 0 ? static_cast<int>(selected[0]) : -1;
+  });
+}
+
+void UserDialog::SetListIndex(const std::string& control, int index) {
+  Call("UserDialog.ListIndex", [&] {
+    uno::Sequence<sal_Int16> selected(1);
+    selected.getArray()[0] = static_cast<sal_Int16>(index);
+    state_->Model(control)->setPropertyValue("SelectedItems", uno::Any(selected));
+  });
+}
+
 void UserDialog::SetFocus(const std::string& control) {
   Call("UserDialog.Focus", [&] {
     Reference<awt::XWindow> window(state_->controls->getControl(ToOu(control)), uno::UNO_QUERY_THROW);

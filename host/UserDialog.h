@@ -35,9 +35,17 @@ class UserDialog {
   void SetText(const std::string& control, const std::string& text);
   // The caption of a label, button or check box.
   void SetLabel(const std::string& control, const std::string& label);
+  // A check box ticked, or an option button selected.
   bool Checked(const std::string& control) const;
   void SetChecked(const std::string& control, bool on);
   void SetFocus(const std::string& control);
+  // Greys a control out or back in.
+  void SetEnabled(const std::string& control, bool enabled);
+  // Shows or hides a control.
+  void SetControlVisible(const std::string& control, bool visible);
+  // The selected entry of a list box, 0-based; -1 when none is.
+  int ListIndex(const std::string& control) const;
+  void SetListIndex(const std::string& control, int index);
   // Hides or shows the dialog while it runs (for picking a cell on the sheet).
   void SetVisible(bool visible);
 

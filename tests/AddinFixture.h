@@ -59,6 +59,7 @@ class AddinFixture : public OfficeTest {
   // return. A window left open fails the test and is closed with Escape, so
   // that nothing hangs.
   void Drive(const std::function<void()>& show, const std::string& title, const std::function<void()>& steps) {
+    Ui();  // made here, before show may use it from beside this thread
     auto shown = std::async(std::launch::async, show);
     if (WaitForTitle(title) && WaitForDialog(title)) {
       try {

@@ -281,7 +281,7 @@ TEST_F(CliTest, DrawFollowsTheGivenSettingsAndRefusesBadInput) {
   std::ofstream(folder_ + "/across.cfg") << cfg;
   std::string steps = folder_ + "/across.txt";
   std::ofstream(steps) << "order\npack\nship\n";
-  CommandRun drawn = Run("draw '" + steps + "' -o '" + folder_ + "/across.xlsx' --start B4 --config '" + folder_ +
+  CommandRun drawn = Run("draw '" + steps + "' -o '" + folder_ + "/across.xlsx' --start D4 --config '" + folder_ +
                          "/across.cfg'");
   ASSERT_EQ(0, drawn.exitCode) << drawn.output;
   std::vector<json> symbols = Symbols(Parse(ListShapes(folder_ + "/across.xlsx")));

@@ -251,7 +251,8 @@ class MenuRunTest : public testing::AddinFixture {};
 // The run as the user starts it: from the menu, inside the office, with the
 // shipped settings; stopping offers the end terminator at the cursor.
 TEST_F(MenuRunTest, TheMenuStartsARunInsideTheOfficeAndStopsItWithAnEnd) {
-  Ui().RunCommand("vnd.nivarel:rxNivarelStartFlowcharting");
+  Drive([&] { Ui().RunCommand("vnd.nivarel:rxNivarelStartFlowcharting"); }, "  Start Flowcharting",
+        [&] { Ui().PressDialogKey("RETURN"); });
   host::Shapes shapes = sheet_->GetShapes();
   for (int i = 0; i < 100 && shapes.Count() == 0; ++i) std::this_thread::sleep_for(std::chrono::milliseconds(50));
   ASSERT_EQ(1, shapes.Count()) << "the start terminator";
