@@ -278,5 +278,24 @@ TEST_F(MenuRunTest, TheMenuStartsARunInsideTheOfficeAndStopsItWithAnEnd) {
   EXPECT_EQ("", host::ReadLogFile());
 }
 
+// Saving the workbook during a run ends the run, without the end terminator,
+// and the save goes on.
+TEST_F(MenuRunTest, SavingTheWorkbookEndsTheRunQuietly) {
+  Drive([&] { Ui().RunCommand("vnd.nivarel:rxNivarelStartFlowcharting"); }, "  Start Flowcharting",
+        [&] { Ui().PressDialogKey("RETURN"); });
+  host::Shapes shapes = sheet_->GetShapes();
+  for (int i = 0; i < 100 && shapes.Count() == 0; ++i) std::this_thread::sleep_for(std::chrono::milliseconds(50));
+  Ui().TypeIntoCell(App().ActiveCell()->Address(false), "check the order");
+  ASSERT_EQ(3, shapes.Count());
+
+  std::string saved = testing::ConfigHome() + "/saved-during-run.ods";
+  book_->SaveAs(saved);
+  EXPECT_TRUE(std::filesystem::exists(saved));
+  EXPECT_EQ("", Ui().DialogTitle()) << "no end terminator is offered";
+  Ui().TypeIntoCell("H20", "after the run");
+  EXPECT_EQ(3, shapes.Count()) << "the run no longer listens";
+  EXPECT_EQ("after the run", sheet_->GetRange("H20").Value());
+}
+
 }  // namespace
 }  // namespace nivarel
