@@ -297,5 +297,21 @@ TEST_F(MenuRunTest, SavingTheWorkbookEndsTheRunQuietly) {
   EXPECT_EQ("after the run", sheet_->GetRange("H20").Value());
 }
 
+// A sheet that holds a chart restarts with the note; template frames alone
+// are no chart.
+TEST_F(MenuRunTest, AChartOnTheSheetRestartsTheRunAfterTheNote) {
+  host::Shapes shapes = sheet_->GetShapes();
+  shapes.AddTextbox(1, 10, 10, 80, 20).SetName("TEMPLATE title");
+  Drive([&] { Ui().RunCommand("vnd.nivarel:rxNivarelStartFlowcharting"); }, "  Start Flowcharting",
+        [&] { Ui().PressDialogKey("ESC"); });
+
+  shapes.AddShape(host::msoShapeFlowchartProcess, 200, 200, 100, 40);
+  Drive([&] { Ui().RunCommand("vnd.nivarel:rxNivarelStartFlowcharting"); }, " Restart Flowcharting",
+        [&] { Ui().PressDialogKey("RETURN"); });
+  Ui().TypeIntoCell("C20", "go on");
+  EXPECT_EQ(3, shapes.Count()) << "the run listens again: the step became a symbol";
+  EXPECT_EQ("", sheet_->GetRange("C20").Value());
+}
+
 }  // namespace
 }  // namespace nivarel
