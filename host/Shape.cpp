@@ -218,7 +218,8 @@ double Shape::Left() const {
 void Shape::SetLeft(double points) {
   Call("Shape.Left", [&] {
     auto p = impl_->shape->getPosition();
-    p.X = PtToHmm(points);
+    // A shape stays on the sheet: nothing stands left of column A.
+    p.X = PtToHmm(std::max(0.0, points));
     impl_->shape->setPosition(p);
   });
 }
@@ -228,7 +229,8 @@ double Shape::Top() const {
 void Shape::SetTop(double points) {
   Call("Shape.Top", [&] {
     auto p = impl_->shape->getPosition();
-    p.Y = PtToHmm(points);
+    // Nor above row 1.
+    p.Y = PtToHmm(std::max(0.0, points));
     impl_->shape->setPosition(p);
   });
 }

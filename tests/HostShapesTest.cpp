@@ -39,6 +39,13 @@ TEST_F(HostShapesTest, EveryAutoShapeTypeReadsBackWithItsPlaceAndAUniqueName) {
   EXPECT_EQ(137, shapes.Count());
   EXPECT_EQ(msoAutoShape, shapes.Item(61).Type());
   EXPECT_FALSE(shapes.Item(61).Connector());
+
+  // A shape stays on the sheet: moved past column A or row 1, it stops there.
+  Shape moved = shapes.Item(1);
+  moved.SetLeft(-12.5);
+  moved.SetTop(-3);
+  EXPECT_EQ(0, moved.Left());
+  EXPECT_EQ(0, moved.Top());
 }
 
 TEST_F(HostShapesTest, FlowchartSymbolsKeepTheirPresetsInXlsx) {
