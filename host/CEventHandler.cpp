@@ -8,14 +8,23 @@
 #include "MUtilities.h"
 #include "MsgBox.h"
 #include "UserSettings.h"
+#include "MsoConstants.h"
+#include "Shapes.h"
 #include "TextConvert.h"
 #include "frmRestart.h"
 #include "frmStart.h"
+#include "frmTextBox.h"
 
 namespace nivarel::host {
 
 namespace {
 const char* const kSource = "CEventHandler";
+
+// The maker's update page, told which version asks.
+std::string UpdatePageAddress() {
+  return std::string(kUpdatePage) + "?&m=" + std::to_string(kVersionMajor) + "&n=" + std::to_string(kVersionMinor) +
+         "&r=" + std::to_string(kVersionRevision);
+}
 }
 
 CEventHandler::CEventHandler() = default;
@@ -157,31 +166,211 @@ void CEventHandler::StopInteractiveFlowcharting(bool fromWorkbookEvent) {
 // The tools behind these commands arrive one by one; until then a command
 // that reaches its operation does nothing.
 void CEventHandler::ApplyStyles() {}
-void CEventHandler::CheckForUpdates() {}
 void CEventHandler::CreateFlowchartKey() {}
 void CEventHandler::CreateWorksheetGrid() { shapes::CPageLayout().CreateGrid(); }
 void CEventHandler::ExtractText() {}
 void CEventHandler::InsertFlowLine() {}
 void CEventHandler::InsertBranch() {}
 void CEventHandler::InsertGroupBox() {}
-void CEventHandler::InsertLabel() {}
 void CEventHandler::ExportImage() {}
+// Needs the about box.
 void CEventHandler::ShowAbout() {}
 void CEventHandler::ShowFlowchartWizard() {}
 void CEventHandler::ShowHelpContents() {}
 void CEventHandler::ShowSettings() {}
 void CEventHandler::ShowShapeSelectionForm() {}
 void CEventHandler::ShowStyleWizard() {}
-void CEventHandler::ToggleGridLines(std::optional<bool>) {}
-void CEventHandler::ClearShading() {}
-void CEventHandler::CheckStatus() {}
 void CEventHandler::ShowTemplateGeneratorForm() {}
 void CEventHandler::ShowTemplateSelectionForm() {}
-void CEventHandler::UngroupAllShapes() {}
-void CEventHandler::GroupAllShapes() {}
-void CEventHandler::SelectAllShapes() {}
-void CEventHandler::SelectAllLines() {}
-void CEventHandler::SelectAllLabels() {}
-void CEventHandler::SelectFlowchartSymbolsOnly() {}
+
+void CEventHandler::CheckForUpdates() {
+  try {
+    if (ExcelApp) ExcelApp->OpenInBrowser(UpdatePageAddress());
+  } catch (...) {
+  }
+}
+
+void CEventHandler::InsertLabel() {
+  try {
+    if (!ExcelApp) return;
+    if (!ExcelApp->GetSelection().cells) {
+      MsgBox("You must select the worksheet cell\r\nwhere you want the label inserted.", vbExclamation,
+             "No Range Selected");
+      return;
+    }
+    std::string address = ExcelApp->ActiveCell()->AddressLocal(true);
+    dialogs::frmTextBox form;
+    ExcelApp->SetScreenUpdating(true);
+    form.Display();
+    ExcelApp->SetScreenUpdating(false);
+    if (form.OK() && !form.TextBoxText().empty()) {
+      auto ws = ExcelApp->ActiveSheet();
+      Range cell = ws->GetRange(address);
+      Shape label = ws->GetShapes().AddTextbox(msoTextOrientationHorizontal, cell.Left(), cell.Top(), 100, 25.5);
+      Characters characters = label.GetTextFrame().GetCharacters();
+      characters.SetText(form.TextBoxText());
+      label.Line().SetVisible(false);
+      rules::CConfig config;
+      config.LoadConfigData();
+      Font font = characters.GetFont();
+      font.SetName(config.BranchFontName);
+      font.SetBold(config.BranchFontBold);
+      font.SetItalic(config.BranchFontItalic);
+      font.SetSize(config.BranchFontSize);
+      font.SetColor(config.BranchFontColor);
+      if (ExcelVersion >= 12) {
+        label.GetTextFrame2().SetWordWrap(msoFalse);
+        label.GetTextFrame2().SetAutoSize(msoAutoSizeShapeToFitText);
+      } else {
+        label.GetTextFrame().SetAutoSize(true);
+      }
+      label.ZOrder(msoBringToFront);
+      label.SetPlacement(xlMove);
+      // The user goes on typing under the label.
+      label.TopLeftCell().Offset(1, 0).Select();
+    }
+  } catch (...) {
+    ErrorHandler(kSource, "InsertLabel", false);
+  }
+  try {
+    if (ExcelApp) ExcelApp->SetScreenUpdating(true);
+  } catch (...) {
+  }
+}
+
+void CEventHandler::ToggleGridLines(std::optional<bool> show) {
+  try {
+    if (!ExcelApp) return;
+    auto ws = ExcelApp->ActiveSheet();
+    auto window = ExcelApp->ActiveWindow();
+    if (!ws || ws->TypeName() != "Worksheet" || !window) return;
+    window->SetDisplayGridlines(show ? *show : !window->DisplayGridlines());
+  } catch (...) {
+  }
+}
+
+void CEventHandler::ClearShading() {
+  try {
+    if (!ExcelApp) return;
+    auto ws = ExcelApp->ActiveSheet();
+    if (!ws || ws->TypeName() != "Worksheet") return;
+    ws->Columns().GetInterior().SetColorIndex(xlNone);
+  } catch (...) {
+  }
+}
+
+void CEventHandler::CheckStatus() {
+  try {
+    auto word = [](bool b) { return std::string(b ? "True" : "False"); };
+    bool events = ExcelApp && ExcelApp->EnableEvents();
+    bool screen = ExcelApp && ExcelApp->ScreenUpdating();
+    MsgBox("The following should all read True when a flowcharting session is in progress.\r\n\r\n"
+           "Events enabled: " + word(events) + "\r\n"
+           "Screen updates enabled: " + word(screen) + "\r\n"
+           "Flowchart controller exists: " + word(m_Flowcharter != nullptr) + "\r\n"
+           "Flowchart in session: " + word(m_SessionActive),
+           vbInformation, "Status Check");
+  } catch (...) {
+    ErrorHandler(kSource, "CheckStatus", false);
+  }
+}
+
+void CEventHandler::UngroupAllShapes() {
+  try {
+    if (!ExcelApp) return;
+    auto ws = ExcelApp->ActiveSheet();
+    if (!ws) return;
+    Shapes shapes = ws->GetShapes();
+    if (shapes.Count() < 1) return;
+    // Ungrouping changes the collection being walked, so each group found
+    // ends the pass and a new one begins; nested groups open up entirely.
+    bool found = true;
+    while (found) {
+      found = false;
+      int count = shapes.Count();
+      for (int i = 1; i <= count; ++i) {
+        Shape shape = shapes.Item(i);
+        if (shape.Type() == msoGroup) {
+          shape.Ungroup();
+          found = true;
+          break;
+        }
+      }
+    }
+  } catch (...) {
+    ErrorHandler(kSource, "UngroupAllShapes", false);
+  }
+}
+
+void CEventHandler::GroupAllShapes() {
+  try {
+    if (!ExcelApp) return;
+    auto ws = ExcelApp->ActiveSheet();
+    if (!ws) return;
+    Shapes shapes = ws->GetShapes();
+    if (shapes.Count() < 2) return;
+    shapes.SelectAll();
+    auto selected = ExcelApp->GetSelection().shapes;
+    if (selected) selected->Group();
+  } catch (...) {
+  }
+}
+
+void CEventHandler::SelectAllShapes() {
+  try {
+    if (!ExcelApp) return;
+    auto ws = ExcelApp->ActiveSheet();
+    if (!ws) return;
+    Shapes shapes = ws->GetShapes();
+    if (shapes.Count() >= 1) shapes.SelectAll();
+  } catch (...) {
+  }
+}
+
+void CEventHandler::SelectAllLines() {
+  SelectMatchingShapes("SelectAllLines", [](const Shape& s) {
+    return s.Type() == msoFreeform || s.Type() == msoLine || s.Connector();
+  });
+}
+
+void CEventHandler::SelectAllLabels() {
+  // A label is a text box, or a plain rectangle: labels' other form.
+  SelectMatchingShapes("SelectAllLabels", [](const Shape& s) {
+    return s.Type() == msoTextBox || s.AutoShapeType() == msoShapeRectangle;
+  });
+}
+
+void CEventHandler::SelectFlowchartSymbolsOnly() {
+  SelectMatchingShapes("SelectFlowchartSymbolsOnly",
+                       [](const Shape& s) { return s.AutoShapeType() > msoShapeRectangle; });
+}
+
+void CEventHandler::SelectMatchingShapes(const char* procedure, const std::function<bool(const Shape&)>& matches) {
+  try {
+    if (!ExcelApp) return;
+    auto ws = ExcelApp->ActiveSheet();
+    if (!ws) return;
+    Shapes shapes = ws->GetShapes();
+    int count = shapes.Count();
+    if (count < 1) return;
+    // The names travel as one comma-separated list, so a name that holds a
+    // comma falls apart into names that don't exist, and the selection fails.
+    std::string list;
+    for (int i = 1; i <= count; ++i) {
+      Shape shape = shapes.Item(i);
+      if (matches(shape)) list += shape.Name() + ",";
+    }
+    if (list.empty()) return;
+    list.pop_back();
+    std::vector<std::string> names;
+    size_t from = 0;
+    for (size_t comma; (comma = list.find(',', from)) != std::string::npos; from = comma + 1)
+      names.push_back(list.substr(from, comma - from));
+    names.push_back(list.substr(from));
+    shapes.GetRange(names).Select();
+  } catch (...) {
+    ErrorHandler(kSource, procedure, false);
+  }
+}
 
 }  // namespace nivarel::host

@@ -4,6 +4,7 @@
 // flowcharting session. Operations whose tools aren't there yet do nothing.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -14,6 +15,8 @@ class CInteractiveFlowcharter;
 }
 
 namespace nivarel::host {
+
+class Shape;
 
 class CEventHandler {
  public:
@@ -60,6 +63,9 @@ class CEventHandler {
   bool StartNormalFlowcharting(rules::CConfig& config);
   void ShowRestartForm(const rules::CConfig& config);
   void SetPageLayout(const rules::CConfig& config);
+  // Selects the shapes of the active sheet that match; errors are logged
+  // under procedure.
+  void SelectMatchingShapes(const char* procedure, const std::function<bool(const Shape&)>& matches);
 
   std::unique_ptr<flowcharting::CInteractiveFlowcharter> m_Flowcharter;
   bool m_SessionActive = false;

@@ -16,10 +16,9 @@
 namespace nivarel::host {
 
 const char kSupportAddress[] = "support@nivarel.org";
+const char kUpdatePage[] = "https://www.nivarel.org/updates.php";
 
 namespace {
-
-constexpr char kVersion[] = "2.4.15";
 
 std::mutex clockMutex;
 std::function<std::tm()> logClock;
@@ -150,7 +149,8 @@ std::string GetSystemInfo() {
     if (ExcelApp) office = ExcelApp->OfficeVersion();
   } catch (...) {
   }
-  return std::string("Nivarel: ") + kVersion + "; Calc: " + office + "; " + GetOSName();
+  return "Nivarel: " + std::to_string(kVersionMajor) + "." + std::to_string(kVersionMinor) + "." +
+         std::to_string(kVersionRevision) + "; Calc: " + office + "; " + GetOSName();
 }
 
 std::string WindowsOSName(int major, int minor, int platformId) {

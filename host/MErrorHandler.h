@@ -14,6 +14,9 @@ namespace nivarel::host {
 constexpr int kNivarelError = 9999;
 // Where the entry-point message tells the user to turn.
 extern const char kSupportAddress[];
+// The add-in's version, and the maker's page that tells whether a newer one is out.
+constexpr int kVersionMajor = 2, kVersionMinor = 4, kVersionRevision = 15;
+extern const char kUpdatePage[];
 
 // The error being handled, as its number and description.
 struct ErrObject {
