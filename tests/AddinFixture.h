@@ -69,6 +69,8 @@ class AddinFixture : public OfficeTest {
       }
     } else
       ADD_FAILURE() << "no window titled '" << title << "' came; the focus is on '" << Ui().Title() << "'";
+    // A window the steps closed may take a moment to go on a busy machine.
+    shown.wait_for(std::chrono::seconds(5));
     for (int i = 0; shown.wait_for(std::chrono::milliseconds(500)) != std::future_status::ready; ++i) {
       if (i == 0) ADD_FAILURE() << "the window '" << Ui().Title() << "' was left open";
       try {
@@ -97,6 +99,14 @@ class AddinFixture : public OfficeTest {
       if (std::chrono::steady_clock::now() > end) return false;
       std::this_thread::sleep_for(std::chrono::milliseconds(50));
     }
+    // Keys go where the focus is: wait until one of its controls has it.
+    auto focused = [&] {
+      for (const auto& c : Ui().DialogControls())
+        if (c.focused) return true;
+      return false;
+    };
+    while (!focused() && std::chrono::steady_clock::now() < end)
+      std::this_thread::sleep_for(std::chrono::milliseconds(50));
     return true;
   }
 
