@@ -1,10 +1,10 @@
 #include "frmStart.h"
 
-#include "CRangePrompt.h"
 #include "MErrorHandler.h"
 #include "MGlobalVariables.h"
 #include "MUtilities.h"
 #include "MsgBox.h"
+#include "PickCell.h"
 #include "TextConvert.h"
 #include "UserDialog.h"
 
@@ -118,16 +118,8 @@ void frmStart::Display(const rules::CConfig& config) {
     GridReaction(dialog);
     initialising = false;
 
-    while (dialog.Execute() == kPickCell) {
-      output::CRangePrompt prompt;
-      std::string current = rules::TrimSpaces(dialog.Text("txtCell"));
-      prompt.GetRangeFromPrompt("Select the worksheet cell to place the first symbol.", "Select Location",
-                                current.empty() ? "C3" : current);
-      if (prompt.IsValid())
-        dialog.SetText("txtCell", prompt.RangeAddress());
-      else if (!prompt.UserCanceled())
-        host::MsgBox(prompt.ErrorMessage(), host::vbExclamation, "Range Selection Error");
-    }
+    while (dialog.Execute() == kPickCell)
+      PickCellInto(dialog, "txtCell", "Select the worksheet cell to place the first symbol.");
 
     addTerminator_ = dialog.Checked("chkStartTerminator");
     terminatorText_ = rules::TrimSpaces(dialog.Text("txtTerminator"));

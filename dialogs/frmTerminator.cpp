@@ -2,10 +2,10 @@
 
 #include "CConfig.h"
 #include "CIniDataAccess.h"
-#include "CRangePrompt.h"
 #include "MErrorHandler.h"
 #include "MGlobalVariables.h"
 #include "MsgBox.h"
+#include "PickCell.h"
 #include "TextConvert.h"
 #include "TextEncoding.h"
 #include "UserDialog.h"
@@ -97,16 +97,8 @@ void frmTerminator::Display(const std::string& location, const std::string& term
                     stop ? "Set as default End Terminator text" : "Set as default Start Terminator text");
     dialog.SetText("txtTerminator", stop ? config.EndTerminatorText : config.StartTerminatorText);
     dialog.SetText("txtCell", location);
-    while (dialog.Execute() == kPickCell) {
-      output::CRangePrompt prompt;
-      std::string current = rules::TrimSpaces(dialog.Text("txtCell"));
-      prompt.GetRangeFromPrompt("Select the worksheet cell to place the Terminator.", "Select Location",
-                                current.empty() ? "C3" : current);
-      if (prompt.IsValid())
-        dialog.SetText("txtCell", prompt.RangeAddress());
-      else if (!prompt.UserCanceled())
-        host::MsgBox(prompt.ErrorMessage(), host::vbExclamation, "Range Selection Error");
-    }
+    while (dialog.Execute() == kPickCell)
+      PickCellInto(dialog, "txtCell", "Select the worksheet cell to place the Terminator.");
     text_ = rules::TrimSpaces(dialog.Text("txtTerminator"));
     location_ = rules::TrimSpaces(dialog.Text("txtCell"));
   } catch (...) {

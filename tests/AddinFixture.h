@@ -68,7 +68,8 @@ class AddinFixture : public OfficeTest {
         ADD_FAILURE() << "working the window '" << title << "' failed: " << e.what();
       }
     } else
-      ADD_FAILURE() << "no window titled '" << title << "' came; the focus is on '" << Ui().Title() << "'";
+      ADD_FAILURE() << "no window titled '" << title << "' came; the focus is on '" << Ui().Title()
+                    << "'; the log says: " << host::ReadLogFile();
     // A window the steps closed may take a moment to go on a busy machine.
     shown.wait_for(std::chrono::seconds(5));
     for (int i = 0; shown.wait_for(std::chrono::milliseconds(500)) != std::future_status::ready; ++i) {
@@ -90,6 +91,21 @@ class AddinFixture : public OfficeTest {
       std::this_thread::sleep_for(std::chrono::milliseconds(50));
     }
     return true;
+  }
+
+  // Runs call, which shows a message box, answers it with OK and returns its
+  // title and text.
+  template <class F>
+  std::pair<std::string, std::string> MessageOf(F call) {
+    Ui();
+    auto running = std::async(std::launch::async, call);
+    std::pair<std::string, std::string> message{"(no message)", ""};
+    if (Ui().WaitForModal()) {
+      message = {Ui().Title(), Ui().MessageText()};
+      Ui().ClickButton("ok");
+    }
+    running.get();
+    return message;
   }
 
   // Waits until the toolkit's active window is the dialog with this title.

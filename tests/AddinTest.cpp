@@ -73,19 +73,6 @@ class AddinTest : public testing::AddinFixture {
     EXPECT_EQ(std::make_pair(std::string("Nivarel"), std::string(kFaultText)),
               CommandMessage("vnd.nivarel:rxNivarelFaultKey"));
   }
-
-  // Answers the message box that call opens in the office.
-  template <class F>
-  std::pair<std::string, std::string> MessageOf(F call) {
-    auto running = std::async(std::launch::async, call);
-    std::pair<std::string, std::string> message{"(no message)", ""};
-    if (Ui().WaitForModal()) {
-      message = {Ui().Title(), Ui().MessageText()};
-      Ui().ClickButton("ok");
-    }
-    running.get();
-    return message;
-  }
 };
 
 TEST_F(AddinTest, AnUnexpectedFailureAtTheEntryPointIsShownAndLoggedOnce) {

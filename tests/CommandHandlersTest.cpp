@@ -34,20 +34,6 @@ class CommandHandlersTest : public testing::AddinFixture {
     AddinFixture::TearDown();
   }
 
-  // Runs call, which shows a message box, answers it with OK and returns
-  // its title and text.
-  template <class F>
-  std::pair<std::string, std::string> MessageOf(F call) {
-    auto running = std::async(std::launch::async, call);
-    std::pair<std::string, std::string> message{"(no message)", ""};
-    if (Ui().WaitForModal()) {
-      message = {Ui().Title(), Ui().MessageText()};
-      Ui().ClickButton("ok");
-    }
-    running.get();
-    return message;
-  }
-
   // The names of the selected shapes, sorted; empty when cells are selected.
   Names SelectedShapes() {
     Names names;
