@@ -2,6 +2,7 @@
 # library.
 set(DIALOGS_SOURCES
   ${CMAKE_SOURCE_DIR}/dialogs/PickCell.cpp
+  ${CMAKE_SOURCE_DIR}/dialogs/frmAbout.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmBranchLabelPrompt.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmOpenWalkthrough.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmRestart.cpp

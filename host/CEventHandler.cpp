@@ -11,6 +11,7 @@
 #include "MsoConstants.h"
 #include "Shapes.h"
 #include "TextConvert.h"
+#include "frmAbout.h"
 #include "frmRestart.h"
 #include "frmStart.h"
 #include "frmTextBox.h"
@@ -174,7 +175,10 @@ void CEventHandler::InsertBranch() {}
 void CEventHandler::InsertGroupBox() {}
 void CEventHandler::ExportImage() {}
 // Needs the about box.
-void CEventHandler::ShowAbout() {}
+void CEventHandler::ShowAbout() {
+  dialogs::frmAbout form;
+  form.Display();
+}
 void CEventHandler::ShowFlowchartWizard() {}
 void CEventHandler::ShowHelpContents() {}
 void CEventHandler::ShowSettings() {}

@@ -9,6 +9,7 @@
 #include "AddinFixture.h"
 #include "CConfig.h"
 #include "Shapes.h"
+#include "frmAbout.h"
 #include "frmStart.h"
 
 namespace nivarel {
@@ -71,6 +72,20 @@ TEST_F(StartDialogTest, CancellingTheStartChangesNeitherTheSettingsNorTheSheet) 
   });
   EXPECT_EQ(before, read(stored));
   EXPECT_EQ(0, sheet_->GetShapes().Count());
+}
+
+TEST_F(StartDialogTest, TheAboutBoxTellsTheVersionAndTheToolbarSettingReadOnly) {
+  dialogs::frmAbout about;
+  Drive([&] { about.Display(); }, "About Nivarel", [&] {
+    auto controls = Ui().DialogControls();
+    EXPECT_EQ("text", Control(controls, "Nivarel").kind);
+    EXPECT_EQ("text", Control(controls, "Version 2.4.15").kind);
+    const auto& toolbar = Control(controls, "Use text only toolbars (no icons). Requires Calc restart.");
+    EXPECT_EQ("check", toolbar.kind);
+    EXPECT_FALSE(toolbar.enabled) << "shown, not changed here";
+    EXPECT_FALSE(toolbar.checked) << "the stored setting is off";
+    Ui().PressDialogKey("RETURN");
+  });
 }
 
 }  // namespace
