@@ -26,7 +26,15 @@ std::string UpdatePageAddress() {
   return std::string(kUpdatePage) + "?&m=" + std::to_string(kVersionMajor) + "&n=" + std::to_string(kVersionMinor) +
          "&r=" + std::to_string(kVersionRevision);
 }
+
+// The shapes of the active sheet; nothing without an office or a sheet.
+std::optional<Shapes> ActiveShapes() {
+  if (!ExcelApp) return std::nullopt;
+  auto ws = ExcelApp->ActiveSheet();
+  if (!ws) return std::nullopt;
+  return ws->GetShapes();
 }
+}  // namespace
 
 CEventHandler::CEventHandler() = default;
 CEventHandler::~CEventHandler() = default;
@@ -281,10 +289,9 @@ void CEventHandler::CheckStatus() {
 
 void CEventHandler::UngroupAllShapes() {
   try {
-    if (!ExcelApp) return;
-    auto ws = ExcelApp->ActiveSheet();
-    if (!ws) return;
-    Shapes shapes = ws->GetShapes();
+    auto active = ActiveShapes();
+    if (!active) return;
+    Shapes& shapes = *active;
     if (shapes.Count() < 1) return;
     // Ungrouping changes the collection being walked, so each group found
     // ends the pass and a new one begins; nested groups open up entirely.
@@ -308,10 +315,9 @@ void CEventHandler::UngroupAllShapes() {
 
 void CEventHandler::GroupAllShapes() {
   try {
-    if (!ExcelApp) return;
-    auto ws = ExcelApp->ActiveSheet();
-    if (!ws) return;
-    Shapes shapes = ws->GetShapes();
+    auto active = ActiveShapes();
+    if (!active) return;
+    Shapes& shapes = *active;
     if (shapes.Count() < 2) return;
     shapes.SelectAll();
     auto selected = ExcelApp->GetSelection().shapes;
@@ -322,10 +328,9 @@ void CEventHandler::GroupAllShapes() {
 
 void CEventHandler::SelectAllShapes() {
   try {
-    if (!ExcelApp) return;
-    auto ws = ExcelApp->ActiveSheet();
-    if (!ws) return;
-    Shapes shapes = ws->GetShapes();
+    auto active = ActiveShapes();
+    if (!active) return;
+    Shapes& shapes = *active;
     if (shapes.Count() >= 1) shapes.SelectAll();
   } catch (...) {
   }
@@ -351,10 +356,9 @@ void CEventHandler::SelectFlowchartSymbolsOnly() {
 
 void CEventHandler::SelectMatchingShapes(const char* procedure, const std::function<bool(const Shape&)>& matches) {
   try {
-    if (!ExcelApp) return;
-    auto ws = ExcelApp->ActiveSheet();
-    if (!ws) return;
-    Shapes shapes = ws->GetShapes();
+    auto active = ActiveShapes();
+    if (!active) return;
+    Shapes& shapes = *active;
     int count = shapes.Count();
     if (count < 1) return;
     // The names travel as one comma-separated list, so a name that holds a

@@ -144,33 +144,6 @@ void UiDriver::ClickButton(const std::string& id) {
   });
 }
 
-std::string UiDriver::ControlText(const std::string& id) const {
-  return CallHere("UiDriver.ControlText", [&] {
-    auto state = Top(state_->ui)->getChild(ToOu(id))->getState();
-    for (const auto& p : state)
-      if (p.Name == "Text" || p.Name == "Label") {
-        OUString t;
-        p.Value >>= t;
-        return ToUtf8(t);
-      }
-    return std::string();
-  });
-}
-
-void UiDriver::TypeInto(const std::string& id, const std::string& text) {
-  CallHere("UiDriver.TypeInto", [&] {
-    Top(state_->ui)->getChild(ToOu(id))->executeAction("TYPE", Args({{"TEXT", text}}));
-  });
-}
-
-std::vector<std::string> UiDriver::Children() const {
-  return CallHere("UiDriver.Children", [&] {
-    std::vector<std::string> out;
-    for (const auto& c : Top(state_->ui)->getChildren()) out.push_back(ToUtf8(c));
-    return out;
-  });
-}
-
 namespace {
 
 std::string StateOf(const Reference<test::XUIObject>& o, const char* name) {

@@ -30,12 +30,6 @@ class UiDriver {
   std::string FocusWindowId() const;
   // Clicks a button of the dialog that has the focus, by its id.
   void ClickButton(const std::string& id);
-  // The text of a control of the focused dialog, as the control reports it.
-  std::string ControlText(const std::string& id) const;
-  // Types into a control of the focused dialog.
-  void TypeInto(const std::string& id, const std::string& text);
-  // The ids of the focused window's children.
-  std::vector<std::string> Children() const;
 
   // Waits until a modal window (a dialog or message box) has the focus, one
   // whose id isn't notId when that is given; false when none comes in time.

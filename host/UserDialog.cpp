@@ -132,13 +132,6 @@ int UserDialog::Execute() {
 
 bool UserDialog::ClosedByEscape() const { return *state_->escape; }
 
-void UserDialog::SetVisible(bool visible) {
-  Call("UserDialog.Visible", [&] {
-    Reference<awt::XWindow> window(state_->dialog, uno::UNO_QUERY_THROW);
-    window->setVisible(visible);
-  });
-}
-
 void UserDialog::EndDialog(int result) {
   Call("UserDialog.EndDialog", [&] {
     Reference<awt::XDialog2> dialog(state_->dialog, uno::UNO_QUERY_THROW);

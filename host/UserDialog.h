@@ -46,8 +46,6 @@ class UserDialog {
   // The selected entry of a list box, 0-based; -1 when none is.
   int ListIndex(const std::string& control) const;
   void SetListIndex(const std::string& control, int index);
-  // Hides or shows the dialog while it runs (for picking a cell on the sheet).
-  void SetVisible(bool visible);
 
  private:
   struct State;
