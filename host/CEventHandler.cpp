@@ -11,6 +11,7 @@
 #include "MsoConstants.h"
 #include "Shapes.h"
 #include "TextConvert.h"
+#include "Workbooks.h"
 #include "frmAbout.h"
 #include "frmRestart.h"
 #include "frmStart.h"
@@ -120,6 +121,28 @@ void CEventHandler::SetPageLayout(const rules::CConfig& config) {
   layout.SnapToShape(true);
 }
 
+void CEventHandler::LoadTemplate(const std::string& path) {
+  try {
+    auto wb = ExcelApp->ActiveWorkbook();
+    auto active = ExcelApp->ActiveSheet();
+    if (!wb || !active) return;
+    Workbook source = ExcelApp->GetWorkbooks().OpenHidden(path);
+    std::optional<Worksheet> added;
+    try {
+      added = wb->CopySheetsFrom(source, *active);
+    } catch (...) {
+      source.Close();
+      throw;
+    }
+    source.Close();
+    added->Activate();
+    added->SetDisplayPageBreaks(true);
+  } catch (...) {
+    ErrorHandler(kSource, "LoadTemplate", false);
+    MsgBox("The template file could not be loaded:\r\n" + path, vbExclamation, "Invalid Template");
+  }
+}
+
 bool CEventHandler::StartInteractiveFlowcharting() {
   if (!PrestartChecks()) return false;
   bool result = false;
@@ -129,7 +152,12 @@ bool CEventHandler::StartInteractiveFlowcharting() {
     config.LoadConfigData();
     if (GetNonTemplateShapeCount() < 1) {
       result = StartNormalFlowcharting(config);
-      if (result) SetPageLayout(config);
+      if (result) {
+        if (config.LoadTemplate) LoadTemplate(config.TemplateFilePath);
+        SetPageLayout(config);
+        // A block diagram template is only placed on the sheet.
+        if (config.LoadTemplate) result = !config.BlockDiagram;
+      }
       if (result) {
         ExcelApp->SetEnableEvents(true);
         m_Flowcharter = std::make_unique<flowcharting::CInteractiveFlowcharter>();

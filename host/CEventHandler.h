@@ -63,6 +63,9 @@ class CEventHandler {
   bool StartNormalFlowcharting(rules::CConfig& config);
   void ShowRestartForm(const rules::CConfig& config);
   void SetPageLayout(const rules::CConfig& config);
+  // Copies the template's sheet in behind the active sheet and shows it with
+  // its page breaks; a file that won't load is told and logged.
+  void LoadTemplate(const std::string& path);
   // Selects the shapes of the active sheet that match; errors are logged
   // under procedure.
   void SelectMatchingShapes(const char* procedure, const std::function<bool(const Shape&)>& matches);

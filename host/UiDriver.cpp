@@ -116,7 +116,10 @@ void UiDriver::TypeIntoCell(const std::string& address, const std::string& text)
 }
 
 void UiDriver::RunCommand(const std::string& command, bool opensDialog) {
-  CallHere("UiDriver.RunCommand", [&] {
+  // From the office's own thread, as a menu click runs: a modal dialog that
+  // the command opens then runs its loop where the office's windows live,
+  // and message boxes over it don't fight another thread for the office.
+  Call("UiDriver.RunCommand", [&] {
     if (opensDialog)
       state_->ui->executeDialog(ToOu(command));
     else
@@ -324,12 +327,24 @@ void CollectControls(const Reference<css::accessibility::XAccessibleContext>& pa
       case role::CHECK_BOX: control.kind = "check"; break;
       case role::RADIO_BUTTON: control.kind = "radio"; break;
       case role::SCROLL_BAR: continue;
+      case role::COMBO_BOX: {
+        // A drop-down list shows its chosen entry in a part of its own.
+        std::vector<std::pair<awt::Point, UiDriver::DialogControl>> parts;
+        CollectControls(context, parts);
+        control.kind = "list";
+        for (const auto& part : parts)
+          if (!part.second.text.empty()) {
+            control.text = part.second.text;
+            break;
+          }
+        break;
+      }
       default:
         CollectControls(context, found);
         continue;
     }
     Reference<css::accessibility::XAccessibleText> text(context, uno::UNO_QUERY);
-    control.text = ToUtf8(text.is() ? text->getText() : context->getAccessibleName());
+    if (control.kind != "list") control.text = ToUtf8(text.is() ? text->getText() : context->getAccessibleName());
     auto states = context->getAccessibleStateSet();
     if (states.is()) {
       control.checked = states->contains(state::CHECKED);
@@ -401,6 +416,10 @@ void UiDriver::PressDialogKey(const std::string& key) {
     } else if (rest == "SPACE") {
       code = awt::Key::SPACE;
       ch = ' ';
+    } else if (rest == "DOWN") {
+      code = awt::Key::DOWN;
+    } else if (rest == "UP") {
+      code = awt::Key::UP;
     } else if (rest == "BACKSPACE") {
       code = awt::Key::BACKSPACE;
     } else if (rest.size() == 1) {

@@ -48,8 +48,8 @@ class UiDriver {
   // key presses and mouse clicks posted to the dialog, which the office
   // handles exactly as a person's (focus, default button, mnemonics).
   struct DialogControl {
-    std::string kind;  // "text", "edit", "button", "check", "radio" or "other"
-    std::string text;  // caption, or an edit's content
+    std::string kind;  // "text", "edit", "button", "check", "radio", "list" or "other"
+    std::string text;  // caption, an edit's content, or a list's chosen entry
     bool checked = false;
     bool enabled = true;
     bool focused = false;
@@ -60,7 +60,7 @@ class UiDriver {
   std::vector<DialogControl> DialogControls() const;
   // Types text into the focused control of the active window.
   void TypeInDialog(const std::string& text);
-  // Presses a key in the active window: "RETURN", "ESC", "TAB", "SPACE", "ALT+N"...
+  // Presses a key in the active window: "RETURN", "ESC", "TAB", "SPACE", "DOWN", "ALT+N"...
   void PressDialogKey(const std::string& key);
   // Clicks the button, check box or option with this caption ("~" ignored).
   void ClickInDialog(const std::string& caption);

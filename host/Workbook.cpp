@@ -11,6 +11,8 @@
 #include <com/sun/star/frame/XController.hpp>
 #include <com/sun/star/frame/XFrame.hpp>
 #include <com/sun/star/frame/XStorable.hpp>
+#include <com/sun/star/container/XNamed.hpp>
+#include <com/sun/star/sheet/XSpreadsheets2.hpp>
 #include <com/sun/star/sheet/XSpreadsheetView.hpp>
 #include <com/sun/star/util/XCloseable.hpp>
 #include <cppuhelper/implbase1.hxx>
@@ -54,6 +56,31 @@ Worksheet Workbook::AddSheet() {
   Worksheet ws = Sheet(n + 1);
   ws.Activate();
   return ws;
+}
+
+Worksheet Workbook::CopySheetsFrom(const Workbook& source, const Worksheet& after) {
+  int position = after.Index();
+  int first = 0;
+  Call("Sheets.Add", [&] {
+    Reference<css::sheet::XSpreadsheets2> sheets(impl_->document->getSheets(), uno::UNO_QUERY_THROW);
+    auto from = source.impl_->document->getSheets();
+    const auto names = from->getElementNames();
+    if (names.getLength() == 0) throw HostError(HostError::kInvalidArgument, "The template has no sheet");
+    for (sal_Int32 i = 0; i < names.getLength(); ++i) {
+      OUString name = names[i];
+      // The copy keeps the source's name, so a taken one is changed in the
+      // source first: it is a copy of its own that nobody sees.
+      if (sheets->hasByName(name)) {
+        OUString base = name;
+        for (int n = 2; sheets->hasByName(name) || from->hasByName(name); ++n)
+          name = base + "_" + OUString::number(n);
+        Reference<css::container::XNamed>(from->getByName(names[i]), uno::UNO_QUERY_THROW)->setName(name);
+      }
+      sal_Int32 at = sheets->importSheet(source.impl_->document, name, static_cast<sal_Int32>(position + i));
+      if (i == 0) first = static_cast<int>(at) + 1;
+    }
+  });
+  return Sheet(first);
 }
 
 std::string Workbook::Name() const {

@@ -23,6 +23,10 @@ class Workbook {
   Worksheet Sheet(int index) const;
   // A new sheet after the last one; it becomes the active sheet.
   Worksheet AddSheet();
+  // Copies every sheet of source, with its cells, shapes and page setup, in
+  // behind the sheet after; a name already taken gets a number. Returns the
+  // first copy.
+  Worksheet CopySheetsFrom(const Workbook& source, const Worksheet& after);
   std::string Name() const;
   // Saves under path, which the document then stands for; the format follows the extension (.ods, .xlsx, .xls,
   // .xltx, .xlt, .ots).

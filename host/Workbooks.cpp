@@ -53,7 +53,7 @@ int Workbooks::Count() const {
 }
 
 static Workbook Load(const std::shared_ptr<HostSession>& session, const OUString& url, bool asTemplate,
-                     bool readOnly = false) {
+                     bool readOnly = false, bool hidden = false) {
   std::vector<css::beans::PropertyValue> props;
   auto flag = [&](const char* name) {
     css::beans::PropertyValue p;
@@ -62,6 +62,7 @@ static Workbook Load(const std::shared_ptr<HostSession>& session, const OUString
     props.push_back(p);
   };
   if (asTemplate) flag("AsTemplate");
+  if (hidden) flag("Hidden");
   if (readOnly) {
     flag("ReadOnly");
     css::beans::PropertyValue p;
@@ -90,7 +91,11 @@ Workbook Workbooks::Add() {
   return Call("Workbooks.Add", [&] { return Load(session_, "private:factory/scalc", false); });
 }
 
-Workbook Workbooks::Open(const std::string& path, bool readOnly) {
+Workbook Workbooks::Open(const std::string& path, bool readOnly) { return OpenAs(path, readOnly, false); }
+
+Workbook Workbooks::OpenHidden(const std::string& path) { return OpenAs(path, true, true); }
+
+Workbook Workbooks::OpenAs(const std::string& path, bool readOnly, bool hidden) {
   return Call("Workbooks.Open", [&] {
     if (!std::filesystem::exists(path))
       throw HostError(HostError::kOfficeFailure, "'" + path + "' could not be found");
@@ -102,7 +107,7 @@ Workbook Workbooks::Open(const std::string& path, bool readOnly) {
     if (osl::FileBase::getFileURLFromSystemPath(ToOu(std::filesystem::absolute(path).string()), url) !=
         osl::FileBase::E_None)
       throw HostError(HostError::kOfficeFailure, "'" + path + "' is not a valid file name");
-    return Load(session_, url, tmpl, readOnly);
+    return Load(session_, url, tmpl && !hidden, readOnly, hidden);
   });
 }
 

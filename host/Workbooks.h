@@ -20,8 +20,11 @@ class Workbooks {
   // document leaves no lock file beside the file, and a file that the office
   // would ask a question about fails to open instead.
   Workbook Open(const std::string& path, bool readOnly = false);
+  // Opens a file read-only and out of sight, to copy from; the caller closes it.
+  Workbook OpenHidden(const std::string& path);
 
  private:
+  Workbook OpenAs(const std::string& path, bool readOnly, bool hidden);
   std::shared_ptr<HostSession> session_;
 };
 

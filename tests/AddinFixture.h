@@ -126,6 +126,18 @@ class AddinFixture : public OfficeTest {
     return true;
   }
 
+  // Moves the focus with Tab until it rests on the control that matches;
+  // false when a round of the dialog finds none.
+  bool FocusControl(const std::function<bool(const host::UiDriver::DialogControl&)>& matches) {
+    for (int i = 0; i < 40; ++i) {
+      for (const auto& c : Ui().DialogControls())
+        if (c.focused && matches(c)) return true;
+      Ui().PressDialogKey("TAB");
+      std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    }
+    return false;
+  }
+
   // The office offers the object model of version 11 until the test ends.
   void TakeTheRoadBelowVersion12() {
     setenv("NIVAREL_OBJECT_MODEL", "11", 1);

@@ -9,6 +9,9 @@
 #include "AddinFixture.h"
 #include "CConfig.h"
 #include "Shapes.h"
+#include "TextFrame.h"
+#include "Characters.h"
+#include "Workbooks.h"
 #include "frmAbout.h"
 #include "frmStart.h"
 
@@ -54,6 +57,81 @@ TEST_F(StartDialogTest, TheDialogOffersTheStoredSettingsAndReacts) {
   EXPECT_TRUE(form.IsGrid());
   EXPECT_TRUE(form.CustomLayout());
   EXPECT_EQ("", form.TemplateFilePath());
+}
+
+// The wide margins turn the page once; the user may turn it back, and that
+// stands.
+TEST_F(StartDialogTest, PowerPointMarginsTurnThePageOnce) {
+  rules::CConfig config;
+  config.CustomLayout = true;
+  config.Orientation = 1;
+  config.Margins = 0;
+  dialogs::frmStart form;
+  auto list = [&](const std::string& text) {
+    return [text](const host::UiDriver::DialogControl& c) { return c.kind == "list" && c.text == text; };
+  };
+  Drive([&] { form.Display(config); }, "  Start Flowcharting", [&] {
+    ASSERT_TRUE(FocusControl(list("Excel margins")));
+    Ui().PressDialogKey("DOWN");
+    EXPECT_TRUE(FocusControl(list("Word margins")));
+    EXPECT_TRUE(FocusControl(list("Portrait"))) << "other margins leave the page alone";
+    ASSERT_TRUE(FocusControl(list("Word margins")));
+    Ui().PressDialogKey("DOWN");
+    ASSERT_TRUE(FocusControl(list("Landscape"))) << "PowerPoint margins turn the page";
+    Ui().PressDialogKey("UP");
+    EXPECT_TRUE(FocusControl(list("PowerPoint margins")));
+    EXPECT_TRUE(FocusControl(list("Portrait"))) << "turned back by hand";
+    Ui().PressDialogKey("RETURN");
+  });
+  EXPECT_TRUE(form.OK());
+  EXPECT_EQ("2", form.Margins());
+  EXPECT_EQ(1, form.Orientation());
+}
+
+// A template is a sheet of a file of its own: the run copies it in behind
+// the active sheet and begins there; without a file the start is refused.
+TEST_F(StartDialogTest, ATemplateBecomesANewSheetWhereTheRunBegins) {
+  const std::string path = testing::ConfigHome() + "/swim lanes.ots";
+  {
+    host::Workbook source = App().GetWorkbooks().Add();
+    source.Sheet(1).GetShapes().AddTextbox(1, 20, 20, 120, 30).SetName("TEMPLATE title");
+    source.SaveAs(path);
+    source.Close();
+  }
+  book_->Activate();
+  for (int i = 0; i < 100 && !App().ActiveSheet()->SameAs(*sheet_); ++i)
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+  sheet_->SetDisplayPageBreaks(false);
+
+  auto empty_edit = [](const host::UiDriver::DialogControl& c) { return c.kind == "edit" && c.text.empty(); };
+  Drive([&] { Ui().RunCommand("vnd.nivarel:rxNivarelStartFlowcharting"); }, "  Start Flowcharting", [&] {
+    Ui().ClickInDialog("Load a template");
+    Ui().PressDialogKey("RETURN");
+    ASSERT_TRUE(WaitForTitle("Invalid Template"));
+    EXPECT_EQ("You have selected to load a template,\nbut the template file field is empty.", Ui().MessageText());
+    Ui().ClickButton("ok");
+    ASSERT_TRUE(WaitForDialog("  Start Flowcharting"));
+    ASSERT_TRUE(FocusControl(empty_edit)) << "the template file box";
+    Ui().TypeInDialog(path + ".missing");
+    Ui().PressDialogKey("RETURN");
+    ASSERT_TRUE(WaitForTitle("Invalid Template"));
+    EXPECT_EQ("The template file entered does not exist.", Ui().MessageText());
+    Ui().ClickButton("ok");
+    ASSERT_TRUE(WaitForDialog("  Start Flowcharting"));
+    Ui().TypeInDialog(path);  // the box has the focus, its text selected
+    Ui().PressDialogKey("RETURN");
+  });
+  ASSERT_EQ(2, book_->SheetCount()) << "the template's sheet came in";
+  host::Worksheet added = book_->Sheet(2);
+  EXPECT_TRUE(App().ActiveSheet()->SameAs(added));
+  EXPECT_TRUE(added.DisplayPageBreaks()) << "the template's page shows";
+  EXPECT_EQ(0, sheet_->GetShapes().Count()) << "the sheet the user was on stays as it was";
+  host::Shapes shapes = added.GetShapes();
+  for (int i = 0; i < 100 && shapes.Count() < 2; ++i) std::this_thread::sleep_for(std::chrono::milliseconds(50));
+  ASSERT_EQ(2, shapes.Count()) << "the template's title and the start terminator";
+  EXPECT_EQ("TEMPLATE title", shapes.Item(1).Name());
+  EXPECT_EQ("Start", shapes.Item(2).GetTextFrame().GetCharacters().Text());
+  EXPECT_EQ("", host::ReadLogFile());
 }
 
 TEST_F(StartDialogTest, CancellingTheStartChangesNeitherTheSettingsNorTheSheet) {
