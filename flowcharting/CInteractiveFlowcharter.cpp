@@ -257,7 +257,7 @@ void CInteractiveFlowcharter::m_ws_Change(const host::Range& target) {
         bool prompt = false;
         int16_t direction = 2;
         if (m_LastShapeName.empty()) {
-          prompt = host::GetNonTemplateShapeCount() >= 2;
+          prompt = host::GetNonTemplateShapeCount(*m_ws) >= 2;
           direction = m_Config.FlowDirection == 1 ? 1 : 2;
         } else {
           shapes::CShapeAlignment alignment;
@@ -285,7 +285,7 @@ void CInteractiveFlowcharter::m_ws_Change(const host::Range& target) {
 void CInteractiveFlowcharter::AddFlowLineConnector(bool prompt) {
   try {
     if (!m_ws) m_ws = host::ExcelApp->ActiveSheet();
-    if (host::GetNonTemplateShapeCount() < 2 || !m_Shape) return;
+    if (host::GetNonTemplateShapeCount(*m_ws) < 2 || !m_Shape) return;
     std::optional<host::Shape> previous;
     if (!m_LastShapeName.empty()) {
       try {
@@ -452,7 +452,7 @@ void CInteractiveFlowcharter::StopFlowcharting(bool skip) {
       if (AddStopTerminator()) {
         FitTerminator(*m_Shape, m_Symbols.GetWidth(kTerminator));
         bool prompt = false;
-        if (m_LastShapeName.empty()) prompt = host::GetNonTemplateShapeCount() >= 2;
+        if (m_LastShapeName.empty()) prompt = host::GetNonTemplateShapeCount(*m_ws) >= 2;
         if (m_Config.AddFlowLine) AddFlowLineConnector(prompt);
         try {
           m_ws->Cells(m_Shape->BottomRightCell().Row() + 1, m_Column).Select();

@@ -11,12 +11,21 @@
 namespace nivarel::host {
 
 long GetNonTemplateShapeCount() {
-  long count = 0;
   try {
     if (!ExcelApp) return 0;
     auto ws = ExcelApp->ActiveSheet();
     if (!ws || ws->TypeName() != "Worksheet") return 0;
-    Shapes shapes = ws->GetShapes();
+    return GetNonTemplateShapeCount(*ws);
+  } catch (...) {
+    ErrorHandler("MShapeRanges", "GetNonTemplateShapeCount", false);
+  }
+  return 0;
+}
+
+long GetNonTemplateShapeCount(const Worksheet& ws) {
+  long count = 0;
+  try {
+    Shapes shapes = ws.GetShapes();
     int n = shapes.Count();
     for (int i = 1; i <= n; ++i) {
       Shape shape = shapes.Item(i);

@@ -1,6 +1,8 @@
 // Counting the shapes of a flowchart on a sheet.
 #pragma once
 
+#include "Worksheet.h"
+
 namespace nivarel::host {
 
 // The shapes of the active sheet that make a flowchart: auto shapes, groups
@@ -8,5 +10,8 @@ namespace nivarel::host {
 // case) and the symbol key ("Flowchart Key", exactly). Lines, connectors and
 // pictures don't count; a group counts once.
 long GetNonTemplateShapeCount();
+// The same count on a given sheet: a run counts on its own sheet, whichever
+// document the office shows in front.
+long GetNonTemplateShapeCount(const Worksheet& ws);
 
 }  // namespace nivarel::host

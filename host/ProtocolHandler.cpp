@@ -1,6 +1,9 @@
 #include "ProtocolHandler.h"
 
+#include <algorithm>
 #include <functional>
+#include <mutex>
+#include <vector>
 
 #include <com/sun/star/awt/AsyncCallback.hpp>
 #include <com/sun/star/awt/XCallback.hpp>
@@ -8,6 +11,7 @@
 #include <com/sun/star/frame/FeatureStateEvent.hpp>
 #include <com/sun/star/frame/XStatusListener.hpp>
 #include <cppuhelper/implbase1.hxx>
+#include <com/sun/star/lang/DisposedException.hpp>
 #include <cppuhelper/supportsservice.hxx>
 
 #include "Uno.h"
@@ -30,7 +34,49 @@ class Deferred : public cppu::WeakImplHelper1<css::awt::XCallback> {
   std::function<void()> run_;
 };
 
+// The office's menu entries and buttons that watch a command's state.
+struct Watcher {
+  Reference<css::frame::XStatusListener> listener;
+  css::util::URL url;
+  Reference<css::frame::XDispatch> source;
+};
+std::mutex watchersMutex;
+std::vector<Watcher> watchers;
+
+void Tell(const Watcher& w) {
+  css::frame::FeatureStateEvent state;
+  state.Source = w.source;
+  state.FeatureURL = w.url;
+  OUString controlId;
+  state.IsEnabled = ProtocolHandler::IsCommand(w.url.Complete) && w.url.Complete.startsWith(kProtocol, &controlId) &&
+                    TheConnection().rxNivarel_GetEnabled(ToUtf8(controlId));
+  state.Requery = false;
+  w.listener->statusChanged(state);
+}
+
 }  // namespace
+
+void ProtocolHandler::Requery(const std::vector<std::string>& controlIds) {
+  std::vector<Watcher> due;
+  {
+    std::lock_guard<std::mutex> lock(watchersMutex);
+    for (const auto& w : watchers)
+      if (std::find(controlIds.begin(), controlIds.end(), ToUtf8(w.url.Complete.copy(sizeof kProtocol - 1))) !=
+          controlIds.end())
+        due.push_back(w);
+  }
+  for (const auto& w : due) {
+    try {
+      Tell(w);
+    } catch (const uno::Exception&) {
+      // A menu whose window has gone: forget it.
+      std::lock_guard<std::mutex> lock(watchersMutex);
+      watchers.erase(std::remove_if(watchers.begin(), watchers.end(),
+                                    [&](const Watcher& x) { return x.listener == w.listener; }),
+                     watchers.end());
+    }
+  }
+}
 
 ProtocolHandler::ProtocolHandler(const Reference<uno::XComponentContext>& context) : context_(context) {}
 
@@ -83,15 +129,21 @@ void ProtocolHandler::dispatch(const css::util::URL& url, const uno::Sequence<cs
 void ProtocolHandler::addStatusListener(const Reference<css::frame::XStatusListener>& listener,
                                         const css::util::URL& url) {
   if (!listener.is()) return;
-  css::frame::FeatureStateEvent state;
-  state.Source = static_cast<cppu::OWeakObject*>(this);
-  state.FeatureURL = url;
-  state.IsEnabled = IsCommand(url.Complete);
-  state.Requery = false;
-  listener->statusChanged(state);
+  Watcher w{listener, url, this};
+  if (IsCommand(url.Complete)) {
+    std::lock_guard<std::mutex> lock(watchersMutex);
+    watchers.push_back(w);
+  }
+  Tell(w);
 }
 
-void ProtocolHandler::removeStatusListener(const Reference<css::frame::XStatusListener>&, const css::util::URL&) {}
+void ProtocolHandler::removeStatusListener(const Reference<css::frame::XStatusListener>& listener,
+                                           const css::util::URL& url) {
+  std::lock_guard<std::mutex> lock(watchersMutex);
+  watchers.erase(std::remove_if(watchers.begin(), watchers.end(),
+                                [&](const Watcher& w) { return w.listener == listener && w.url.Complete == url.Complete; }),
+                 watchers.end());
+}
 
 void ProtocolHandler::initialize(const uno::Sequence<uno::Any>& arguments) {
   Reference<css::frame::XFrame> frame;

@@ -1,7 +1,11 @@
 // Receives the add-in's commands from the office's menus and toolbars: URLs of
 // the form "vnd.nivarel:<control id>", where the control id is "rxNivarel"
-// and a command name. Every such command reports itself enabled.
+// and a command name. Each command reports whether it is enabled, as the
+// connection answers, and again when the connection asks for a requery.
 #pragma once
+
+#include <string>
+#include <vector>
 
 #include <com/sun/star/frame/XDispatch.hpp>
 #include <com/sun/star/frame/XDispatchProvider.hpp>
@@ -24,6 +28,9 @@ class ProtocolHandler
   static com::sun::star::uno::Sequence<rtl::OUString> ServiceNames();
   // Whether a complete URL names one of the add-in's commands.
   static bool IsCommand(const rtl::OUString& url);
+  // Tells every menu entry and button that shows one of these commands its
+  // state anew.
+  static void Requery(const std::vector<std::string>& controlIds);
 
   // XDispatchProvider: this object for the add-in's commands, nothing otherwise.
   com::sun::star::uno::Reference<com::sun::star::frame::XDispatch> SAL_CALL queryDispatch(

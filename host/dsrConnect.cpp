@@ -1,6 +1,8 @@
 #include "dsrConnect.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <vector>
 #include <cstdlib>
 #include <exception>
 
@@ -10,6 +12,7 @@
 #include "MSpecialFolders.h"
 #include "MUtilities.h"
 #include "MsgBox.h"
+#include "ProtocolHandler.h"
 
 namespace nivarel::host {
 
@@ -74,11 +77,12 @@ void dsrConnect::AddinInstance_OnConnection(const Application& application) {
 
 void dsrConnect::AddinInstance_OnStartupComplete() {
   try {
+    // Complete first: the menus ask for their state at once.
+    m_StartupComplete = true;
     if (ExcelVersion >= 12) {
       InvalidateRibbonContols();
       InvalidateFeatureRibbonControls();
     }
-    m_StartupComplete = true;
   } catch (...) {
     ErrorHandler(kSource, "AddinInstance_OnStartupComplete", true);
   }
@@ -206,12 +210,33 @@ void dsrConnect::InterruptFlowchartSession() {
   }
 }
 
-void dsrConnect::InvalidateRibbonContols() {
-  // SEAM: the menu's and toolbar's session commands ask for their state anew.
+namespace {
+const std::vector<std::string> kSessionControls = {"rxNivarelCreateKey", "rxNivarelExtractText",
+                                                   "rxNivarelNivarelSettings", "rxNivarelStartFlowcharting",
+                                                   "rxNivarelStopFlowcharting"};
+const std::vector<std::string> kFeatureControls = {"rxNivarelApplyStyles", "rxNivarelStyleWizard",
+                                                   "rxNivarelFlowchartWizard", "rxNivarelSavePicture",
+                                                   "rxNivarelCreateTemplate"};
+bool Among(const std::vector<std::string>& ids, const std::string& id) {
+  return std::find(ids.begin(), ids.end(), id) != ids.end();
+}
+}  // namespace
+
+bool dsrConnect::rxNivarel_GetEnabled(const std::string& controlId) {
+  try {
+    if (!Among(kSessionControls, controlId) && !Among(kFeatureControls, controlId)) return true;
+    if (!m_StartupComplete) return false;
+    if (!m_EventHandler) m_EventHandler = std::make_unique<CEventHandler>();
+    bool running = m_EventHandler->FlowchartingInProgress();
+    return controlId == "rxNivarelStopFlowcharting" ? running : !running;
+  } catch (...) {
+    ErrorHandler(kSource, "rxNivarel_GetEnabled", false);
+    return false;
+  }
 }
 
-void dsrConnect::InvalidateFeatureRibbonControls() {
-  // SEAM: the feature commands ask for their state anew.
-}
+void dsrConnect::InvalidateRibbonContols() { ProtocolHandler::Requery(kSessionControls); }
+
+void dsrConnect::InvalidateFeatureRibbonControls() { ProtocolHandler::Requery(kFeatureControls); }
 
 }  // namespace nivarel::host

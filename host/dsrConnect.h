@@ -35,6 +35,10 @@ class dsrConnect {
   // refused for a shared document or a cell being edited, else run by its key.
   // An unknown key does nothing. Errors reach the user.
   void rxNivarel_OnAction(const std::string& controlId);
+  // Whether a command is offered now: nothing before start-up is complete;
+  // during a session only Stop among the session's commands, else all but Stop.
+  // Commands outside the session's set are always offered.
+  bool rxNivarel_GetEnabled(const std::string& controlId);
 
   // Ends a running flowcharting session because its workbook is being closed,
   // printed or saved; the office's action goes on.

@@ -7,6 +7,7 @@
 #include <fstream>
 
 #include "AddinFixture.h"
+#include "AddinProbe.h"
 #include "CConfig.h"
 #include "CInteractiveFlowcharter.h"
 #include "ConnectorFormat.h"
@@ -251,6 +252,10 @@ class MenuRunTest : public testing::AddinFixture {};
 // The run as the user starts it: from the menu, inside the office, with the
 // shipped settings; stopping offers the end terminator at the cursor.
 TEST_F(MenuRunTest, TheMenuStartsARunInsideTheOfficeAndStopsItWithAnEnd) {
+  const std::string start = "vnd.nivarel:rxNivarelStartFlowcharting", stop = "vnd.nivarel:rxNivarelStopFlowcharting";
+  EXPECT_TRUE(host::CommandEnabled(App(), start));
+  EXPECT_FALSE(host::CommandEnabled(App(), stop)) << "nothing to stop yet";
+  EXPECT_TRUE(host::CommandEnabled(App(), "vnd.nivarel:rxNivarelGroupAllShapes"));
   Drive([&] { Ui().RunCommand("vnd.nivarel:rxNivarelStartFlowcharting"); }, "  Start Flowcharting",
         [&] { Ui().PressDialogKey("RETURN"); });
   host::Shapes shapes = sheet_->GetShapes();
@@ -261,6 +266,10 @@ TEST_F(MenuRunTest, TheMenuStartsARunInsideTheOfficeAndStopsItWithAnEnd) {
   EXPECT_NEAR(far.Height(), far.Width(), 0.1) << "the sheet is a square grid";
   EXPECT_EQ(0xFFFFFF, far.GetInterior().Color()) << "filled white, which hides the gridlines";
   EXPECT_FALSE(App().ActiveWindow()->DisplayGridlines());
+  EXPECT_FALSE(host::CommandEnabled(App(), start)) << "one run at a time";
+  EXPECT_FALSE(host::CommandEnabled(App(), "vnd.nivarel:rxNivarelFlowchartWizard"));
+  EXPECT_TRUE(host::CommandEnabled(App(), stop));
+  EXPECT_TRUE(host::CommandEnabled(App(), "vnd.nivarel:rxNivarelGroupAllShapes")) << "not a session command";
   Ui().TypeIntoCell(App().ActiveCell()->Address(false), "check the order");
   EXPECT_EQ(3, shapes.Count()) << "the step and its line";
 
@@ -275,6 +284,8 @@ TEST_F(MenuRunTest, TheMenuStartsARunInsideTheOfficeAndStopsItWithAnEnd) {
   for (int i = 1; i <= shapes.Count(); ++i)
     end = end || (shapes.Item(i).AutoShapeType() == 69 && shapes.Item(i).GetTextFrame().GetCharacters().Text() == "End");
   EXPECT_TRUE(end) << "the end terminator with the stored text";
+  EXPECT_TRUE(host::CommandEnabled(App(), start)) << "Start is offered again";
+  EXPECT_FALSE(host::CommandEnabled(App(), stop));
   EXPECT_EQ("", host::ReadLogFile());
 }
 
