@@ -74,13 +74,27 @@ class AddinFixture : public OfficeTest {
     shown.wait_for(std::chrono::seconds(5));
     for (int i = 0; shown.wait_for(std::chrono::milliseconds(500)) != std::future_status::ready; ++i) {
       if (i == 0) ADD_FAILURE() << "the window '" << Ui().Title() << "' was left open";
-      try {
-        if (i < 20) Ui().PressDialogKey("ESC");
-      } catch (const std::exception&) {
-        // No window to close yet.
-      }
+      if (i < 20) CloseTopWindow();
     }
     shown.get();
+  }
+
+  // Closes the window in front: a dialog with Escape, a message box, which
+  // the robot cannot reach, by its own buttons.
+  void CloseTopWindow() {
+    try {
+      Ui().PressDialogKey("ESC");
+      return;
+    } catch (const std::exception&) {
+    }
+    for (const char* button : {"cancel", "no", "ok"}) {
+      try {
+        Ui().ClickButton(button);
+        return;
+      } catch (const std::exception&) {
+        // No such button, or no window to close yet.
+      }
+    }
   }
 
   // Waits until the window with the focus has this title.

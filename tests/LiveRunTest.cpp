@@ -82,6 +82,18 @@ class LiveRunTest : public testing::AddinFixture {
     return false;
   }
   std::string Text(const Shape& s) { return s.GetTextFrame().GetCharacters().Text(); }
+  // The sheet's shapes and where each line's ends are glued, for a failure's message.
+  std::string LinesText() {
+    std::string out = "shapes:";
+    host::Shapes shapes = sheet_->GetShapes();
+    for (int i = 1; i <= shapes.Count(); ++i) out += " '" + shapes.Item(i).Name() + "'";
+    for (Shape& line : Lines()) {
+      auto begin = line.GetConnectorFormat().BeginConnectedShape();
+      auto end = line.GetConnectorFormat().EndConnectedShape();
+      out += "; " + line.Name() + ": " + (begin ? begin->Name() : "-") + " -> " + (end ? end->Name() : "-");
+    }
+    return out;
+  }
 
   std::unique_ptr<testing::SettingsFolder> folder_;
   rules::CConfig config_;
@@ -110,7 +122,7 @@ TEST_F(LiveRunTest, TypedStepsBecomeJoinedSymbolsAndTheCursorMovesOn) {
   EXPECT_EQ("Receive the order", Text(order)) << "capitalised";
   EXPECT_NEAR(sheet_->GetRange(first).Top(), order.Top(), 0.1) << "at the cell's top";
   EXPECT_EQ("", sheet_->GetRange(first).Value()) << "the step leaves its cell";
-  EXPECT_TRUE(Joined(start, order));
+  EXPECT_TRUE(Joined(start, order)) << LinesText();
   EXPECT_NEAR(start.Left() + start.Width() / 2, order.Left() + order.Width() / 2, 0.5) << "centred under the start";
   EXPECT_EQ(order.BottomRightCell().Row() + 3, App().ActiveCell()->Row());
   EXPECT_EQ(3, App().ActiveCell()->Column()) << "the run stays in its column";
@@ -122,7 +134,7 @@ TEST_F(LiveRunTest, TypedStepsBecomeJoinedSymbolsAndTheCursorMovesOn) {
   Shape decision = Symbols()[2].GroupItems()[0];
   EXPECT_EQ(63, decision.AutoShapeType());
   EXPECT_EQ(3u, Symbols()[2].GroupItems().size());
-  EXPECT_TRUE(Joined(order, decision));
+  EXPECT_TRUE(Joined(order, decision)) << LinesText();
   EXPECT_EQ(decision.BottomRightCell().Row() + 3, App().ActiveCell()->Row());
 
   // A label leaves the cursor and the previous shape as they were: the next
@@ -134,7 +146,7 @@ TEST_F(LiveRunTest, TypedStepsBecomeJoinedSymbolsAndTheCursorMovesOn) {
   Step("ship it");
   Shape ship = Symbols().back();
   EXPECT_EQ("Ship it", Text(ship));
-  EXPECT_TRUE(Joined(decision, ship));
+  EXPECT_TRUE(Joined(decision, ship)) << LinesText();
 
   // Stopping without a terminator still puts the lines behind and takes the
   // guides away.
@@ -165,8 +177,8 @@ TEST_F(LiveRunTest, APastedColumnIsDrawnStepByStepWhereTheRunWantsIt) {
   EXPECT_NEAR(sheet_->GetRange(first).Top(), symbols[1].Top(), 0.1) << "the first at its own cell";
   EXPECT_EQ(symbols[1].BottomRightCell().Row() + 3, symbols[2].TopLeftCell().Row()) << "the others where the run chose";
   EXPECT_EQ(symbols[2].BottomRightCell().Row() + 3, symbols[3].TopLeftCell().Row());
-  EXPECT_TRUE(Joined(symbols[1], symbols[2]));
-  EXPECT_TRUE(Joined(symbols[2], symbols[3]));
+  EXPECT_TRUE(Joined(symbols[1], symbols[2])) << LinesText();
+  EXPECT_TRUE(Joined(symbols[2], symbols[3])) << LinesText();
 }
 
 TEST_F(LiveRunTest, ConnectorsInANewColumnStandAloneAndAnEndIsFoundByItsText) {
@@ -180,13 +192,13 @@ TEST_F(LiveRunTest, ConnectorsInANewColumnStandAloneAndAnEndIsFoundByItsText) {
   ASSERT_EQ(3u, symbols.size());
   EXPECT_EQ(74, symbols[1].AutoShapeType());
   EXPECT_FALSE(Joined(symbols[0], symbols[1])) << "a reference to elsewhere needs no line";
-  EXPECT_TRUE(Joined(symbols[1], symbols[2]));
+  EXPECT_TRUE(Joined(symbols[1], symbols[2])) << LinesText();
 
   // An on-page connector in the same column is joined like any step.
   Step("a");
   ASSERT_EQ(4u, Symbols().size());
   EXPECT_EQ(73, Symbols()[3].AutoShapeType());
-  EXPECT_TRUE(Joined(Symbols()[2], Symbols()[3]));
+  EXPECT_TRUE(Joined(Symbols()[2], Symbols()[3])) << LinesText();
 
   // A terminator reading "Send" holds END: stopping finds it and asks nothing.
   Shape end = sheet_->GetShapes().AddShape(69, 300, 400, 80, 30);
