@@ -132,9 +132,14 @@ class DocumentEvents : public cppu::WeakImplHelper1<css::document::XDocumentEven
     OfficeThreadScope scope;
     const OUString& n = e.EventName;
     try {
-      if (n == "OnPrepareUnload")
+      if (n == "OnPrepareUnload") {
+        closing_ = true;
         f_(Workbook::Event::BeforeClose);
-      else if (n == "OnPrint")
+      } else if (n == "OnUnload") {
+        // A close by a program (the model's own close) skips the warning
+        // above: the unload is the last word before the document goes.
+        if (!closing_) f_(Workbook::Event::BeforeClose);
+      } else if (n == "OnPrint")
         f_(Workbook::Event::BeforePrint);
       else if (n == "OnSave" || n == "OnSaveAs")
         f_(Workbook::Event::BeforeSave);
@@ -146,6 +151,7 @@ class DocumentEvents : public cppu::WeakImplHelper1<css::document::XDocumentEven
 
  private:
   std::function<void(Workbook::Event)> f_;
+  bool closing_ = false;  // this close was told at its warning
 };
 
 }  // namespace

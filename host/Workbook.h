@@ -33,7 +33,8 @@ class Workbook {
   bool SameAs(const Workbook& other) const;
 
   enum class Event { BeforeClose, BeforePrint, BeforeSave };
-  // Called before the document closes, prints or saves; the office's action goes on.
+  // Called before the document closes, prints or saves; the office's action goes on. A close is
+  // told once, whether the user or a program closes the document.
   Subscription OnEvent(std::function<void(Event)> handler);
 
   const std::shared_ptr<WorkbookImpl>& Impl() const { return impl_; }
