@@ -13,7 +13,9 @@
 #include <com/sun/star/frame/XStorable.hpp>
 #include <com/sun/star/sheet/XSpreadsheetView.hpp>
 #include <com/sun/star/util/XCloseable.hpp>
+#include <com/sun/star/view/XPrintable.hpp>
 #include <cppuhelper/implbase1.hxx>
+#include <osl/file.hxx>
 
 #include "Uno.h"
 
@@ -86,6 +88,22 @@ void Workbook::SaveAs(const std::string& path) {
     args.getArray()[1].Value <<= true;
     // The document becomes that file, as after the user's Save As.
     store->storeAsURL(ToOu("file://" + std::filesystem::absolute(path).string()), args);
+  });
+}
+
+void Workbook::PrintOut(const std::string& path) {
+  Call("Workbook.PrintOut", [&] {
+    OUString url;
+    if (osl::FileBase::getFileURLFromSystemPath(ToOu(std::filesystem::absolute(path).string()), url) !=
+        osl::FileBase::E_None)
+      throw HostError(HostError::kInvalidArgument, "'" + path + "' is not a valid file name");
+    Reference<css::view::XPrintable> printable(impl_->document, uno::UNO_QUERY_THROW);
+    uno::Sequence<css::beans::PropertyValue> options(2);
+    options.getArray()[0].Name = "FileName";
+    options.getArray()[0].Value <<= url;
+    options.getArray()[1].Name = "Wait";
+    options.getArray()[1].Value <<= true;
+    printable->print(options);
   });
 }
 

@@ -27,6 +27,9 @@ class Workbook {
   // Saves under path, which the document then stands for; the format follows the extension (.ods, .xlsx, .xls,
   // .xltx, .xlt, .ots).
   void SaveAs(const std::string& path);
+  // Prints the whole document into the file at path instead of to a printer,
+  // and returns when the printing is done; the document's print event fires.
+  void PrintOut(const std::string& path);
   bool MultiUserEditing() const;
   void Close();
   void Activate();
