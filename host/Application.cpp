@@ -44,9 +44,14 @@ namespace nivarel::host {
 
 namespace {
 
+// The spreadsheet in front. Another kind of document in front (a chart or a
+// text in a window of its own) means there is none. Only when no document
+// is in front at all (an invisible office, a window just closed) does the
+// last spreadsheet the office lists stand in.
 Reference<css::sheet::XSpreadsheetDocument> CurrentDocument(const HostSession& s) {
-  Reference<css::sheet::XSpreadsheetDocument> doc(s.desktop->getCurrentComponent(), uno::UNO_QUERY);
-  if (doc.is()) return doc;
+  Reference<css::lang::XComponent> current = s.desktop->getCurrentComponent();
+  Reference<css::sheet::XSpreadsheetDocument> doc(current, uno::UNO_QUERY);
+  if (doc.is() || current.is()) return doc;
   auto e = s.desktop->getComponents()->createEnumeration();
   Reference<css::sheet::XSpreadsheetDocument> last;
   while (e->hasMoreElements()) {

@@ -15,7 +15,9 @@
 #include <com/sun/star/sheet/XSpreadsheets2.hpp>
 #include <com/sun/star/sheet/XSpreadsheetView.hpp>
 #include <com/sun/star/util/XCloseable.hpp>
+#include <com/sun/star/view/XPrintable.hpp>
 #include <cppuhelper/implbase1.hxx>
+#include <osl/file.hxx>
 
 #include "Uno.h"
 
@@ -116,6 +118,22 @@ void Workbook::SaveAs(const std::string& path) {
   });
 }
 
+void Workbook::PrintOut(const std::string& path) {
+  Call("Workbook.PrintOut", [&] {
+    OUString url;
+    if (osl::FileBase::getFileURLFromSystemPath(ToOu(std::filesystem::absolute(path).string()), url) !=
+        osl::FileBase::E_None)
+      throw HostError(HostError::kInvalidArgument, "'" + path + "' is not a valid file name");
+    Reference<css::view::XPrintable> printable(impl_->document, uno::UNO_QUERY_THROW);
+    uno::Sequence<css::beans::PropertyValue> options(2);
+    options.getArray()[0].Name = "FileName";
+    options.getArray()[0].Value <<= url;
+    options.getArray()[1].Name = "Wait";
+    options.getArray()[1].Value <<= true;
+    printable->print(options);
+  });
+}
+
 bool Workbook::MultiUserEditing() const {
   return Call("Workbook.MultiUserEditing", [&] {
     // A shared document is edited in a private copy: the model's location
@@ -159,9 +177,14 @@ class DocumentEvents : public cppu::WeakImplHelper1<css::document::XDocumentEven
     OfficeThreadScope scope;
     const OUString& n = e.EventName;
     try {
-      if (n == "OnPrepareUnload")
+      if (n == "OnPrepareUnload") {
+        closing_ = true;
         f_(Workbook::Event::BeforeClose);
-      else if (n == "OnPrint")
+      } else if (n == "OnUnload") {
+        // A close by a program (the model's own close) skips the warning
+        // above: the unload is the last word before the document goes.
+        if (!closing_) f_(Workbook::Event::BeforeClose);
+      } else if (n == "OnPrint")
         f_(Workbook::Event::BeforePrint);
       else if (n == "OnSave" || n == "OnSaveAs")
         f_(Workbook::Event::BeforeSave);
@@ -173,6 +196,7 @@ class DocumentEvents : public cppu::WeakImplHelper1<css::document::XDocumentEven
 
  private:
   std::function<void(Workbook::Event)> f_;
+  bool closing_ = false;  // this close was told at its warning
 };
 
 }  // namespace

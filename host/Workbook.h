@@ -31,13 +31,17 @@ class Workbook {
   // Saves under path, which the document then stands for; the format follows the extension (.ods, .xlsx, .xls,
   // .xltx, .xlt, .ots).
   void SaveAs(const std::string& path);
+  // Prints the whole document into the file at path instead of to a printer,
+  // and returns when the printing is done; the document's print event fires.
+  void PrintOut(const std::string& path);
   bool MultiUserEditing() const;
   void Close();
   void Activate();
   bool SameAs(const Workbook& other) const;
 
   enum class Event { BeforeClose, BeforePrint, BeforeSave };
-  // Called before the document closes, prints or saves; the office's action goes on.
+  // Called before the document closes, prints or saves; the office's action goes on. A close is
+  // told once, whether the user or a program closes the document.
   Subscription OnEvent(std::function<void(Event)> handler);
 
   const std::shared_ptr<WorkbookImpl>& Impl() const { return impl_; }
