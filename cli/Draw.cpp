@@ -3,6 +3,8 @@
 #include <stdlib.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <cctype>
 #include <chrono>
 #include <filesystem>
 #include <fstream>
@@ -16,6 +18,8 @@
 #include "HostError.h"
 #include "MSpecialFolders.h"
 #include "OfficeProcess.h"
+#include "Range.h"
+#include "Shape.h"
 #include "Shapes.h"
 #include "UiDriver.h"
 
@@ -62,6 +66,28 @@ bool WaitFor(F ready, int timeoutMs) {
 // Answers a prompt that a step or the stop brings up (branch label texts,
 // the end terminator) with its default button, as a user happy with the
 // offer would.
+// A line that drops a note on the sheet rather than a step.
+bool IsLabel(const std::string& step) {
+  size_t b = step.find_first_not_of(" \t");
+  if (b == std::string::npos || step.size() < b + 4) return false;
+  std::string head = step.substr(b, 4);
+  for (auto& c : head) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+  return head == "LBL:";
+}
+
+// The cell one column right of the chart's last symbol, two rows above the
+// next step's row.
+std::string BesideTheChart(const Worksheet& sheet, Shapes& shapes, int nextRow) {
+  int column = 1;
+  for (int i = shapes.Count(); i >= 1; --i) {
+    Shape s = shapes.Item(i);
+    if (s.Connector()) continue;
+    column = s.BottomRightCell().Column() + 1;
+    break;
+  }
+  return sheet.Cells(std::max(1, nextRow - 2), column).Address(false);
+}
+
 void AcceptPrompts(UiDriver& ui) {
   for (int i = 0; i < 5; ++i) {
     if (!WaitFor([&] { return !ui.DialogTitle().empty(); }, i == 0 ? 500 : 200)) return;
@@ -141,6 +167,15 @@ int Draw(const DrawOptions& options, std::istream& in, std::ostream& out, std::o
         if (step.find_first_not_of(" \t") == std::string::npos) continue;
         auto cell = app.ActiveCell();
         if (!cell) throw HostError(HostError::kOfficeFailure, "no cell is selected");
+        if (IsLabel(step)) {
+          // A note goes beside the chart, as a person would put it: right
+          // of the last symbol, above the cell where the next step goes;
+          // then the cursor goes back there.
+          std::string next = cell->Address(false);
+          ui.TypeIntoCell(BesideTheChart(sheet, shapes, cell->Row()), step);
+          ui.SelectCell(next);
+          continue;
+        }
         ui.TypeIntoCell(cell->Address(false), step);
         AcceptPrompts(ui);
       }
