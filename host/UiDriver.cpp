@@ -279,7 +279,12 @@ void PostKey(const Reference<awt::XToolkitRobot>& robot, const Reference<awt::XW
   event.KeyChar = ch;
   event.Modifiers = modifiers;
   robot->keyPress(event);
-  robot->keyRelease(event);
+  try {
+    robot->keyRelease(event);
+  } catch (const uno::RuntimeException&) {
+    // The press closed the window (a default button, a mnemonic): its
+    // release has nowhere to go.
+  }
 }
 
 // The key code that a character's key sends, and whether it needs Shift.

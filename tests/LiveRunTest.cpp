@@ -16,6 +16,7 @@
 #include "Range.h"
 #include "Shape.h"
 #include "Shapes.h"
+#include "UserSettings.h"
 #include "Window.h"
 
 namespace nivarel {
@@ -274,6 +275,9 @@ TEST_F(MenuRunTest, TheMenuStartsARunInsideTheOfficeAndStopsItWithAnEnd) {
   for (int i = 0; i < 100 && shapes.Count() == 0; ++i) std::this_thread::sleep_for(std::chrono::milliseconds(50));
   ASSERT_EQ(1, shapes.Count()) << "the start terminator";
   EXPECT_EQ("Start", shapes.Item(1).GetTextFrame().GetCharacters().Text());
+  EXPECT_EQ("C3", shapes.Item(1).TopLeftCell().Address(false)) << "the stored start cell";
+  EXPECT_EQ(3, App().ActiveCell()->Column()) << "the cursor waits under the terminator";
+  EXPECT_GT(App().ActiveCell()->Row(), shapes.Item(1).BottomRightCell().Row());
   host::Range far = sheet_->GetRange("M60");
   EXPECT_NEAR(far.Height(), far.Width(), 0.1) << "the sheet is a square grid";
   EXPECT_EQ(0xFFFFFF, far.GetInterior().Color()) << "filled white, which hides the gridlines";
@@ -329,11 +333,27 @@ TEST_F(MenuRunTest, AChartOnTheSheetRestartsTheRunAfterTheNote) {
         [&] { Ui().PressDialogKey("ESC"); });
 
   shapes.AddShape(host::msoShapeFlowchartProcess, 200, 200, 100, 40);
-  Drive([&] { Ui().RunCommand("vnd.nivarel:rxNivarelStartFlowcharting"); }, " Restart Flowcharting",
-        [&] { Ui().PressDialogKey("RETURN"); });
+  Drive([&] { Ui().RunCommand("vnd.nivarel:rxNivarelStartFlowcharting"); }, " Restart Flowcharting", [&] {
+    Ui().ClickInDialog("Don't show this message again");
+    Ui().PressDialogKey("RETURN");
+  });
   Ui().TypeIntoCell("C20", "go on");
   EXPECT_EQ(3, shapes.Count()) << "the run listens again: the step became a symbol";
   EXPECT_EQ("", sheet_->GetRange("C20").Value());
+
+  // Told not to, the note stays away the next time, and the run restarts.
+  Drive([&] { Ui().RunCommand("vnd.nivarel:rxNivarelStopFlowcharting"); }, " Add End Terminator?",
+        [&] { Ui().PressDialogKey("ALT+N"); });
+  auto restarted = std::async(std::launch::async, [&] { Ui().RunCommand("vnd.nivarel:rxNivarelStartFlowcharting"); });
+  if (restarted.wait_for(std::chrono::seconds(10)) != std::future_status::ready) {
+    ADD_FAILURE() << "a window came: '" << Ui().Title() << "'";
+    CloseTopWindow();
+  }
+  restarted.get();
+  host::SaveSetting("Nivarel", "Settings", "ShowRestart", "True");
+  int before = shapes.Count();
+  Ui().TypeIntoCell("C40", "and on");
+  EXPECT_EQ(before + 1, shapes.Count()) << "restarted: the step became a symbol";
 }
 
 }  // namespace
