@@ -17,6 +17,7 @@
 #include <com/sun/star/frame/FeatureStateEvent.hpp>
 #include <com/sun/star/frame/XDispatchProvider.hpp>
 #include <com/sun/star/frame/XStatusListener.hpp>
+#include <com/sun/star/lang/DisposedException.hpp>
 #include <com/sun/star/util/URLTransformer.hpp>
 #include <cppuhelper/implbase1.hxx>
 #include <osl/file.hxx>
@@ -132,7 +133,11 @@ void Application::SetScreenUpdating(bool on) {
     } else {
       auto model = session_->lockedModel;
       session_->lockedModel.clear();
-      if (model.is() && model->hasControllersLocked()) model->unlockControllers();
+      try {
+        if (model.is() && model->hasControllersLocked()) model->unlockControllers();
+      } catch (const css::lang::DisposedException&) {
+        // The document was closed while its screen was off: nothing to show.
+      }
     }
   });
   session_->screenUpdating = on;

@@ -79,10 +79,18 @@ void RunOnOfficeThread(const std::function<void()>& f) {
   } catch (const uno::Exception& e) {
     throw HostError(HostError::kOfficeFailure, "The office cannot be reached: " + ToUtf8(e.Message));
   }
-  // A modal box may keep the office busy for a while; a dead office is the
-  // caller's watchdog's business.
-  if (done.wait_for(std::chrono::minutes(10)) != std::future_status::ready)
-    throw HostError(HostError::kOfficeFailure, "The office did not get to the work");
+  // A modal box may keep the office busy for a while; an office that has
+  // gone will never get to the work.
+  auto end = std::chrono::steady_clock::now() + std::chrono::minutes(10);
+  while (done.wait_for(std::chrono::seconds(1)) != std::future_status::ready) {
+    try {
+      context->getServiceManager();
+    } catch (const uno::Exception&) {
+      throw HostError(HostError::kOfficeFailure, "The office has gone");
+    }
+    if (std::chrono::steady_clock::now() > end)
+      throw HostError(HostError::kOfficeFailure, "The office did not get to the work");
+  }
   done.get();
 }
 

@@ -278,13 +278,14 @@ void PostKey(const Reference<awt::XToolkitRobot>& robot, const Reference<awt::XW
   event.KeyCode = code;
   event.KeyChar = ch;
   event.Modifiers = modifiers;
-  robot->keyPress(event);
-  try {
+  // Both in one go on the office's thread, before it handles either: a
+  // press that closes the window then also takes its release away with it.
+  // Posted one by one from beside, the release could go to a window that the
+  // press had already closed, which brings the office down.
+  Call("UiDriver.Key", [&] {
+    robot->keyPress(event);
     robot->keyRelease(event);
-  } catch (const uno::RuntimeException&) {
-    // The press closed the window (a default button, a mnemonic): its
-    // release has nowhere to go.
-  }
+  });
 }
 
 // The key code that a character's key sends, and whether it needs Shift.

@@ -16,7 +16,9 @@ bool Window::DisplayGridlines() const {
 void Window::SetDisplayGridlines(bool on) {
   Call("Window.DisplayGridlines", [&] {
     Reference<css::beans::XPropertySet> view(book_->Model()->getCurrentController(), uno::UNO_QUERY_THROW);
-    SetProp(view, "ShowGrid", on);
+    // Setting the view's options, even to what they are, has the office
+    // redo its view; a run sets this on every step.
+    if (GetProp<bool>(view, "ShowGrid") != on) SetProp(view, "ShowGrid", on);
   });
 }
 

@@ -346,8 +346,15 @@ TEST_F(MenuRunTest, AChartOnTheSheetRestartsTheRunAfterTheNote) {
         [&] { Ui().PressDialogKey("ALT+N"); });
   auto restarted = std::async(std::launch::async, [&] { Ui().RunCommand("vnd.nivarel:rxNivarelStartFlowcharting"); });
   if (restarted.wait_for(std::chrono::seconds(10)) != std::future_status::ready) {
-    ADD_FAILURE() << "a window came: '" << Ui().Title() << "'";
-    CloseTopWindow();
+    std::string title;
+    try {
+      title = Ui().Title();
+    } catch (const std::exception& e) {
+      title = e.what();
+    }
+    ADD_FAILURE() << "the restart did not return; in front: '" << title << "'";
+    for (int i = 0; i < 20 && restarted.wait_for(std::chrono::milliseconds(500)) != std::future_status::ready; ++i)
+      CloseTopWindow();
   }
   restarted.get();
   host::SaveSetting("Nivarel", "Settings", "ShowRestart", "True");
