@@ -11,7 +11,6 @@
 #include <com/sun/star/frame/FeatureStateEvent.hpp>
 #include <com/sun/star/frame/XStatusListener.hpp>
 #include <cppuhelper/implbase1.hxx>
-#include <com/sun/star/lang/DisposedException.hpp>
 #include <cppuhelper/supportsservice.hxx>
 
 #include "Uno.h"
@@ -43,13 +42,19 @@ struct Watcher {
 std::mutex watchersMutex;
 std::vector<Watcher> watchers;
 
+// The control id that a command URL names; empty for any other URL.
+std::string ControlIdOf(const OUString& url) {
+  OUString controlId;
+  if (!ProtocolHandler::IsCommand(url) || !url.startsWith(kProtocol, &controlId)) return {};
+  return ToUtf8(controlId);
+}
+
 void Tell(const Watcher& w) {
   css::frame::FeatureStateEvent state;
   state.Source = w.source;
   state.FeatureURL = w.url;
-  OUString controlId;
-  state.IsEnabled = ProtocolHandler::IsCommand(w.url.Complete) && w.url.Complete.startsWith(kProtocol, &controlId) &&
-                    TheConnection().rxNivarel_GetEnabled(ToUtf8(controlId));
+  std::string controlId = ControlIdOf(w.url.Complete);
+  state.IsEnabled = !controlId.empty() && TheConnection().rxNivarel_GetEnabled(controlId);
   state.Requery = false;
   w.listener->statusChanged(state);
 }
@@ -61,8 +66,7 @@ void ProtocolHandler::Requery(const std::vector<std::string>& controlIds) {
   {
     std::lock_guard<std::mutex> lock(watchersMutex);
     for (const auto& w : watchers)
-      if (std::find(controlIds.begin(), controlIds.end(), ToUtf8(w.url.Complete.copy(sizeof kProtocol - 1))) !=
-          controlIds.end())
+      if (std::find(controlIds.begin(), controlIds.end(), ControlIdOf(w.url.Complete)) != controlIds.end())
         due.push_back(w);
   }
   for (const auto& w : due) {

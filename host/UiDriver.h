@@ -24,7 +24,9 @@ class UiDriver {
   // Selects the cell, types the text and commits it with Enter.
   void TypeIntoCell(const std::string& address, const std::string& text);
 
-  // Runs an office command (".uno:..."); with a dialog, returns once it shows.
+  // Runs an office command (".uno:..." or the add-in's) on the office's
+  // thread, as a menu click does, and returns when it is done; with
+  // opensDialog it is only handed to the office's event loop, and returns at once.
   void RunCommand(const std::string& command, bool opensDialog = false);
   // The identifier of the window that has the focus (a dialog's id when one shows).
   std::string FocusWindowId() const;
