@@ -20,6 +20,8 @@
 #include "TextConvert.h"
 #include "TextFrame.h"
 #include "TextFrame2.h"
+#include "AddedShapes.h"
+#include "UndoList.h"
 #include "TextEncoding.h"
 #include "Window.h"
 #include "frmTerminator.h"
@@ -34,6 +36,11 @@ constexpr int16_t kTerminator = 69;
 constexpr int16_t kConnector = 73;
 constexpr int16_t kOffPageConnector = 74;
 constexpr int kGrey = 15;
+// Every undo entry of the add-in's own is named so.
+constexpr char kEntryPrefix[] = "Nivarel: ";
+// An edit of more cells than this (a whole column cleared, say) keeps its
+// own undo entry.
+constexpr long kLargestEditTakenOver = 10000;
 
 // Turns screen updates and events back on however the handler ends.
 class Restore {
@@ -50,6 +57,18 @@ class Restore {
 };
 
 bool IsCallout(int type) { return type >= 105 && type <= 124; }
+
+// Drawing runs unrecorded by the office: AddedShapes records the shapes it
+// adds. The office's own records of a program's drawing would not survive
+// being undone beside a cell's (see docs/platform.md), so cells are never
+// changed inside it.
+class Drawing {
+ public:
+  explicit Drawing(const host::Worksheet& sheet) : pause_(sheet.Parent()) {}
+
+ private:
+  host::UndoList::Pause pause_;
+};
 
 }  // namespace
 
@@ -147,6 +166,9 @@ bool CInteractiveFlowcharter::StartFlowcharting(const rules::CConfig& config) {
     m_Text = m_Config.StartTerminatorText;
     if (m_Config.StartTerminator) {
       m_ShapeType = kTerminator;
+      UpdateSheetGuides();
+      host::AddedShapes added(*m_ws);
+      Drawing drawing(*m_ws);
       int16_t width = m_Symbols.GetWidth(kTerminator);
       host::Shape shape = m_ws->GetShapes().AddShape(kTerminator, m_NextCell->Left(), m_NextCell->Top(),
                                                      width * host::GlobalRowHeight,
@@ -155,7 +177,6 @@ bool CInteractiveFlowcharter::StartFlowcharting(const rules::CConfig& config) {
       m_Formatter.SetAllFormatSettings(shape, m_Config, m_Symbols.GetStyle(kTerminator));
       FitTerminator(shape, width);
       m_Shape = shape;
-      UpdateSheetGuides();
       int next = shape.BottomRightCell().Row() + 2;
       if (m_ws->Cells(next, m_Column).Top() - shape.Top() + shape.Height() < 2 * host::GlobalRowHeight) ++next;
       if (host::ExcelVersion >= 12) ++next;
@@ -165,6 +186,7 @@ bool CInteractiveFlowcharter::StartFlowcharting(const rules::CConfig& config) {
       m_LastShapeName = shape.Name();
       m_LastRow = m_Row;
       m_LastColumn = m_Column;
+      NoteStep();
     } else {
       UpdateSheetGuides();
     }
@@ -192,9 +214,13 @@ std::string CInteractiveFlowcharter::LastShapeName() { return GetLastShapeName()
 
 void CInteractiveFlowcharter::m_ws_Change(const host::Range& target) {
   ++m_ChangeCount;
-  if (!m_ws) return;
+  if (!m_ws || ReplayedByUndo()) return;
   Restore restore;
   bool processed = false;
+  // Everything one change draws is one entry of the undo list, opened at
+  // the first step found, before anything is changed.
+  std::optional<host::UndoList::Entry> entry;
+  std::optional<host::AddedShapes> added;
   try {
     host::ExcelApp->SetScreenUpdating(false);
     host::ExcelApp->SetEnableEvents(false);
@@ -209,6 +235,12 @@ void CInteractiveFlowcharter::m_ws_Change(const host::Range& target) {
         m_Text = value;
         if (m_Config.Capitalize && !m_Text.empty() && std::islower(static_cast<unsigned char>(m_Text[0])))
           m_Text[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(m_Text[0])));
+        if (!entry) {
+          TakeOverTheEdit(target);
+          entry.emplace(m_ws->Parent(), kEntryPrefix + m_Text);
+          added.emplace(*m_ws);
+          CatchUpWithUndo();
+        }
         if (first || !m_NextCell) {
           m_Row = cell.Row();
           m_Column = cell.Column();
@@ -233,6 +265,7 @@ void CInteractiveFlowcharter::m_ws_Change(const host::Range& target) {
               m_LastShapeName = parser.LastShapeName();
               m_LastRow = m_Row;
               m_LastColumn = m_Column;
+              NoteStep();
             }
           } catch (...) {
           }
@@ -241,44 +274,123 @@ void CInteractiveFlowcharter::m_ws_Change(const host::Range& target) {
 
         m_Text = parser.Text();
         m_ShapeType = parser.ShapeType();
-        std::optional<host::Worksheet> sheet = m_ws;
-        auto shape = shapes::CShapeAdder().AddShape(sheet, m_Symbols, m_Config, m_Formatter, m_Text, m_Address,
-                                                    m_ShapeType, "");
-        if (!shape) {
+        // The cell's work comes first, recorded by the office; the drawing
+        // follows unrecorded (see Drawing).
+        cell.ClearContents();
+        UpdateSheetGuides();
+        bool drawn = false;
+        {
+          Drawing drawing(*m_ws);
+          drawn = DrawStep(first);
+        }
+        if (!drawn) {
           // The step stays in its cell, and the log says which.
+          cell.SetValue(value);
           host::LogEvent(kSource, "m_ws_Change",
                          "No shape could be made for " + m_Address + ": \"" + m_Text + "\"");
           continue;
         }
-        m_Shape = shape;
-        cell.ClearContents();
-        shapes::CShapeDimensions().SetShapeDimensions(*m_Shape, m_Config, m_Symbols, m_MaxWidth, first, m_Text);
-
-        bool prompt = false;
-        int16_t direction = 2;
-        if (m_LastShapeName.empty()) {
-          prompt = host::GetNonTemplateShapeCount(*m_ws) >= 2;
-          direction = m_Config.FlowDirection == 1 ? 1 : 2;
-        } else {
-          shapes::CShapeAlignment alignment;
-          host::Shape previous = m_ws->GetShapes().Item(m_LastShapeName);
-          prompt = !alignment.AlignShapes(*m_ws, previous, *m_Shape, m_Column, m_LastColumn, m_Row, m_LastRow);
-          direction = alignment.FlowDirection();
-        }
-        int type = m_Shape->AutoShapeType();
-        if (m_Config.AddFlowLine && !(first && (type == kConnector || type == kOffPageConnector)))
-          AddFlowLineConnector(prompt);
-        UpdateSheetGuides();
-        SelectNextCell(direction);
-        if (type == kDecision) shapes::CDecisionLabelAdder().AddBranchLabels(*m_ws, *m_Shape, m_Config, m_Formatter);
         m_LastShapeName = m_Shape->Name();
         m_LastRow = m_Row;
         m_LastColumn = m_Column;
+        NoteStep();
       }
     }
-    if (processed) shapes::CFlowLineFormatter().SetFlowLineOrder(*m_ws);
+    if (processed) {
+      Drawing drawing(*m_ws);
+      shapes::CFlowLineFormatter().SetFlowLineOrder(*m_ws);
+    }
   } catch (...) {
     host::ErrorHandler(kSource, "m_ws_Change", false);
+  }
+}
+
+bool CInteractiveFlowcharter::DrawStep(bool first) {
+  std::optional<host::Worksheet> sheet = m_ws;
+  auto shape = shapes::CShapeAdder().AddShape(sheet, m_Symbols, m_Config, m_Formatter, m_Text, m_Address,
+                                              m_ShapeType, "");
+  if (!shape) return false;
+  m_Shape = shape;
+  shapes::CShapeDimensions().SetShapeDimensions(*m_Shape, m_Config, m_Symbols, m_MaxWidth, first, m_Text);
+
+  bool prompt = false;
+  int16_t direction = 2;
+  if (m_LastShapeName.empty()) {
+    prompt = host::GetNonTemplateShapeCount(*m_ws) >= 2;
+    direction = m_Config.FlowDirection == 1 ? 1 : 2;
+  } else {
+    shapes::CShapeAlignment alignment;
+    host::Shape previous = m_ws->GetShapes().Item(m_LastShapeName);
+    prompt = !alignment.AlignShapes(*m_ws, previous, *m_Shape, m_Column, m_LastColumn, m_Row, m_LastRow);
+    direction = alignment.FlowDirection();
+  }
+  int type = m_Shape->AutoShapeType();
+  if (m_Config.AddFlowLine && !(first && (type == kConnector || type == kOffPageConnector)))
+    AddFlowLineConnector(prompt);
+  SelectNextCell(direction);
+  // Bringing the screen back on can set the office recording again.
+  host::UndoList(m_ws->Parent()).HoldPause();
+  if (type == kDecision) shapes::CDecisionLabelAdder().AddBranchLabels(*m_ws, *m_Shape, m_Config, m_Formatter);
+  return true;
+}
+
+bool CInteractiveFlowcharter::ReplayedByUndo() {
+  try {
+    host::UndoList undo(m_ws->Parent());
+    if (!undo.RedoTitles().empty()) return true;
+    auto titles = undo.Titles();
+    return !titles.empty() && titles[0].rfind(kEntryPrefix, 0) == 0;
+  } catch (...) {
+    host::ErrorHandler(kSource, "ReplayedByUndo", false);
+    return false;
+  }
+}
+
+void CInteractiveFlowcharter::TakeOverTheEdit(const host::Range& target) {
+  if (static_cast<long>(target.RowCount()) * target.ColumnCount() > kLargestEditTakenOver) return;
+  try {
+    host::UndoList undo(m_ws->Parent());
+    if (undo.Titles().empty()) return;
+    auto typed = target.Formulas();
+    undo.Undo();
+    if (target.Formulas() == typed) {
+      // The entry on top was not this edit's: put it back as it was.
+      undo.Redo();
+      return;
+    }
+    host::UndoList::Pause unrecorded(m_ws->Parent());
+    host::Range cells = target;
+    cells.SetFormulas(typed);
+  } catch (...) {
+    host::ErrorHandler(kSource, "TakeOverTheEdit", false);
+  }
+}
+
+void CInteractiveFlowcharter::NoteStep() {
+  if (m_StepsShown < m_Steps.size()) m_Steps.resize(m_StepsShown);
+  m_Steps.push_back({m_LastShapeName, m_LastRow, m_LastColumn});
+  m_StepsShown = m_Steps.size();
+}
+
+void CInteractiveFlowcharter::CatchUpWithUndo() {
+  try {
+    host::Shapes shapes = m_ws->GetShapes();
+    size_t shown = m_Steps.size();
+    for (; shown > 0; --shown) {
+      try {
+        shapes.Item(m_Steps[shown - 1].name);
+        break;
+      } catch (...) {
+        // Taken back with Ctrl+Z.
+      }
+    }
+    m_StepsShown = shown;
+    if (shown == 0 || m_Steps[shown - 1].name == m_LastShapeName) return;
+    m_LastShapeName = m_Steps[shown - 1].name;
+    m_LastRow = m_Steps[shown - 1].row;
+    m_LastColumn = m_Steps[shown - 1].column;
+  } catch (...) {
+    host::ErrorHandler(kSource, "CatchUpWithUndo", false);
   }
 }
 
@@ -400,6 +512,7 @@ bool CInteractiveFlowcharter::AddStopTerminator() {
     address = prompt.StartLocation();
 
     host::Range cell = m_ws->GetRange(address);
+    Drawing drawing(*m_ws);
     cell.Select();
     m_Row = cell.Row();
     m_Column = cell.Column();
@@ -427,6 +540,8 @@ void CInteractiveFlowcharter::StopFlowcharting(bool skip) {
       m_ws->Activate();
     } catch (...) {
     }
+    // The end terminator and the guides' going are one entry of the undo list.
+    host::UndoList::Entry entry(m_ws->Parent(), std::string(kEntryPrefix) + "Stop Flowcharting");
     bool endTerminator = false;
     if (!skip) {
       endTerminator = m_Config.EndTerminator;
@@ -447,9 +562,12 @@ void CInteractiveFlowcharter::StopFlowcharting(bool skip) {
     }
     host::ExcelApp->SetEnableEvents(false);
     host::ExcelApp->SetScreenUpdating(false);
+    if (m_Config.ShowGuides) m_ws->Columns().GetInterior().SetColorIndex(host::xlNone);
+    host::AddedShapes added(*m_ws);
     if (endTerminator && !endExists) {
       m_LastShapeName = GetLastShapeName();
       if (AddStopTerminator()) {
+        Drawing drawing(*m_ws);
         FitTerminator(*m_Shape, m_Symbols.GetWidth(kTerminator));
         bool prompt = false;
         if (m_LastShapeName.empty()) prompt = host::GetNonTemplateShapeCount(*m_ws) >= 2;
@@ -460,8 +578,8 @@ void CInteractiveFlowcharter::StopFlowcharting(bool skip) {
         }
       }
     }
+    Drawing drawing(*m_ws);
     shapes::CFlowLineFormatter().SetFlowLineOrder(*m_ws);
-    if (m_Config.ShowGuides) m_ws->Columns().GetInterior().SetColorIndex(host::xlNone);
   } catch (...) {
     host::ErrorHandler(kSource, "StopFlowcharting", false);
   }

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "CConfig.h"
 #include "CIniSymbolDataAccess.h"
@@ -52,6 +53,28 @@ class CInteractiveFlowcharter {
   // Steps 9 to 11 of the start: the terminator sized by its wrapped rows.
   void FitTerminator(host::Shape& shape, int16_t width);
   int NextRowBelow(const host::Shape& shape) const;
+  // True when the cells changed because Ctrl+Z or Ctrl+Y replayed the undo
+  // list (something is there to redo, or the entry done last is the add-in's
+  // own): that is no step typed.
+  bool ReplayedByUndo();
+  // The user's own undo entry for the edit gives way to the step's: the edit
+  // is taken back and its content put into the cells again unrecorded, so
+  // that undoing the step leaves the typed text in its cells.
+  void TakeOverTheEdit(const host::Range& target);
+  // Draws the step in hand: its symbol, sized, aligned, joined, with its
+  // branch labels, and moves the cursor on. False when no symbol could be made.
+  bool DrawStep(bool first);
+  // Remembers the step just drawn as the last one.
+  void NoteStep();
+  // After Ctrl+Z or Ctrl+Y the last step is the latest one still on the
+  // sheet: the next step joins that one.
+  void CatchUpWithUndo();
+
+  struct Step {
+    std::string name;
+    int32_t row = 0;
+    int32_t column = 0;
+  };
 
   rules::CConfig m_Config;
   rules::CSymbolData m_Symbols;
@@ -71,6 +94,9 @@ class CInteractiveFlowcharter {
   int16_t m_Direction = 2;
   int32_t m_MaxWidth = 0;
   int32_t m_ChangeCount = 0;
+  // The steps drawn, and how many of them are on the sheet now.
+  std::vector<Step> m_Steps;
+  size_t m_StepsShown = 0;
 
   std::optional<host::Worksheet> m_ws;
   host::Subscription m_Listening;

@@ -1,5 +1,6 @@
 #include "CTextParser.h"
 
+#include "UndoList.h"
 #include "frmTextBox.h"
 
 #include <cctype>
@@ -98,6 +99,8 @@ bool CTextParser::IsPowerStringEntry(host::Worksheet& worksheet, const rules::CC
 
 void CTextParser::DropLabel(host::Worksheet& worksheet, const rules::CConfig& config, const std::string& cellAddress,
                             bool outlineFirst) {
+  // Drawing, unrecorded: the run records the shapes its step adds.
+  host::UndoList::Pause drawing(worksheet.Parent());
   host::Range cell = worksheet.GetRange(cellAddress);
   host::Shape box =
       worksheet.GetShapes().AddTextbox(host::msoTextOrientationHorizontal, cell.Left(), cell.Top(), 100, 25.5);

@@ -11,6 +11,8 @@
 #include "MsoConstants.h"
 #include "Shapes.h"
 #include "TextConvert.h"
+#include "AddedShapes.h"
+#include "UndoList.h"
 #include "Workbooks.h"
 #include "frmAbout.h"
 #include "frmRestart.h"
@@ -152,6 +154,11 @@ bool CEventHandler::StartInteractiveFlowcharting() {
     config.LoadConfigData();
     if (GetNonTemplateShapeCount() < 1) {
       result = StartNormalFlowcharting(config);
+      // The layout, the template and the start terminator are one entry of
+      // the undo list.
+      std::optional<UndoList::Entry> entry;
+      auto book = ExcelApp->ActiveWorkbook();
+      if (result && book) entry.emplace(*book, "Nivarel: Start Flowcharting");
       if (result) {
         if (config.LoadTemplate) LoadTemplate(config.TemplateFilePath);
         SetPageLayout(config);
@@ -204,7 +211,16 @@ void CEventHandler::StopInteractiveFlowcharting(bool fromWorkbookEvent) {
 // that reaches its operation does nothing.
 void CEventHandler::ApplyStyles() {}
 void CEventHandler::CreateFlowchartKey() {}
-void CEventHandler::CreateWorksheetGrid() { shapes::CPageLayout().CreateGrid(); }
+void CEventHandler::CreateWorksheetGrid() {
+  try {
+    auto book = ExcelApp ? ExcelApp->ActiveWorkbook() : std::nullopt;
+    if (!book) return;
+    UndoList::Entry entry(*book, "Nivarel: Create Drawing Grid");
+    shapes::CPageLayout().CreateGrid();
+  } catch (...) {
+    ErrorHandler(kSource, "CreateWorksheetGrid", false);
+  }
+}
 void CEventHandler::ExtractText() {}
 void CEventHandler::InsertFlowLine() {}
 void CEventHandler::InsertBranch() {}
@@ -245,6 +261,9 @@ void CEventHandler::InsertLabel() {
     ExcelApp->SetScreenUpdating(false);
     if (form.OK() && !form.TextBoxText().empty()) {
       auto ws = ExcelApp->ActiveSheet();
+      UndoList::Entry entry(ws->Parent(), "Nivarel: Insert Label");
+      AddedShapes added(*ws);
+      UndoList::Pause drawing(ws->Parent());
       Range cell = ws->GetRange(address);
       Shape label = ws->GetShapes().AddTextbox(msoTextOrientationHorizontal, cell.Left(), cell.Top(), 100, 25.5);
       Characters characters = label.GetTextFrame().GetCharacters();
@@ -294,6 +313,7 @@ void CEventHandler::ClearShading() {
     if (!ExcelApp) return;
     auto ws = ExcelApp->ActiveSheet();
     if (!ws || ws->TypeName() != "Worksheet") return;
+    UndoList::Entry entry(ws->Parent(), "Nivarel: Clear Shading");
     ws->Columns().GetInterior().SetColorIndex(xlNone);
   } catch (...) {
   }
@@ -321,6 +341,7 @@ void CEventHandler::UngroupAllShapes() {
     if (!active) return;
     Shapes& shapes = *active;
     if (shapes.Count() < 1) return;
+    UndoList::Entry entry(ExcelApp->ActiveSheet()->Parent(), "Nivarel: Ungroup All Shapes");
     // Ungrouping changes the collection being walked, so each group found
     // ends the pass and a new one begins; nested groups open up entirely.
     bool found = true;
@@ -347,6 +368,7 @@ void CEventHandler::GroupAllShapes() {
     if (!active) return;
     Shapes& shapes = *active;
     if (shapes.Count() < 2) return;
+    UndoList::Entry entry(ExcelApp->ActiveSheet()->Parent(), "Nivarel: Group All Shapes");
     shapes.SelectAll();
     auto selected = ExcelApp->GetSelection().shapes;
     if (selected) selected->Group();

@@ -1,5 +1,7 @@
 #include "MGlobalVariables.h"
 
+#include "UndoList.h"
+
 #include "HostError.h"
 #include "MErrorHandler.h"
 
@@ -48,6 +50,8 @@ void SetGlobalRowHeight() {
     auto book = ExcelApp->ActiveWorkbook();
     if (!book) throw HostError(91, "Object variable or With block variable not set");
     original = ExcelApp->ActiveSheet();
+    // The sheet that is measured comes and goes unrecorded: no undo entry.
+    UndoList::Pause unrecorded(*book);
     temporary = book->AddSheet();
     float height = static_cast<float>(temporary->Row(1).RowHeight());
     if (height == 12.75f) {

@@ -41,7 +41,29 @@ class Work : public cppu::WeakImplHelper1<css::awt::XCallback> {
   std::promise<void> done_;
 };
 
+// Called back by the office's event loop; runs the work and forgets it.
+class Later : public cppu::WeakImplHelper1<css::awt::XCallback> {
+ public:
+  explicit Later(std::function<void()> f) : f_(std::move(f)) {}
+  void SAL_CALL notify(const uno::Any&) override {
+    OfficeThreadScope scope;
+    try {
+      f_();
+    } catch (...) {
+    }
+  }
+
+ private:
+  std::function<void()> f_;
+};
+
 }  // namespace
+
+void RunLater(const Reference<uno::XComponentContext>& context, std::function<void()> f) {
+  Call("RunLater", [&] {
+    css::awt::AsyncCallback::create(context)->addCallback(new Later(std::move(f)), uno::Any());
+  });
+}
 
 OfficeThreadScope::OfficeThreadScope() : previous_(onOfficeThread) { onOfficeThread = true; }
 OfficeThreadScope::~OfficeThreadScope() { onOfficeThread = previous_; }

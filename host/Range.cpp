@@ -8,6 +8,7 @@
 #include <com/sun/star/frame/XController.hpp>
 #include <com/sun/star/sheet/CellFlags.hpp>
 #include <com/sun/star/sheet/XCellRangeAddressable.hpp>
+#include <com/sun/star/sheet/XCellRangeFormula.hpp>
 #include <com/sun/star/sheet/XSheetOperation.hpp>
 #include <com/sun/star/table/CellHoriJustify.hpp>
 #include <com/sun/star/table/CellVertJustify2.hpp>
@@ -70,6 +71,33 @@ std::string Range::Address(bool absolute) const {
   if (RowCount() > 1 || ColumnCount() > 1)
     a += ":" + d + ColumnLetters(lastColumn_) + d + std::to_string(lastRow_);
   return a;
+}
+
+std::vector<std::vector<std::string>> Range::Formulas() const {
+  return Call("Range.Formula", [&] {
+    Reference<css::sheet::XCellRangeFormula> cells(CellsOf(*sheet_, row_, column_, lastRow_, lastColumn_),
+                                                   uno::UNO_QUERY_THROW);
+    std::vector<std::vector<std::string>> rows;
+    for (const auto& row : cells->getFormulaArray()) {
+      rows.emplace_back();
+      for (const auto& cell : row) rows.back().push_back(ToUtf8(cell));
+    }
+    return rows;
+  });
+}
+
+void Range::SetFormulas(const std::vector<std::vector<std::string>>& rows) {
+  Call("Range.Formula", [&] {
+    Reference<css::sheet::XCellRangeFormula> cells(CellsOf(*sheet_, row_, column_, lastRow_, lastColumn_),
+                                                   uno::UNO_QUERY_THROW);
+    uno::Sequence<uno::Sequence<OUString>> array(static_cast<sal_Int32>(rows.size()));
+    for (size_t r = 0; r < rows.size(); ++r) {
+      uno::Sequence<OUString> row(static_cast<sal_Int32>(rows[r].size()));
+      for (size_t c = 0; c < rows[r].size(); ++c) row.getArray()[c] = ToOu(rows[r][c]);
+      array.getArray()[r] = row;
+    }
+    cells->setFormulaArray(array);
+  });
 }
 
 std::string Range::Value() const {

@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "Borders.h"
 #include "Font.h"
@@ -35,6 +36,10 @@ class Range {
   std::string Text() const;
   // Writes to every cell, as typing would (numbers and formulas are parsed).
   void SetValue(const std::string& value);
+  // Every cell's content as typed (a formula with its "="), row by row; and
+  // writing them back, one row of strings per row of the range.
+  std::vector<std::vector<std::string>> Formulas() const;
+  void SetFormulas(const std::vector<std::vector<std::string>>& rows);
 
   double Left() const;
   double Top() const;

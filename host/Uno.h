@@ -67,6 +67,10 @@ bool NeedsOfficeThread();
 // Runs f on the remote office's thread, or at once when there is no remote
 // office or this thread already serves the office's thread. Exceptions travel.
 void RunOnOfficeThread(const std::function<void()>& f);
+// Runs f from the office's event loop, after the office call now under way
+// has returned, with calls going straight to the office. f reports its own
+// failures; whatever escapes it is dropped, so that the office goes on.
+void RunLater(const Reference<uno::XComponentContext>& context, std::function<void()> f);
 // Marks the current thread as serving a call from the office's thread (the
 // office's callbacks into this process): calls made here go straight back.
 class OfficeThreadScope {

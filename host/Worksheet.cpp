@@ -6,6 +6,7 @@
 #include <com/sun/star/drawing/ShapeCollection.hpp>
 
 #include <algorithm>
+#include <atomic>
 
 #include <com/sun/star/sheet/CellFlags.hpp>
 #include <com/sun/star/sheet/XCellRangesQuery.hpp>
@@ -27,6 +28,7 @@
 #include "Range.h"
 #include "Shapes.h"
 #include "Uno.h"
+#include "UndoList.h"
 #include "Workbook.h"
 
 namespace nivarel::host {
@@ -176,39 +178,57 @@ bool Worksheet::SameAs(const Worksheet& other) const {
 
 namespace {
 
-// Hears the document's cell changes and passes those of one sheet on.
+// Hears the document's cell changes and passes those of one sheet on, once
+// the office has finished the edit: the handler then works on a document
+// whose own record of the edit is complete, not from inside it.
 class SheetChanges : public cppu::WeakImplHelper1<css::util::XChangesListener> {
  public:
-  SheetChanges(std::shared_ptr<SheetRef> sheet, std::function<void(const Range&)> f)
-      : sheet_(std::move(sheet)), f_(std::move(f)) {}
+  SheetChanges(std::shared_ptr<SheetRef> sheet, std::function<void(const Range&)> f,
+               std::shared_ptr<std::atomic<bool>> alive)
+      : sheet_(std::move(sheet)), f_(std::move(f)), alive_(std::move(alive)) {}
 
   void SAL_CALL changesOccurred(const css::util::ChangesEvent& event) override {
     OfficeThreadScope scope;
-    if (!sheet_->session->enableEvents) return;
-    int index = sheet_->Index();
-    for (const auto& change : event.Changes) {
-      OUString accessor;
-      change.Accessor >>= accessor;
-      if (accessor != "cell-change") continue;
-      std::vector<css::table::CellRangeAddress> addresses;
-      Reference<css::sheet::XSheetCellRangeContainer> many(change.ReplacedElement, uno::UNO_QUERY);
-      if (!many.is()) many.set(change.Element, uno::UNO_QUERY);
-      Reference<css::sheet::XCellRangeAddressable> one(change.ReplacedElement, uno::UNO_QUERY);
-      if (!one.is()) one.set(change.Element, uno::UNO_QUERY);
-      if (many.is()) {
-        for (const auto& a : many->getRangeAddresses()) addresses.push_back(a);
-      } else if (one.is()) {
-        addresses.push_back(one->getRangeAddress());
-      }
-      for (const auto& a : addresses) {
-        if (a.Sheet != index) continue;
-        if (!sheet_->session->enableEvents) return;
-        try {
-          f_(Range(sheet_, a.StartRow + 1, a.StartColumn + 1, a.EndRow + 1, a.EndColumn + 1));
-        } catch (...) {
-          // The handler reports its own failures; the office must go on.
+    try {
+      if (!*alive_ || !sheet_->session->enableEvents) return;
+      // Undo and redo replay what was recorded; that is not the user typing.
+      if (UndoList(Workbook(std::make_shared<WorkbookImpl>(WorkbookImpl{sheet_->session, sheet_->document}))).Busy())
+        return;
+      int index = sheet_->Index();
+      std::vector<Range> ranges;
+      for (const auto& change : event.Changes) {
+        OUString accessor;
+        change.Accessor >>= accessor;
+        if (accessor != "cell-change") continue;
+        Reference<css::sheet::XSheetCellRangeContainer> many(change.ReplacedElement, uno::UNO_QUERY);
+        if (!many.is()) many.set(change.Element, uno::UNO_QUERY);
+        Reference<css::sheet::XCellRangeAddressable> one(change.ReplacedElement, uno::UNO_QUERY);
+        if (!one.is()) one.set(change.Element, uno::UNO_QUERY);
+        std::vector<css::table::CellRangeAddress> addresses;
+        if (many.is()) {
+          for (const auto& a : many->getRangeAddresses()) addresses.push_back(a);
+        } else if (one.is()) {
+          addresses.push_back(one->getRangeAddress());
         }
+        for (const auto& a : addresses)
+          if (a.Sheet == index) ranges.emplace_back(sheet_, a.StartRow + 1, a.StartColumn + 1, a.EndRow + 1, a.EndColumn + 1);
       }
+      if (ranges.empty()) return;
+      auto sheet = sheet_;
+      auto f = f_;
+      auto alive = alive_;
+      RunLater(sheet_->session->context, [sheet, f, alive, ranges] {
+        for (const auto& range : ranges) {
+          if (!*alive || !sheet->session->enableEvents) return;
+          try {
+            f(range);
+          } catch (...) {
+            // The handler reports its own failures; the office must go on.
+          }
+        }
+      });
+    } catch (...) {
+      // A sheet deleted meanwhile, or an office going down: nothing to pass on.
     }
   }
   void SAL_CALL disposing(const css::lang::EventObject&) override {}
@@ -216,6 +236,7 @@ class SheetChanges : public cppu::WeakImplHelper1<css::util::XChangesListener> {
  private:
   std::shared_ptr<SheetRef> sheet_;
   std::function<void(const Range&)> f_;
+  std::shared_ptr<std::atomic<bool>> alive_;
 };
 
 }  // namespace
@@ -223,9 +244,13 @@ class SheetChanges : public cppu::WeakImplHelper1<css::util::XChangesListener> {
 Subscription Worksheet::OnChange(std::function<void(const Range&)> handler) {
   return Call("Worksheet.Change", [&] {
     Reference<css::util::XChangesNotifier> n(ref_->document, uno::UNO_QUERY_THROW);
-    Reference<css::util::XChangesListener> l(new SheetChanges(ref_, std::move(handler)));
+    auto alive = std::make_shared<std::atomic<bool>>(true);
+    Reference<css::util::XChangesListener> l(new SheetChanges(ref_, std::move(handler), alive));
     n->addChangesListener(l);
-    return Subscription([n, l] { n->removeChangesListener(l); });
+    return Subscription([n, l, alive] {
+      *alive = false;
+      n->removeChangesListener(l);
+    });
   });
 }
 

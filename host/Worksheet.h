@@ -55,7 +55,9 @@ class Worksheet {
   Workbook Parent() const;
 
   // Raised with the changed range after the user commits cell edits on this
-  // sheet, unless the application's events are off.
+  // sheet, unless the application's events are off or the edit is an undo or
+  // redo. The handler runs from the office's event loop once the office has
+  // finished the edit (and closed its own undo entry for it).
   Subscription OnChange(std::function<void(const Range&)> handler);
 
   bool SameAs(const Worksheet& other) const;

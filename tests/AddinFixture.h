@@ -11,12 +11,16 @@
 #include <future>
 #include <string>
 #include <thread>
+#include <vector>
 
 #include "Application.h"
+#include "ConnectorFormat.h"
 #include "MErrorHandler.h"
 #include "MGlobalVariables.h"
 #include "MSpecialFolders.h"
 #include "OfficeTest.h"
+#include "Shape.h"
+#include "Shapes.h"
 
 namespace nivarel::testing {
 
@@ -150,6 +154,36 @@ class AddinFixture : public OfficeTest {
       std::this_thread::sleep_for(std::chrono::milliseconds(50));
     }
     return false;
+  }
+
+  // The lines on the test's sheet.
+  std::vector<host::Shape> Lines() {
+    std::vector<host::Shape> out;
+    host::Shapes shapes = sheet_->GetShapes();
+    for (int i = 1; i <= shapes.Count(); ++i)
+      if (shapes.Item(i).Connector()) out.push_back(shapes.Item(i));
+    return out;
+  }
+  // Whether a glued line joins the two shapes, from the first to the second.
+  bool Joined(const host::Shape& from, const host::Shape& to) {
+    for (host::Shape& line : Lines()) {
+      auto begin = line.GetConnectorFormat().BeginConnectedShape();
+      auto end = line.GetConnectorFormat().EndConnectedShape();
+      if (begin && end && begin->Name() == from.Name() && end->Name() == to.Name()) return true;
+    }
+    return false;
+  }
+  // The sheet's shapes and where each line's ends are glued, for a failure's message.
+  std::string LinesText() {
+    std::string out = "shapes:";
+    host::Shapes shapes = sheet_->GetShapes();
+    for (int i = 1; i <= shapes.Count(); ++i) out += " '" + shapes.Item(i).Name() + "'";
+    for (host::Shape& line : Lines()) {
+      auto begin = line.GetConnectorFormat().BeginConnectedShape();
+      auto end = line.GetConnectorFormat().EndConnectedShape();
+      out += "; " + line.Name() + ": " + (begin ? begin->Name() : "-") + " -> " + (end ? end->Name() : "-");
+    }
+    return out;
   }
 
   // The office offers the object model of version 11 until the test ends.

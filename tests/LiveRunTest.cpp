@@ -66,35 +66,7 @@ class LiveRunTest : public testing::AddinFixture {
     }
     return out;
   }
-  std::vector<Shape> Lines() {
-    std::vector<Shape> out;
-    host::Shapes shapes = sheet_->GetShapes();
-    for (int i = 1; i <= shapes.Count(); ++i)
-      if (shapes.Item(i).Connector()) out.push_back(shapes.Item(i));
-    return out;
-  }
-  // Whether a glued line joins the two shapes, from the first to the second.
-  bool Joined(const Shape& from, const Shape& to) {
-    for (Shape& line : Lines()) {
-      auto begin = line.GetConnectorFormat().BeginConnectedShape();
-      auto end = line.GetConnectorFormat().EndConnectedShape();
-      if (begin && end && begin->Name() == from.Name() && end->Name() == to.Name()) return true;
-    }
-    return false;
-  }
   std::string Text(const Shape& s) { return s.GetTextFrame().GetCharacters().Text(); }
-  // The sheet's shapes and where each line's ends are glued, for a failure's message.
-  std::string LinesText() {
-    std::string out = "shapes:";
-    host::Shapes shapes = sheet_->GetShapes();
-    for (int i = 1; i <= shapes.Count(); ++i) out += " '" + shapes.Item(i).Name() + "'";
-    for (Shape& line : Lines()) {
-      auto begin = line.GetConnectorFormat().BeginConnectedShape();
-      auto end = line.GetConnectorFormat().EndConnectedShape();
-      out += "; " + line.Name() + ": " + (begin ? begin->Name() : "-") + " -> " + (end ? end->Name() : "-");
-    }
-    return out;
-  }
 
   std::unique_ptr<testing::SettingsFolder> folder_;
   rules::CConfig config_;

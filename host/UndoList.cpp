@@ -1,0 +1,92 @@
+#include "UndoList.h"
+
+#include <com/sun/star/document/XUndoManager.hpp>
+#include <com/sun/star/document/XUndoManagerSupplier.hpp>
+#include <com/sun/star/util/NotLockedException.hpp>
+
+#include "Uno.h"
+
+namespace nivarel::host {
+
+namespace {
+
+Reference<css::document::XUndoManager> ManagerOf(const WorkbookImpl& book) {
+  Reference<css::document::XUndoManagerSupplier> supplier(book.document, uno::UNO_QUERY_THROW);
+  return supplier->getUndoManager();
+}
+
+}  // namespace
+
+UndoList::UndoList(const Workbook& book) : book_(book.Impl()) {}
+
+bool UndoList::Busy() const {
+  return Call("UndoList.Busy", [&] { return static_cast<bool>(ManagerOf(*book_)->isLocked()); });
+}
+
+std::vector<std::string> UndoList::Titles() const {
+  return Call("UndoList.Titles", [&] {
+    std::vector<std::string> out;
+    for (const auto& title : ManagerOf(*book_)->getAllUndoActionTitles()) out.push_back(ToUtf8(title));
+    return out;
+  });
+}
+
+std::vector<std::string> UndoList::RedoTitles() const {
+  return Call("UndoList.RedoTitles", [&] {
+    std::vector<std::string> out;
+    for (const auto& title : ManagerOf(*book_)->getAllRedoActionTitles()) out.push_back(ToUtf8(title));
+    return out;
+  });
+}
+
+void UndoList::Undo() {
+  Call("UndoList.Undo", [&] { ManagerOf(*book_)->undo(); });
+}
+
+void UndoList::Redo() {
+  Call("UndoList.Redo", [&] { ManagerOf(*book_)->redo(); });
+}
+
+void UndoList::HoldPause() {
+  Call("UndoList.Pause", [&] {
+    auto manager = ManagerOf(*book_);
+    if (manager->isLocked()) return;
+    // Undone to no pause and done again: the office locks on the first.
+    int held = 0;
+    try {
+      for (;; ++held) manager->unlock();
+    } catch (const css::util::NotLockedException&) {
+    }
+    for (int i = 0; i < held; ++i) manager->lock();
+  });
+}
+
+UndoList::Entry::Entry(const Workbook& book, const std::string& title) : book_(book.Impl()) {
+  Call("UndoList.Entry", [&] { ManagerOf(*book_)->enterUndoContext(ToOu(title)); });
+  open_ = true;
+}
+
+UndoList::Entry::~Entry() {
+  // A context left open would swallow the user's next edits into this entry.
+  if (!open_) return;
+  try {
+    Call("UndoList.Entry", [&] { ManagerOf(*book_)->leaveUndoContext(); });
+  } catch (...) {
+  }
+}
+
+UndoList::Pause::Pause(const Workbook& book) : book_(book.Impl()) {
+  Call("UndoList.Pause", [&] { ManagerOf(*book_)->lock(); });
+  locked_ = true;
+  UndoList(Workbook(book_)).HoldPause();
+}
+
+UndoList::Pause::~Pause() {
+  if (!locked_) return;
+  try {
+    Call("UndoList.Pause", [&] { ManagerOf(*book_)->unlock(); });
+  } catch (...) {
+  }
+}
+
+}  // namespace nivarel::host
