@@ -13,6 +13,7 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <thread>
@@ -123,13 +124,32 @@ std::unique_ptr<OfficeProcess> OfficeProcess::Start(const Options& options) {
   p->pipe_ = "nivarel" + std::to_string(getpid()) + "_" +
              std::to_string(Clock::now().time_since_epoch().count() % 1000000);
 
+  std::string extension =
+      options.extension.empty() ? std::string() : std::filesystem::absolute(options.extension).string();
+  if (!extension.empty() && options.install == Install::kByTheRunningOffice) {
+    p->Launch();
+    p->Connect(options.startTimeoutSeconds);
+    p->InstallExtension(extension);
+    return p;
+  }
+  if (!extension.empty() && options.install != Install::kByTheOffice) {
+    if (options.install == Install::kWithUnopkgAfterFirstStart) {
+      p->Launch();
+      p->Connect(options.startTimeoutSeconds);
+      if (!p->Terminate(30)) throw HostError(HostError::kOfficeFailure, "The office did not stop after its first start");
+    }
+    p->InstallWithUnopkg(extension);
+    p->Launch();
+    p->Connect(options.startTimeoutSeconds);
+    return p;
+  }
   p->Launch();
   p->Connect(options.startTimeoutSeconds);
-  if (!options.extension.empty()) {
+  if (!extension.empty()) {
     // The office installs the extension into the profile itself (the office's
     // command-line installer refuses to run as root), then starts afresh so
     // that the extension starts up as it would for a user.
-    p->InstallExtension(std::filesystem::absolute(options.extension).string());
+    p->InstallExtension(extension);
     if (!p->Terminate(30)) throw HostError(HostError::kOfficeFailure, "The office did not stop after installing the extension");
     p->Launch();
     p->Connect(options.startTimeoutSeconds);
@@ -239,6 +259,24 @@ void OfficeProcess::InstallExtension(const std::string& path) {
     manager->addExtension(ToOu(FileUrl(path)), uno::Sequence<css::beans::NamedValue>(), "user",
                           Reference<css::task::XAbortChannel>(), new ApprovingEnvironment());
   });
+}
+
+void OfficeProcess::InstallWithUnopkg(const std::string& path) {
+  if (!std::filesystem::exists(path)) throw HostError(HostError::kOfficeFailure, "No extension at " + path);
+  std::string unopkg = OfficeProgramDir() + "/unopkg";
+  std::string args = "add --suppress-license '-env:UserInstallation=" + FileUrl(profile_) + "' '" + path + "'";
+  std::string program = unopkg;
+  if (geteuid() == 0) {
+    // As nobody, in a profile that nobody owns; the office itself may go on as root.
+    std::string owner = "chown -R 65534:65534 '" + profile_ + "'";
+    if (std::system(owner.c_str()) != 0) throw HostError(HostError::kOfficeFailure, "Cannot hand the profile to an ordinary user");
+    program = "/usr/bin/env";
+    args = "HOME='" + profile_ + "' /usr/bin/setpriv --reuid=65534 --regid=65534 --clear-groups '" + unopkg + "' " + args;
+  }
+  std::string output;
+  int rc = RunProgram(program, args, 120, &output);
+  if (rc != 0)
+    throw HostError(HostError::kOfficeFailure, "unopkg add failed (" + std::to_string(rc) + "): " + output);
 }
 
 Application OfficeProcess::App() const { return Application(session_); }

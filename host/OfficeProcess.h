@@ -13,8 +13,20 @@ namespace nivarel::host {
 
 class OfficeProcess {
  public:
+  // How the extension comes into the profile: through the running office's
+  // extension manager (then the office starts afresh, or goes on as it is, as
+  // when a user adds it in Tools > Extension Manager and restarts later), or
+  // with the office's own command-line installer as a user runs it, before
+  // the office's first start on the profile or after one start.
+  enum class Install {
+    kByTheOffice,
+    kWithUnopkgBeforeFirstStart,
+    kWithUnopkgAfterFirstStart,
+    kByTheRunningOffice  // through the extension manager, and the office goes on without a restart
+  };
   struct Options {
     std::string extension;    // .oxt to install into the profile; empty for none
+    Install install = Install::kByTheOffice;
     std::string profileDir;   // empty: a fresh folder under the temp folder
     int startTimeoutSeconds = 90;
   };
@@ -45,6 +57,9 @@ class OfficeProcess {
   OfficeProcess() = default;
   void Launch();
   void InstallExtension(const std::string& path);
+  // Runs unopkg on the profile, as an ordinary user when this is root (the
+  // installer refuses root for a user's profile).
+  void InstallWithUnopkg(const std::string& path);
   void Connect(int timeoutSeconds);
 
   std::string profile_;

@@ -5,8 +5,6 @@
 #include <mutex>
 #include <vector>
 
-#include <com/sun/star/awt/AsyncCallback.hpp>
-#include <com/sun/star/awt/XCallback.hpp>
 #include <com/sun/star/frame/DispatchDescriptor.hpp>
 #include <com/sun/star/frame/FeatureStateEvent.hpp>
 #include <com/sun/star/frame/XStatusListener.hpp>
@@ -14,6 +12,7 @@
 #include <cppuhelper/supportsservice.hxx>
 
 #include "Uno.h"
+#include "StartupJob.h"
 #include "dsrConnect.h"
 
 namespace nivarel::host {
@@ -22,16 +21,6 @@ namespace {
 
 constexpr char kProtocol[] = "vnd.nivarel:";
 constexpr char kControlPrefix[] = "rxNivarel";
-
-// Runs a command from the office's event loop.
-class Deferred : public cppu::WeakImplHelper1<css::awt::XCallback> {
- public:
-  explicit Deferred(std::function<void()> run) : run_(std::move(run)) {}
-  void SAL_CALL notify(const uno::Any&) override { run_(); }
-
- private:
-  std::function<void()> run_;
-};
 
 // The office's menu entries and buttons that watch a command's state.
 struct Watcher {
@@ -114,6 +103,7 @@ uno::Sequence<Reference<css::frame::XDispatch>> ProtocolHandler::queryDispatches
 }
 
 void ProtocolHandler::dispatch(const css::util::URL& url, const uno::Sequence<css::beans::PropertyValue>& arguments) {
+  StartupJob::ConnectOnce(context_);
   OUString controlId;
   if (!url.Complete.startsWith(kProtocol, &controlId)) return;
   std::string id = ToUtf8(controlId);
@@ -126,13 +116,14 @@ void ProtocolHandler::dispatch(const css::util::URL& url, const uno::Sequence<cs
     TheConnection().rxNivarel_OnAction(id);
     return;
   }
-  auto callback = css::awt::AsyncCallback::create(context_);
-  callback->addCallback(new Deferred([id] { TheConnection().rxNivarel_OnAction(id); }), uno::Any());
+  RunLater(context_, [id] { TheConnection().rxNivarel_OnAction(id); });
 }
 
 void ProtocolHandler::addStatusListener(const Reference<css::frame::XStatusListener>& listener,
                                         const css::util::URL& url) {
   if (!listener.is()) return;
+  // A menu asking before the start-up job ran finds the add-in connected.
+  StartupJob::ConnectOnce(context_);
   Watcher w{listener, url, this};
   if (IsCommand(url.Complete)) {
     std::lock_guard<std::mutex> lock(watchersMutex);

@@ -29,20 +29,24 @@ uno::Sequence<OUString> StartupJob::ServiceNames() {
 }
 
 uno::Any StartupJob::execute(const uno::Sequence<css::beans::NamedValue>&) {
-  if (connected.exchange(true)) return {};
+  ConnectOnce(context_);
+  return {};
+}
+
+void StartupJob::ConnectOnce(const Reference<uno::XComponentContext>& context) {
+  if (connected.exchange(true)) return;
   try {
     auto session = std::make_shared<HostSession>();
-    session->context = context_;
-    session->desktop = css::frame::Desktop::create(context_);
+    session->context = context;
+    session->desktop = css::frame::Desktop::create(context);
     TheConnection().AddinInstance_OnConnection(Application(session));
     TheConnection().AddinInstance_OnStartupComplete();
     session->desktop->addTerminateListener(
         new TerminateListener([] { TheConnection().AddinInstance_OnDisconnection(); }));
   } catch (...) {
     // The office starts without the add-in.
-    ErrorHandler("StartupJob", "execute", false);
+    ErrorHandler("StartupJob", "ConnectOnce", false);
   }
-  return {};
 }
 
 OUString StartupJob::getImplementationName() { return ImplementationName(); }

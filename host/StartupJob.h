@@ -1,6 +1,9 @@
 // The job that the office runs when it starts: it connects the add-in once per
 // office process and arranges the disconnection for when the office
-// terminates. Running the job again does nothing.
+// terminates. Running the job again does nothing. The office does not always
+// run it (an extension added while the office runs, a first start that
+// registers the extension late): the add-in's menu then connects through
+// ConnectOnce when it first asks for its state.
 #pragma once
 
 #include <com/sun/star/lang/XServiceInfo.hpp>
@@ -14,6 +17,9 @@ class StartupJob
     : public cppu::WeakImplHelper2<com::sun::star::task::XJob, com::sun::star::lang::XServiceInfo> {
  public:
   explicit StartupJob(const com::sun::star::uno::Reference<com::sun::star::uno::XComponentContext>& context);
+
+  // Connects the add-in to this office unless that has happened already.
+  static void ConnectOnce(const com::sun::star::uno::Reference<com::sun::star::uno::XComponentContext>& context);
 
   static rtl::OUString ImplementationName();
   static com::sun::star::uno::Sequence<rtl::OUString> ServiceNames();

@@ -103,3 +103,41 @@ TEST(ExtensionCommands, ControlIdsReachTheHandler) {
 }
 
 }  // namespace
+
+namespace {
+
+// A user installs the extension with the office's installer and starts the
+// office; in the first Calc window the add-in is connected once and its menu
+// offers Start Flowcharting (and not Stop), with no restart by anyone.
+void ExpectAReadyMenuAfter(OfficeProcess::Install install) {
+  LifecycleLog log;
+  OfficeProcess::Options options;
+  options.extension = NIVAREL_OXT;
+  options.install = install;
+  auto office = OfficeProcess::Start(options);
+  Application app = office->App();
+  app.GetWorkbooks().Add();
+  const std::string start = "vnd.nivarel:rxNivarelStartFlowcharting", stop = "vnd.nivarel:rxNivarelStopFlowcharting";
+  auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+  while (!CommandEnabled(app, start) && std::chrono::steady_clock::now() < end)
+    std::this_thread::sleep_for(std::chrono::milliseconds(200));
+  EXPECT_TRUE(CommandEnabled(app, start)) << "Start Flowcharting greyed out";
+  EXPECT_FALSE(CommandEnabled(app, stop));
+  EXPECT_EQ(ReadFile(log.Path()), "connect\n");
+}
+
+TEST(ExtensionFirstStart, InstalledBeforeTheOfficeEverStarted) {
+  ExpectAReadyMenuAfter(OfficeProcess::Install::kWithUnopkgBeforeFirstStart);
+}
+
+TEST(ExtensionFirstStart, InstalledAfterOneStartOfTheOffice) {
+  ExpectAReadyMenuAfter(OfficeProcess::Install::kWithUnopkgAfterFirstStart);
+}
+
+// Added in the running office's Extension Manager, and used before any
+// restart: the office's start-up event is long past.
+TEST(ExtensionFirstStart, InstalledWhileTheOfficeRuns) {
+  ExpectAReadyMenuAfter(OfficeProcess::Install::kByTheRunningOffice);
+}
+
+}  // namespace
