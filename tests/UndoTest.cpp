@@ -7,6 +7,8 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <fstream>
+#include <iterator>
 #include <string>
 #include <thread>
 #include <vector>
@@ -48,6 +50,13 @@ class UndoTest : public testing::AddinFixture {
       if (!shapes.Item(i).Connector()) out.push_back(shapes.Item(i));
     return out;
   }
+  // The sheet's drawing as the office renders it, as PNG bytes.
+  std::string Picture(const std::string& name) {
+    std::string path = testing::ConfigHome() + "/undo-" + name + ".png";
+    sheet_->ExportDrawingPicture(path);
+    std::ifstream in(path, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(in), {});
+  }
   // Each symbol joined to the next by a glued line.
   void ExpectAChain() {
     auto symbols = Symbols();
@@ -73,6 +82,8 @@ TEST_F(UndoTest, EachTypedStepIsOneEntryThatCtrlZTakesBackWithItsTextAndCtrlYDra
   EXPECT_EQ("Nivarel: Ship it", Entries()[0]);
   EXPECT_EQ("Nivarel: Check stock", Entries()[1]);
   std::string next = Cursor();
+  std::string drawn = Picture("drawn");
+  ASSERT_GT(drawn.size(), 1000u) << "a picture of the chart";
 
   for (int i = 2; i >= 0; --i) {
     Ui().PressKey("CTRL+z");
@@ -88,6 +99,7 @@ TEST_F(UndoTest, EachTypedStepIsOneEntryThatCtrlZTakesBackWithItsTextAndCtrlYDra
   }
   ExpectAChain();
   EXPECT_EQ(4u, Symbols().size()) << "the run drew nothing again while the office redid";
+  EXPECT_EQ(drawn, Picture("redrawn")) << "the chart drawn again looks as it did";
 
   // Back and forth many times: the office keeps answering and nothing is
   // drawn twice.
