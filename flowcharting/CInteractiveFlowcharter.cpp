@@ -21,6 +21,7 @@
 #include "TextFrame.h"
 #include "TextFrame2.h"
 #include "AddedShapes.h"
+#include "KeptShading.h"
 #include "UndoList.h"
 #include "TextEncoding.h"
 #include "Window.h"
@@ -220,6 +221,7 @@ void CInteractiveFlowcharter::m_ws_Change(const host::Range& target) {
   // Everything one change draws is one entry of the undo list, opened at
   // the first step found, before anything is changed.
   std::optional<host::UndoList::Entry> entry;
+  std::optional<host::KeptShading> shading;
   std::optional<host::AddedShapes> added;
   try {
     host::ExcelApp->SetScreenUpdating(false);
@@ -238,6 +240,7 @@ void CInteractiveFlowcharter::m_ws_Change(const host::Range& target) {
         if (!entry) {
           TakeOverTheEdit(target);
           entry.emplace(m_ws->Parent(), kEntryPrefix + m_Text);
+          shading.emplace(*m_ws);
           added.emplace(*m_ws);
           CatchUpWithUndo();
         }
@@ -542,6 +545,7 @@ void CInteractiveFlowcharter::StopFlowcharting(bool skip) {
     }
     // The end terminator and the guides' going are one entry of the undo list.
     host::UndoList::Entry entry(m_ws->Parent(), std::string(kEntryPrefix) + "Stop Flowcharting");
+    host::KeptShading shading(*m_ws);
     bool endTerminator = false;
     if (!skip) {
       endTerminator = m_Config.EndTerminator;

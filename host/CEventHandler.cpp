@@ -12,6 +12,7 @@
 #include "Shapes.h"
 #include "TextConvert.h"
 #include "AddedShapes.h"
+#include "KeptShading.h"
 #include "UndoList.h"
 #include "Workbooks.h"
 #include "frmAbout.h"
@@ -157,8 +158,12 @@ bool CEventHandler::StartInteractiveFlowcharting() {
       // The layout, the template and the start terminator are one entry of
       // the undo list.
       std::optional<UndoList::Entry> entry;
+      std::optional<KeptShading> shading;
       auto book = ExcelApp->ActiveWorkbook();
-      if (result && book) entry.emplace(*book, "Nivarel: Start Flowcharting");
+      if (result && book) {
+        entry.emplace(*book, "Nivarel: Start Flowcharting");
+        if (auto ws = ExcelApp->ActiveSheet(); ws && ws->TypeName() == "Worksheet") shading.emplace(*ws);
+      }
       if (result) {
         if (config.LoadTemplate) LoadTemplate(config.TemplateFilePath);
         SetPageLayout(config);
@@ -314,6 +319,7 @@ void CEventHandler::ClearShading() {
     auto ws = ExcelApp->ActiveSheet();
     if (!ws || ws->TypeName() != "Worksheet") return;
     UndoList::Entry entry(ws->Parent(), "Nivarel: Clear Shading");
+    KeptShading shading(*ws);
     ws->Columns().GetInterior().SetColorIndex(xlNone);
   } catch (...) {
   }

@@ -47,17 +47,29 @@ void UndoList::Redo() {
   Call("UndoList.Redo", [&] { ManagerOf(*book_)->redo(); });
 }
 
+void KeepUndoListLocked(const Reference<css::document::XUndoManager>& manager, int& taken) {
+  if (manager->isLocked()) return;
+  // Undone to no lock and done again: the office switches recording off on
+  // the first lock only.
+  int held = 0;
+  try {
+    for (;; ++held) manager->unlock();
+  } catch (const css::util::NotLockedException&) {
+  }
+  if (held == 0) {
+    ++taken;
+    held = 1;
+  }
+  for (int i = 0; i < held; ++i) manager->lock();
+}
+
 void UndoList::HoldPause() {
   Call("UndoList.Pause", [&] {
     auto manager = ManagerOf(*book_);
-    if (manager->isLocked()) return;
-    // Undone to no pause and done again: the office locks on the first.
-    int held = 0;
-    try {
-      for (;; ++held) manager->unlock();
-    } catch (const css::util::NotLockedException&) {
-    }
-    for (int i = 0; i < held; ++i) manager->lock();
+    int taken = 0;
+    KeepUndoListLocked(manager, taken);
+    // With no pause held there was nothing to hold.
+    for (; taken > 0; --taken) manager->unlock();
   });
 }
 

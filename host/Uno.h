@@ -12,6 +12,7 @@
 #include <vector>
 
 #include <com/sun/star/awt/XWindowPeer.hpp>
+#include <com/sun/star/document/XUndoManager.hpp>
 #include <com/sun/star/beans/PropertyValue.hpp>
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/container/XIndexAccess.hpp>
@@ -71,6 +72,11 @@ void RunOnOfficeThread(const std::function<void()>& f);
 // has returned, with calls going straight to the office. f reports its own
 // failures; whatever escapes it is dropped, so that the office goes on.
 void RunLater(const Reference<uno::XComponentContext>& context, std::function<void()> f);
+// The office switches an undo list's recording back on, behind its lock,
+// whenever it changes cells itself. While a lock is held this switches the
+// recording off again; with no lock held it takes one, counted in taken, for
+// the caller to give back.
+void KeepUndoListLocked(const Reference<css::document::XUndoManager>& manager, int& taken);
 // Marks the current thread as serving a call from the office's thread (the
 // office's callbacks into this process): calls made here go straight back.
 class OfficeThreadScope {

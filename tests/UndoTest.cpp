@@ -1,9 +1,8 @@
 // Ctrl+Z and Ctrl+Y on a run started from the menu, pressed as a person
 // presses them: each typed step is one entry of the undo list, taken back
 // whole with its text put back into its cell, and drawn again glued; Start
-// and Stop are one entry each; the office keeps answering throughout. (The
-// office does not take back a colour given to the whole sheet: the white
-// fill and the guides are not checked after the start is undone.)
+// and Stop are one entry each, the cells' shading with them; the office
+// keeps answering throughout.
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -137,11 +136,17 @@ TEST_F(UndoTest, AfterAStepIsTakenBackTheNextStepJoinsTheOneBeforeIt) {
 TEST_F(UndoTest, CtrlZAfterStopTakesTheEndFirstAndAtLastLeavesTheSheetAsBeforeStart) {
   host::Range cell = sheet_->GetRange("M60");
   double width = cell.Width(), height = cell.Height();
+  auto shade = [&](const std::string& address) { return sheet_->GetRange(address).GetInterior().ColorIndex(); };
+  constexpr int kNone = host::Interior::kNone;
+  ASSERT_EQ(kNone, shade("M60")) << "a new sheet has no fill";
 
   StartFromTheMenu();
   std::string first = Cursor();
+  EXPECT_NE(kNone, shade(first)) << "the guides cross at the cursor";
   Ui().TypeIntoCell(first, "receive the order");
   ASSERT_TRUE(WaitForShapes(3));
+  std::string next = Cursor();
+  ASSERT_NE(kNone, shade(next)) << "the guides cross at the next cell";
   Drive([&] { Ui().RunCommand(kStop); }, " Add End Terminator?", [&] { Ui().PressDialogKey("RETURN"); });
   ASSERT_TRUE(WaitForShapes(5)) << "the end terminator and its line";
   ASSERT_FALSE(host::CommandEnabled(App(), kStop));
@@ -149,15 +154,21 @@ TEST_F(UndoTest, CtrlZAfterStopTakesTheEndFirstAndAtLastLeavesTheSheetAsBeforeSt
   EXPECT_EQ("Nivarel: Receive the order", Entries()[1]);
   EXPECT_EQ("Nivarel: Start Flowcharting", Entries()[2]);
 
+  EXPECT_EQ(kNone, shade(next)) << "Stop takes the guides away";
+
   Ui().PressKey("CTRL+z");
   ASSERT_TRUE(WaitForShapes(3)) << "the end terminator goes first";
+  EXPECT_NE(kNone, shade(next)) << "the guides come back with the run";
   Ui().PressKey("CTRL+z");
   ASSERT_TRUE(WaitForShapes(1));
   EXPECT_EQ("receive the order", sheet_->GetRange(first).Value());
+  EXPECT_NE(kNone, shade(first)) << "the guides cross at the first cell again";
   Ui().PressKey("CTRL+z");
   ASSERT_TRUE(WaitForShapes(0)) << "the start terminator goes with the start";
   EXPECT_NEAR(width, cell.Width(), 0.01) << "the columns as they were";
   EXPECT_NEAR(height, cell.Height(), 0.01) << "the rows as they were";
+  EXPECT_EQ(kNone, shade("M60")) << "no white fill";
+  EXPECT_EQ(kNone, shade(first)) << "no guides";
   EXPECT_EQ("", host::ReadLogFile());
 }
 
