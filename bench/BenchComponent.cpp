@@ -43,6 +43,7 @@ namespace nivarel::bench {
 namespace {
 
 using namespace host;
+using namespace office;
 namespace frame = css::frame;
 
 constexpr char kProtocol[] = "vnd.nivarel-bench:";

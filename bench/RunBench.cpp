@@ -15,7 +15,8 @@
 #include "Workbooks.h"
 
 int main(int argc, char** argv) {
-  using namespace nivarel::host;
+  using namespace nivarel::office;
+  using namespace nivarel::driver;
   std::string oxt = argc > 1 ? argv[1] : NIVAREL_BENCH_OXT;
   try {
     OfficeProcess::Options options;

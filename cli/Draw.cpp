@@ -22,18 +22,19 @@
 #include "Shape.h"
 #include "Shapes.h"
 #include "UiDriver.h"
+#include "Text.h"
 
 namespace nivarel::cli {
 
 namespace fs = std::filesystem;
 using namespace nivarel::host;
+using namespace nivarel::office;
+using namespace nivarel::driver;
 
 namespace {
 
 std::string Extension(const std::string& path) {
-  std::string ext = fs::path(path).extension().string();
-  for (auto& c : ext) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-  return ext;
+  return rules::LowerCase(fs::path(path).extension().string());
 }
 
 bool ReadSteps(const std::string& source, std::istream& in, std::vector<std::string>& steps) {
@@ -68,11 +69,7 @@ bool WaitFor(F ready, int timeoutMs) {
 // offer would.
 // A line that drops a note on the sheet rather than a step.
 bool IsLabel(const std::string& step) {
-  size_t b = step.find_first_not_of(" \t");
-  if (b == std::string::npos || step.size() < b + 4) return false;
-  std::string head = step.substr(b, 4);
-  for (auto& c : head) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-  return head == "LBL:";
+  return rules::UpperCase(rules::TrimLeft(step, rules::kBlankOrTab)).rfind("LBL:", 0) == 0;
 }
 
 // The cell one column right of the chart's last symbol, two rows above the

@@ -21,7 +21,7 @@ namespace nivarel::cli {
 
 namespace {
 
-using nivarel::host::HostError;
+using nivarel::office::HostError;
 
 // A JSON object written field by field, so that numbers keep two decimals.
 class JsonLine {
@@ -55,7 +55,7 @@ class JsonLine {
 };
 
 // The shape's text; empty for a shape that holds none, such as a group.
-std::string TextOf(const host::Shape& shape) {
+std::string TextOf(const office::Shape& shape) {
   try {
     return shape.GetTextFrame().GetCharacters().Text();
   } catch (const HostError&) {
@@ -63,43 +63,43 @@ std::string TextOf(const host::Shape& shape) {
   }
 }
 
-std::optional<std::string> NameOf(const std::optional<host::Shape>& shape) {
+std::optional<std::string> NameOf(const std::optional<office::Shape>& shape) {
   if (!shape) return std::nullopt;
   return shape->Name();
 }
 
 }  // namespace
 
-std::string DescribeShape(const host::Shape& shape) {
+std::string DescribeShape(const office::Shape& shape) {
   JsonLine line;
   line.Text("name", shape.Name());
   int type = shape.Type();
   bool connector = shape.Connector();
   line.Number("type", type);
-  if (type == host::msoAutoShape && !connector) line.Number("autoshape", shape.AutoShapeType());
+  if (type == office::msoAutoShape && !connector) line.Number("autoshape", shape.AutoShapeType());
   line.Points("left", shape.Left());
   line.Points("top", shape.Top());
   line.Points("width", shape.Width());
   line.Points("height", shape.Height());
   line.Text("text", TextOf(shape));
   if (connector) {
-    host::ConnectorFormat glue = shape.GetConnectorFormat();
+    office::ConnectorFormat glue = shape.GetConnectorFormat();
     line.Name("begin", NameOf(glue.BeginConnectedShape()));
     line.Name("end", NameOf(glue.EndConnectedShape()));
     line.Number("begin_site", glue.BeginConnectionSite());
     line.Number("end_site", glue.EndConnectionSite());
   }
-  if (type == host::msoGroup) {
+  if (type == office::msoGroup) {
     std::vector<std::string> members;
-    for (const host::Shape& member : shape.GroupItems()) members.push_back(member.Name());
+    for (const office::Shape& member : shape.GroupItems()) members.push_back(member.Name());
     line.Names("members", members);
   }
   return line.Str();
 }
 
-void ListShapes(const host::Worksheet& sheet, std::ostream& out) {
+void ListShapes(const office::Worksheet& sheet, std::ostream& out) {
   // Everything is read before anything is written: a failure prints no half list.
-  host::Shapes shapes = sheet.GetShapes();
+  office::Shapes shapes = sheet.GetShapes();
   std::vector<std::string> lines;
   int count = shapes.Count();
   for (int i = 1; i <= count; ++i) lines.push_back(DescribeShape(shapes.Item(i)));
@@ -124,8 +124,8 @@ int ListShapesInFile(const std::string& path, std::ostream& out, std::ostream& e
   }
 
   // The office ends when this pointer goes, on every road out.
-  std::unique_ptr<host::OfficeProcess> office = host::OfficeProcess::Start({});
-  std::optional<host::Workbook> book;
+  std::unique_ptr<driver::OfficeProcess> office = driver::OfficeProcess::Start({});
+  std::optional<office::Workbook> book;
   try {
     book = office->App().GetWorkbooks().Open(path, true);
   } catch (const HostError& e) {

@@ -14,10 +14,10 @@ namespace nivarel::cli {
 // auto shapes), left, top, width, height (points, two decimals), text;
 // begin, end, begin_site, end_site for a connector (null and 0 at a loose
 // end); members' names for a group.
-std::string DescribeShape(const host::Shape& shape);
+std::string DescribeShape(const office::Shape& shape);
 
 // Every shape of the sheet, in drawing order.
-void ListShapes(const host::Worksheet& sheet, std::ostream& out);
+void ListShapes(const office::Worksheet& sheet, std::ostream& out);
 
 // Opens path (.ods, .xlsx, ...) read-only in an office of its own and lists
 // its first sheet's shapes on out. Returns the exit code: 0, or 1 with a

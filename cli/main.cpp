@@ -17,7 +17,8 @@
 #include "ShapeListing.h"
 #include "Shapes.h"
 
-using namespace nivarel::host;
+using namespace nivarel::office;
+using namespace nivarel::driver;
 
 namespace {
 

@@ -26,7 +26,7 @@ if(NOT EXISTS "${_stamp}")
 endif()
 
 # office::runtime links the office's runtime libraries; office::uno adds the
-# API headers, for the host layer only.
+# API headers, for office/, driver/, the bench and the components of host/.
 add_library(office::runtime INTERFACE IMPORTED)
 target_link_directories(office::runtime INTERFACE "${OFFICE_SDK}/lib")
 target_link_libraries(office::runtime INTERFACE uno_cppuhelpergcc3 uno_cppu uno_salhelpergcc3 uno_sal)

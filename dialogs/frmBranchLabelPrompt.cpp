@@ -4,6 +4,7 @@
 #include "MGlobalVariables.h"
 #include "TextConvert.h"
 #include "UserDialog.h"
+#include "Text.h"
 
 namespace nivarel::dialogs {
 
@@ -21,10 +22,10 @@ void frmBranchLabelPrompt::Display(const rules::CConfig& config) {
     dialog.SetText("txtBottom", bottom_);
     dialog.SetText("txtLeft", left_);
     dialog.Execute();
-    top_ = rules::TrimSpaces(dialog.Text("txtTop"));
-    right_ = rules::TrimSpaces(dialog.Text("txtRight"));
-    bottom_ = rules::TrimSpaces(dialog.Text("txtBottom"));
-    left_ = rules::TrimSpaces(dialog.Text("txtLeft"));
+    top_ = rules::Trim(dialog.Text("txtTop"));
+    right_ = rules::Trim(dialog.Text("txtRight"));
+    bottom_ = rules::Trim(dialog.Text("txtBottom"));
+    left_ = rules::Trim(dialog.Text("txtLeft"));
   } catch (...) {
     host::ErrorHandler("frmBranchLabelPrompt", "Display", false);
   }

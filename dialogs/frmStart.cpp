@@ -7,6 +7,7 @@
 #include "PickCell.h"
 #include "TextConvert.h"
 #include "UserDialog.h"
+#include "Text.h"
 
 namespace nivarel::dialogs {
 
@@ -53,15 +54,15 @@ bool ValidateForm(host::UserDialog& form, bool& blockDiagram) {
     blockDiagram = false;
     return true;
   }
-  std::string file = rules::TrimSpaces(form.Text("txtTemplateFile"));
+  std::string file = rules::Trim(form.Text("txtTemplateFile"));
   if (file.empty()) {
     host::MsgBox("You have selected to load a template,\r\nbut the template file field is empty.",
-                 host::vbExclamation, "Invalid Template");
+                 office::vbExclamation, "Invalid Template");
     form.SetFocus("txtTemplateFile");
     return false;
   }
   if (!host::FileExists(file)) {
-    host::MsgBox("The template file entered does not exist.", host::vbExclamation, "Invalid Template");
+    host::MsgBox("The template file entered does not exist.", office::vbExclamation, "Invalid Template");
     form.SetFocus("txtTemplateFile");
     return false;
   }
@@ -122,8 +123,8 @@ void frmStart::Display(const rules::CConfig& config) {
       PickCellInto(dialog, "txtCell", "Select the worksheet cell to place the first symbol.");
 
     addTerminator_ = dialog.Checked("chkStartTerminator");
-    terminatorText_ = rules::TrimSpaces(dialog.Text("txtTerminator"));
-    startLocation_ = rules::TrimSpaces(dialog.Text("txtCell"));
+    terminatorText_ = rules::Trim(dialog.Text("txtTerminator"));
+    startLocation_ = rules::Trim(dialog.Text("txtCell"));
     showGuidelines_ = dialog.Checked("chkShowGuidelines");
     hideGridlines_ = dialog.Checked("chkHideGridlines");
     isGrid_ = dialog.Checked("optGrid0");
@@ -135,7 +136,7 @@ void frmStart::Display(const rules::CConfig& config) {
     margins_ = std::to_string(margins < 0 ? 0 : margins);
     int orientation = dialog.ListIndex("cboOrientation");
     orientation_ = static_cast<int16_t>((orientation < 0 ? 0 : orientation) + 1);
-    templateFilePath_ = loadTemplate_ ? rules::TrimSpaces(dialog.Text("txtTemplateFile")) : std::string();
+    templateFilePath_ = loadTemplate_ ? rules::Trim(dialog.Text("txtTemplateFile")) : std::string();
   } catch (...) {
     host::ErrorHandler(kSource, "Display", false);
   }

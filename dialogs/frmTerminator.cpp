@@ -9,6 +9,7 @@
 #include "TextConvert.h"
 #include "TextEncoding.h"
 #include "UserDialog.h"
+#include "Text.h"
 
 namespace nivarel::dialogs {
 
@@ -24,20 +25,20 @@ const char* const kCellAdvice =
 // Checks the entries in order; false leaves the form open with the focus on
 // the box to mend.
 bool ValidateForm(host::UserDialog& form) {
-  if (rules::TrimSpaces(form.Text("txtTerminator")).empty()) {
+  if (rules::Trim(form.Text("txtTerminator")).empty()) {
     int answer = host::MsgBox(
         "The terminator text you entered was blank.\r\n\r\n"
         "- Click OK to add a blank Terminator symbol.\r\n"
         "- Click Cancel to to edit the text.",
-        host::vbOKCancel | host::vbQuestion, "No Terminator Text - Edit Text");
-    if (answer == host::vbCancel) {
+        office::vbOKCancel | office::vbQuestion, "No Terminator Text - Edit Text");
+    if (answer == office::vbCancel) {
       form.SetFocus("txtTerminator");
       return false;
     }
   }
-  std::string cell = rules::TrimSpaces(form.Text("txtCell"));
+  std::string cell = rules::Trim(form.Text("txtCell"));
   if (cell.empty()) {
-    host::MsgBox(std::string("The cell address you entered was blank.\r\n") + kCellAdvice, host::vbExclamation,
+    host::MsgBox(std::string("The cell address you entered was blank.\r\n") + kCellAdvice, office::vbExclamation,
                  "Empty Cell Address");
     form.SetFocus("txtCell");
     return false;
@@ -52,7 +53,7 @@ bool ValidateForm(host::UserDialog& form) {
   } catch (...) {
   }
   if (!valid) {
-    host::MsgBox(std::string("The cell address entered was invalid.\r\n") + kCellAdvice, host::vbExclamation,
+    host::MsgBox(std::string("The cell address entered was invalid.\r\n") + kCellAdvice, office::vbExclamation,
                  "Invalid Cell Address");
     form.SetFocus("txtCell");
   }
@@ -78,7 +79,7 @@ void frmTerminator::Display(const std::string& location, const std::string& term
           ok_ = true;
           if (!ValidateForm(*form)) return;
           if (form->Checked("chkSetDefaultTerminatorText")) {
-            std::string text = rules::TrimSpaces(form->Text("txtTerminator"));
+            std::string text = rules::Trim(form->Text("txtTerminator"));
             (stop ? config.EndTerminatorText : config.StartTerminatorText) = text;
             rules::CIniDataAccess().SaveConfigData(config);
           }
@@ -99,8 +100,8 @@ void frmTerminator::Display(const std::string& location, const std::string& term
     dialog.SetText("txtCell", location);
     while (dialog.Execute() == kPickCell)
       PickCellInto(dialog, "txtCell", "Select the worksheet cell to place the Terminator.");
-    text_ = rules::TrimSpaces(dialog.Text("txtTerminator"));
-    location_ = rules::TrimSpaces(dialog.Text("txtCell"));
+    text_ = rules::Trim(dialog.Text("txtTerminator"));
+    location_ = rules::Trim(dialog.Text("txtCell"));
   } catch (...) {
     host::ErrorHandler("frmTerminator", "Display", false);
   }

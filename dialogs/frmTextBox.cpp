@@ -4,6 +4,7 @@
 #include "MGlobalVariables.h"
 #include "TextConvert.h"
 #include "UserDialog.h"
+#include "Text.h"
 
 namespace nivarel::dialogs {
 
@@ -14,7 +15,7 @@ void frmTextBox::Display() {
     if (!host::ExcelApp) return;
     host::UserDialog dialog(*host::ExcelApp, "frmTextBox", ok_);
     dialog.Execute();
-    text_ = rules::TrimSpaces(dialog.Text("txtContent"));
+    text_ = rules::Trim(dialog.Text("txtContent"));
   } catch (...) {
     host::ErrorHandler("frmTextBox", "Display", false);
   }

@@ -26,6 +26,7 @@
 #include "TextEncoding.h"
 #include "Window.h"
 #include "frmTerminator.h"
+#include "Text.h"
 
 namespace nivarel::flowcharting {
 
@@ -65,10 +66,10 @@ bool IsCallout(int type) { return type >= 105 && type <= 124; }
 // changed inside it.
 class Drawing {
  public:
-  explicit Drawing(const host::Worksheet& sheet) : pause_(sheet.Parent()) {}
+  explicit Drawing(const office::Worksheet& sheet) : pause_(sheet.Parent()) {}
 
  private:
-  host::UndoList::Pause pause_;
+  office::UndoList::Pause pause_;
 };
 
 }  // namespace
@@ -80,7 +81,7 @@ CInteractiveFlowcharter::CInteractiveFlowcharter() {
     rules::CIniSymbolDataAccess().InitializeRules(m_Symbols, m_Prefixes, m_Keywords);
     m_MaxWidth = m_Symbols.GetMaxWidth();
     m_ChangeCount = 0;
-    if (m_ws) m_Listening = m_ws->OnChange([this](const host::Range& target) { m_ws_Change(target); });
+    if (m_ws) m_Listening = m_ws->OnChange([this](const office::Range& target) { m_ws_Change(target); });
   } catch (...) {
     host::ErrorHandler(kSource, "Class_Initialize", false);
   }
@@ -102,7 +103,7 @@ void CInteractiveFlowcharter::UpdateSheetGuides() {
     auto window = host::ExcelApp->ActiveWindow();
     if (window) window->SetDisplayGridlines(!m_Config.HideGridlines);
     if (m_Config.ShowGuides && m_ws) {
-      m_ws->Columns().GetInterior().SetColorIndex(host::xlNone);
+      m_ws->Columns().GetInterior().SetColorIndex(office::xlNone);
       m_ws->Row(m_Row).GetInterior().SetColorIndex(kGrey);
       m_ws->Column(m_Column).GetInterior().SetColorIndex(kGrey);
     }
@@ -120,12 +121,12 @@ void CInteractiveFlowcharter::RestartFlowcharting(const rules::CConfig& config) 
   }
 }
 
-void CInteractiveFlowcharter::FitTerminator(host::Shape& shape, int16_t width) {
+void CInteractiveFlowcharter::FitTerminator(office::Shape& shape, int16_t width) {
   double left = shape.Left(), top = shape.Top();
   if (host::ExcelVersion >= 12) {
     try {
-      shape.GetTextFrame2().SetWordWrap(host::msoFalse);
-      shape.GetTextFrame2().SetAutoSize(host::msoAutoSizeShapeToFitText);
+      shape.GetTextFrame2().SetWordWrap(office::msoFalse);
+      shape.GetTextFrame2().SetAutoSize(office::msoAutoSizeShapeToFitText);
     } catch (...) {
     }
   }
@@ -156,7 +157,7 @@ bool CInteractiveFlowcharter::StartFlowcharting(const rules::CConfig& config) {
         "If you still wish to add a terminator,\r\n"
         "you may manually add one using the Autoshapes\r\n"
         "on the Drawing toolbar.",
-        host::vbExclamation, "Invalid Entry");
+        office::vbExclamation, "Invalid Entry");
     return false;
   }
   try {
@@ -168,10 +169,10 @@ bool CInteractiveFlowcharter::StartFlowcharting(const rules::CConfig& config) {
     if (m_Config.StartTerminator) {
       m_ShapeType = kTerminator;
       UpdateSheetGuides();
-      host::AddedShapes added(*m_ws);
+      office::AddedShapes added(*m_ws);
       Drawing drawing(*m_ws);
       int16_t width = m_Symbols.GetWidth(kTerminator);
-      host::Shape shape = m_ws->GetShapes().AddShape(kTerminator, m_NextCell->Left(), m_NextCell->Top(),
+      office::Shape shape = m_ws->GetShapes().AddShape(kTerminator, m_NextCell->Left(), m_NextCell->Top(),
                                                      width * host::GlobalRowHeight,
                                                      m_Symbols.GetMinHeight(kTerminator) * host::GlobalRowHeight);
       shape.GetTextFrame().GetCharacters().SetText(m_Text);
@@ -213,16 +214,16 @@ std::string CInteractiveFlowcharter::GetLastShapeName() {
 
 std::string CInteractiveFlowcharter::LastShapeName() { return GetLastShapeName(); }
 
-void CInteractiveFlowcharter::m_ws_Change(const host::Range& target) {
+void CInteractiveFlowcharter::m_ws_Change(const office::Range& target) {
   ++m_ChangeCount;
   if (!m_ws || ReplayedByUndo()) return;
   Restore restore;
   bool processed = false;
   // Everything one change draws is one entry of the undo list, opened at
   // the first step found, before anything is changed.
-  std::optional<host::UndoList::Entry> entry;
-  std::optional<host::KeptShading> shading;
-  std::optional<host::AddedShapes> added;
+  std::optional<office::UndoList::Entry> entry;
+  std::optional<office::KeptShading> shading;
+  std::optional<office::AddedShapes> added;
   try {
     host::ExcelApp->SetScreenUpdating(false);
     host::ExcelApp->SetEnableEvents(false);
@@ -230,13 +231,12 @@ void CInteractiveFlowcharter::m_ws_Change(const host::Range& target) {
     for (int column = target.Column(); column <= target.LastColumn(); ++column) {
       bool first = true;
       for (int row = target.Row(); row <= target.LastRow(); ++row) {
-        host::Range cell = m_ws->Cells(row, column);
+        office::Range cell = m_ws->Cells(row, column);
         std::string value = cell.Value();
-        if (rules::TrimSpaces(value).empty()) continue;
+        if (rules::Trim(value).empty()) continue;
         processed = true;
         m_Text = value;
-        if (m_Config.Capitalize && !m_Text.empty() && std::islower(static_cast<unsigned char>(m_Text[0])))
-          m_Text[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(m_Text[0])));
+        if (m_Config.Capitalize) m_Text = rules::CapitalizeFirst(m_Text);
         if (!entry) {
           TakeOverTheEdit(target);
           entry.emplace(m_ws->Parent(), kEntryPrefix + m_Text);
@@ -309,7 +309,7 @@ void CInteractiveFlowcharter::m_ws_Change(const host::Range& target) {
 }
 
 bool CInteractiveFlowcharter::DrawStep(bool first) {
-  std::optional<host::Worksheet> sheet = m_ws;
+  std::optional<office::Worksheet> sheet = m_ws;
   auto shape = shapes::CShapeAdder().AddShape(sheet, m_Symbols, m_Config, m_Formatter, m_Text, m_Address,
                                               m_ShapeType, "");
   if (!shape) return false;
@@ -323,7 +323,7 @@ bool CInteractiveFlowcharter::DrawStep(bool first) {
     direction = m_Config.FlowDirection == 1 ? 1 : 2;
   } else {
     shapes::CShapeAlignment alignment;
-    host::Shape previous = m_ws->GetShapes().Item(m_LastShapeName);
+    office::Shape previous = m_ws->GetShapes().Item(m_LastShapeName);
     prompt = !alignment.AlignShapes(*m_ws, previous, *m_Shape, m_Column, m_LastColumn, m_Row, m_LastRow);
     direction = alignment.FlowDirection();
   }
@@ -332,14 +332,14 @@ bool CInteractiveFlowcharter::DrawStep(bool first) {
     AddFlowLineConnector(prompt);
   SelectNextCell(direction);
   // Bringing the screen back on can set the office recording again.
-  host::UndoList(m_ws->Parent()).HoldPause();
+  office::UndoList(m_ws->Parent()).HoldPause();
   if (type == kDecision) shapes::CDecisionLabelAdder().AddBranchLabels(*m_ws, *m_Shape, m_Config, m_Formatter);
   return true;
 }
 
 bool CInteractiveFlowcharter::ReplayedByUndo() {
   try {
-    host::UndoList undo(m_ws->Parent());
+    office::UndoList undo(m_ws->Parent());
     if (!undo.RedoTitles().empty()) return true;
     auto titles = undo.Titles();
     return !titles.empty() && titles[0].rfind(kEntryPrefix, 0) == 0;
@@ -349,10 +349,10 @@ bool CInteractiveFlowcharter::ReplayedByUndo() {
   }
 }
 
-void CInteractiveFlowcharter::TakeOverTheEdit(const host::Range& target) {
+void CInteractiveFlowcharter::TakeOverTheEdit(const office::Range& target) {
   if (static_cast<long>(target.RowCount()) * target.ColumnCount() > kLargestEditTakenOver) return;
   try {
-    host::UndoList undo(m_ws->Parent());
+    office::UndoList undo(m_ws->Parent());
     if (undo.Titles().empty()) return;
     auto typed = target.Formulas();
     undo.Undo();
@@ -361,8 +361,8 @@ void CInteractiveFlowcharter::TakeOverTheEdit(const host::Range& target) {
       undo.Redo();
       return;
     }
-    host::UndoList::Pause unrecorded(m_ws->Parent());
-    host::Range cells = target;
+    office::UndoList::Pause unrecorded(m_ws->Parent());
+    office::Range cells = target;
     cells.SetFormulas(typed);
   } catch (...) {
     host::ErrorHandler(kSource, "TakeOverTheEdit", false);
@@ -377,7 +377,7 @@ void CInteractiveFlowcharter::NoteStep() {
 
 void CInteractiveFlowcharter::CatchUpWithUndo() {
   try {
-    host::Shapes shapes = m_ws->GetShapes();
+    office::Shapes shapes = m_ws->GetShapes();
     size_t shown = m_Steps.size();
     for (; shown > 0; --shown) {
       try {
@@ -401,7 +401,7 @@ void CInteractiveFlowcharter::AddFlowLineConnector(bool prompt) {
   try {
     if (!m_ws) m_ws = host::ExcelApp->ActiveSheet();
     if (host::GetNonTemplateShapeCount(*m_ws) < 2 || !m_Shape) return;
-    std::optional<host::Shape> previous;
+    std::optional<office::Shape> previous;
     if (!m_LastShapeName.empty()) {
       try {
         previous = m_ws->GetShapes().Item(m_LastShapeName);
@@ -466,8 +466,8 @@ void CInteractiveFlowcharter::SelectNextCell(int16_t direction) {
     } catch (...) {
       // By way of A1, which takes any offset on the sheet; the row and
       // column 1 cases are one off, as they always were.
-      host::Range a1 = m_ws->GetRange("A1");
-      host::Range cell = a1;
+      office::Range a1 = m_ws->GetRange("A1");
+      office::Range cell = a1;
       if (row >= 2 && column >= 2)
         cell = a1.Offset(row - 1, column - 1);
       else if (row <= 1 && column <= 1)
@@ -496,8 +496,8 @@ bool CInteractiveFlowcharter::AddStopTerminator() {
     } else if (m_NextCell) {
       address = m_NextCell->AddressLocal(false);
     } else if (!m_LastShapeName.empty()) {
-      host::Shape last = m_ws->GetShapes().Item(m_LastShapeName);
-      host::Range below = m_ws->Cells(last.BottomRightCell().Row() + 2, last.TopLeftCell().Column());
+      office::Shape last = m_ws->GetShapes().Item(m_LastShapeName);
+      office::Range below = m_ws->Cells(last.BottomRightCell().Row() + 2, last.TopLeftCell().Column());
       below.Select();
       auto selection = host::ExcelApp->GetSelection();
       address = selection.cells ? selection.cells->AddressLocal(false) : below.AddressLocal(false);
@@ -514,18 +514,18 @@ bool CInteractiveFlowcharter::AddStopTerminator() {
     m_Text = prompt.TerminatorText();
     address = prompt.StartLocation();
 
-    host::Range cell = m_ws->GetRange(address);
+    office::Range cell = m_ws->GetRange(address);
     Drawing drawing(*m_ws);
     cell.Select();
     m_Row = cell.Row();
     m_Column = cell.Column();
     m_ShapeType = kTerminator;
-    host::Shape shape = m_ws->GetShapes().AddShape(kTerminator, cell.Left(), cell.Top(),
+    office::Shape shape = m_ws->GetShapes().AddShape(kTerminator, cell.Left(), cell.Top(),
                                                    m_Symbols.GetWidth(kTerminator) * host::GlobalRowHeight,
                                                    m_Symbols.GetMinHeight(kTerminator) * host::GlobalRowHeight);
     shape.GetTextFrame().GetCharacters().SetText(m_Text);
     try {
-      shape.GetTextFrame().SetReadingOrder(host::xlContext);
+      shape.GetTextFrame().SetReadingOrder(office::xlContext);
     } catch (...) {
     }
     m_Formatter.SetAllFormatSettings(shape, m_Config, m_Symbols.GetStyle(kTerminator));
@@ -544,8 +544,8 @@ void CInteractiveFlowcharter::StopFlowcharting(bool skip) {
     } catch (...) {
     }
     // The end terminator and the guides' going are one entry of the undo list.
-    host::UndoList::Entry entry(m_ws->Parent(), std::string(kEntryPrefix) + "Stop Flowcharting");
-    host::KeptShading shading(*m_ws);
+    office::UndoList::Entry entry(m_ws->Parent(), std::string(kEntryPrefix) + "Stop Flowcharting");
+    office::KeptShading shading(*m_ws);
     bool endTerminator = false;
     if (!skip) {
       endTerminator = m_Config.EndTerminator;
@@ -554,10 +554,10 @@ void CInteractiveFlowcharter::StopFlowcharting(bool skip) {
     bool endExists = false;
     if (endTerminator) {
       std::string wanted = rules::UpperCase(m_Text);
-      host::Shapes shapes = m_ws->GetShapes();
+      office::Shapes shapes = m_ws->GetShapes();
       for (int i = 1; i <= shapes.Count() && !endExists; ++i) {
-        host::Shape s = shapes.Item(i);
-        if (s.Type() != host::msoAutoShape || s.AutoShapeType() != kTerminator) continue;
+        office::Shape s = shapes.Item(i);
+        if (s.Type() != office::msoAutoShape || s.AutoShapeType() != kTerminator) continue;
         std::string text = rules::UpperCase(s.GetTextFrame().GetCharacters().Text());
         endExists = (!wanted.empty() && text.find(wanted) != std::string::npos) ||
                     text.find("STOP") != std::string::npos || text.find("END") != std::string::npos ||
@@ -566,8 +566,8 @@ void CInteractiveFlowcharter::StopFlowcharting(bool skip) {
     }
     host::ExcelApp->SetEnableEvents(false);
     host::ExcelApp->SetScreenUpdating(false);
-    if (m_Config.ShowGuides) m_ws->Columns().GetInterior().SetColorIndex(host::xlNone);
-    host::AddedShapes added(*m_ws);
+    if (m_Config.ShowGuides) m_ws->Columns().GetInterior().SetColorIndex(office::xlNone);
+    office::AddedShapes added(*m_ws);
     if (endTerminator && !endExists) {
       m_LastShapeName = GetLastShapeName();
       if (AddStopTerminator()) {

@@ -41,7 +41,7 @@ class CInteractiveFlowcharter {
   std::string LastShapeName();
 
   // The sheet's change event: each non-blank cell of target becomes a step.
-  void m_ws_Change(const host::Range& target);
+  void m_ws_Change(const office::Range& target);
   int32_t ChangeCount() const { return m_ChangeCount; }
 
  private:
@@ -51,8 +51,8 @@ class CInteractiveFlowcharter {
   void SelectNextCell(int16_t direction);
   void UpdateSheetGuides();
   // Steps 9 to 11 of the start: the terminator sized by its wrapped rows.
-  void FitTerminator(host::Shape& shape, int16_t width);
-  int NextRowBelow(const host::Shape& shape) const;
+  void FitTerminator(office::Shape& shape, int16_t width);
+  int NextRowBelow(const office::Shape& shape) const;
   // True when the cells changed because Ctrl+Z or Ctrl+Y replayed the undo
   // list (something is there to redo, or the entry done last is the add-in's
   // own): that is no step typed.
@@ -60,7 +60,7 @@ class CInteractiveFlowcharter {
   // The user's own undo entry for the edit gives way to the step's: the edit
   // is taken back and its content put into the cells again unrecorded, so
   // that undoing the step leaves the typed text in its cells.
-  void TakeOverTheEdit(const host::Range& target);
+  void TakeOverTheEdit(const office::Range& target);
   // Draws the step in hand: its symbol, sized, aligned, joined, with its
   // branch labels, and moves the cursor on. False when no symbol could be made.
   bool DrawStep(bool first);
@@ -79,8 +79,8 @@ class CInteractiveFlowcharter {
   rules::CConfig m_Config;
   rules::CSymbolData m_Symbols;
   shapes::CShapeFormatter m_Formatter;
-  std::optional<host::Shape> m_Shape;
-  std::optional<host::Range> m_NextCell;
+  std::optional<office::Shape> m_Shape;
+  std::optional<office::Range> m_NextCell;
   rules::RuleTable m_Keywords;
   rules::RuleTable m_Prefixes;
   int16_t m_ShapeType = 0;
@@ -98,8 +98,8 @@ class CInteractiveFlowcharter {
   std::vector<Step> m_Steps;
   size_t m_StepsShown = 0;
 
-  std::optional<host::Worksheet> m_ws;
-  host::Subscription m_Listening;
+  std::optional<office::Worksheet> m_ws;
+  office::Subscription m_Listening;
 };
 
 }  // namespace nivarel::flowcharting

@@ -12,6 +12,7 @@
 #include "Shape.h"
 #include "Shapes.h"
 #include "TextConvert.h"
+#include "Text.h"
 
 namespace nivarel::flowcharting {
 
@@ -20,20 +21,9 @@ namespace {
 constexpr char kSource[] = "CTextParser";
 constexpr int16_t kProcess = 61, kDecision = 63, kConnector = 73, kOffPageConnector = 74;
 
-std::string Trim(const std::string& s) {
-  size_t b = s.find_first_not_of(' ');
-  if (b == std::string::npos) return std::string();
-  return s.substr(b, s.find_last_not_of(' ') - b + 1);
-}
-
-std::string Upper(std::string s) {
-  for (auto& c : s) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-  return s;
-}
-
 }  // namespace
 
-void CTextParser::ParseText(const std::string& text, const rules::CConfig& config, host::Worksheet& worksheet,
+void CTextParser::ParseText(const std::string& text, const rules::CConfig& config, office::Worksheet& worksheet,
                             const rules::RuleTable& prefixTable, const rules::RuleTable& keywordTable,
                             const rules::CSymbolData& symbols, const std::string& cellAddress,
                             const std::string& lastShapeName) {
@@ -66,27 +56,27 @@ void CTextParser::SetPrefixAndText(const std::string& text, const std::string& d
     size_t p = delimiter.empty() ? 0 : text.find(delimiter);
     if (p == std::string::npos) {
       m_Prefix.clear();
-      m_Text = Trim(text);
+      m_Text = rules::Trim(text);
     } else {
       // Everything behind the delimiter's first character is the text.
-      m_Prefix = Upper(Trim(text.substr(0, p)));
-      m_Text = Trim(text.substr(p + 1));
+      m_Prefix = rules::UpperCase(rules::Trim(text.substr(0, p)));
+      m_Text = rules::Trim(text.substr(p + 1));
     }
     if (m_Text.empty()) {
       m_Text = " ";
     } else if (capitalize) {
-      m_Text[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(m_Text[0])));
+      m_Text = rules::CapitalizeFirst(m_Text);
     }
   } catch (...) {
     host::ErrorHandler(kSource, "SetPrefixAndText", false);
   }
 }
 
-bool CTextParser::IsPowerStringEntry(host::Worksheet& worksheet, const rules::CConfig& config,
+bool CTextParser::IsPowerStringEntry(office::Worksheet& worksheet, const rules::CConfig& config,
                                      const std::string& cellAddress) {
   bool result = false;
   try {
-    result = !Trim(m_Text).empty() && m_Prefix == "LBL";
+    result = !rules::Trim(m_Text).empty() && m_Prefix == "LBL";
     if (result) {
       worksheet.GetRange(cellAddress).ClearContents();
       DropLabel(worksheet, config, cellAddress, false);
@@ -97,37 +87,37 @@ bool CTextParser::IsPowerStringEntry(host::Worksheet& worksheet, const rules::CC
   return result;
 }
 
-void CTextParser::DropLabel(host::Worksheet& worksheet, const rules::CConfig& config, const std::string& cellAddress,
+void CTextParser::DropLabel(office::Worksheet& worksheet, const rules::CConfig& config, const std::string& cellAddress,
                             bool outlineFirst) {
   // Drawing, unrecorded: the run records the shapes its step adds.
-  host::UndoList::Pause drawing(worksheet.Parent());
-  host::Range cell = worksheet.GetRange(cellAddress);
-  host::Shape box =
-      worksheet.GetShapes().AddTextbox(host::msoTextOrientationHorizontal, cell.Left(), cell.Top(), 100, 25.5);
+  office::UndoList::Pause drawing(worksheet.Parent());
+  office::Range cell = worksheet.GetRange(cellAddress);
+  office::Shape box =
+      worksheet.GetShapes().AddTextbox(office::msoTextOrientationHorizontal, cell.Left(), cell.Top(), 100, 25.5);
   if (outlineFirst) box.Line().SetVisible(false);
-  host::Characters characters = box.GetTextFrame().GetCharacters();
+  office::Characters characters = box.GetTextFrame().GetCharacters();
   characters.SetText(m_Text);
-  host::Font font = characters.GetFont();
+  office::Font font = characters.GetFont();
   font.SetName(config.BranchFontName);
   font.SetBold(config.BranchFontBold);
   font.SetItalic(config.BranchFontItalic);
   font.SetSize(config.BranchFontSize);
   font.SetColor(config.BranchFontColor);
   if (host::ExcelVersion >= 12) {
-    box.GetTextFrame2().SetWordWrap(host::msoFalse);
-    box.GetTextFrame2().SetAutoSize(host::msoAutoSizeShapeToFitText);
+    box.GetTextFrame2().SetWordWrap(office::msoFalse);
+    box.GetTextFrame2().SetAutoSize(office::msoAutoSizeShapeToFitText);
   } else {
     box.GetTextFrame().SetAutoSize(true);
   }
-  box.ZOrder(host::msoBringToFront);
-  box.SetPlacement(host::xlMove);
+  box.ZOrder(office::msoBringToFront);
+  box.SetPlacement(office::xlMove);
   box.Line().SetVisible(false);
 }
 
-bool CTextParser::IsReservedKeyword(host::Worksheet& worksheet, const rules::CConfig& config,
+bool CTextParser::IsReservedKeyword(office::Worksheet& worksheet, const rules::CConfig& config,
                                     const std::string& cellAddress) {
   try {
-    std::string word = Upper(Trim(m_Text));
+    std::string word = rules::UpperCase(rules::Trim(m_Text));
     if (word != "FL" && word != "LBL" && word != "BR") return false;
     worksheet.GetRange(cellAddress).ClearContents();
     // The flow line tool and the branch tool open here as they arrive; until
@@ -166,7 +156,7 @@ int16_t CTextParser::SetShapeType(const rules::CConfig& config, const rules::Rul
 int16_t CTextParser::SetShapeTypeFromPrefix(const rules::RuleTable& prefixTable) {
   try {
     for (const auto& row : prefixTable)
-      if (Upper(row[2]) == m_Prefix) return rules::ToInt16(row[1]);
+      if (rules::UpperCase(row[2]) == m_Prefix) return rules::ToInt16(row[1]);
   } catch (...) {
     host::ErrorHandler(kSource, "SetShapeTypeFromPrefix", false);
   }
@@ -175,7 +165,7 @@ int16_t CTextParser::SetShapeTypeFromPrefix(const rules::RuleTable& prefixTable)
 
 int16_t CTextParser::SetShapeTypeFromSpecialRules(const rules::CConfig& config, const rules::CSymbolData& symbols) {
   try {
-    std::string text = Trim(m_Text);
+    std::string text = rules::Trim(m_Text);
     if (text.find('?') != std::string::npos && config.QuestionMarkIsDecision) return kDecision;
     if (rules::IsNumeric(text)) {
       if (config.OffPageReference && symbols.Exists(kOffPageConnector) >= 0) return kOffPageConnector;
@@ -190,13 +180,13 @@ int16_t CTextParser::SetShapeTypeFromSpecialRules(const rules::CConfig& config, 
 }
 
 bool CTextParser::IsOnPageConnector() {
-  std::string text = Trim(m_Text);
-  return text.size() < 3 && text == Upper(text);
+  std::string text = rules::Trim(m_Text);
+  return text.size() < 3 && text == rules::UpperCase(text);
 }
 
 int16_t CTextParser::SetShapeTypeFromKeywordSearch(const rules::RuleTable& keywordTable) {
   try {
-    const std::string u = Upper(Trim(m_Text));
+    const std::string u = rules::UpperCase(rules::Trim(m_Text));
     for (const auto& row : keywordTable) {
       const std::string& k = row[2];
       if (k.empty()) continue;
@@ -237,7 +227,7 @@ void CTextParser::FindComponents(const std::string& text) {
       size_t second = rest.find('-', first + 1);
       // The second "-" never stands behind the last one: the token is empty.
       size_t length = second == std::string::npos ? 0 : second;
-      std::string token = Upper(Trim(rest.substr(first + 1, length)));
+      std::string token = rules::UpperCase(rules::Trim(rest.substr(first + 1, length)));
       bool known = false;
       for (const char* t : kTokens) known = known || token == t;
       if (!known) break;

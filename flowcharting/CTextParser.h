@@ -21,7 +21,7 @@ class CTextParser {
  public:
   // Parses text typed at cellAddress of worksheet. Acts at once on a label or
   // a reserved word (the cell is cleared).
-  void ParseText(const std::string& text, const rules::CConfig& config, host::Worksheet& worksheet,
+  void ParseText(const std::string& text, const rules::CConfig& config, office::Worksheet& worksheet,
                  const rules::RuleTable& prefixTable, const rules::RuleTable& keywordTable,
                  const rules::CSymbolData& symbols, const std::string& cellAddress,
                  const std::string& lastShapeName);
@@ -58,8 +58,8 @@ class CTextParser {
  private:
   void ResetMemberVariables();
   void SetPrefixAndText(const std::string& text, const std::string& delimiter, bool capitalize);
-  bool IsPowerStringEntry(host::Worksheet& worksheet, const rules::CConfig& config, const std::string& cellAddress);
-  bool IsReservedKeyword(host::Worksheet& worksheet, const rules::CConfig& config, const std::string& cellAddress);
+  bool IsPowerStringEntry(office::Worksheet& worksheet, const rules::CConfig& config, const std::string& cellAddress);
+  bool IsReservedKeyword(office::Worksheet& worksheet, const rules::CConfig& config, const std::string& cellAddress);
   int16_t SetShapeType(const rules::CConfig& config, const rules::RuleTable& prefixTable,
                        const rules::RuleTable& keywordTable, const rules::CSymbolData& symbols);
   int16_t SetShapeTypeFromPrefix(const rules::RuleTable& prefixTable);
@@ -71,7 +71,7 @@ class CTextParser {
   // of the language that the parse doesn't use yet.
   void FindComponents(const std::string& text);
   // A borderless label with the branch font at the cell.
-  void DropLabel(host::Worksheet& worksheet, const rules::CConfig& config, const std::string& cellAddress,
+  void DropLabel(office::Worksheet& worksheet, const rules::CConfig& config, const std::string& cellAddress,
                  bool outlineFirst);
 
   std::string m_Text;

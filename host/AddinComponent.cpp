@@ -8,6 +8,8 @@
 #include "Uno.h"
 
 namespace nivarel::host {
+
+using namespace office;
 namespace {
 
 Reference<uno::XInterface> SAL_CALL CreateStartupJob(const Reference<uno::XComponentContext>& context) {

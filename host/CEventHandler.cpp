@@ -22,6 +22,8 @@
 
 namespace nivarel::host {
 
+using namespace office;
+
 namespace {
 const char* const kSource = "CEventHandler";
 

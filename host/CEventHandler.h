@@ -14,9 +14,11 @@ namespace nivarel::flowcharting {
 class CInteractiveFlowcharter;
 }
 
-namespace nivarel::host {
-
+namespace nivarel::office {
 class Shape;
+}
+
+namespace nivarel::host {
 
 class CEventHandler {
  public:
@@ -68,7 +70,7 @@ class CEventHandler {
   void LoadTemplate(const std::string& path);
   // Selects the shapes of the active sheet that match; errors are logged
   // under procedure.
-  void SelectMatchingShapes(const char* procedure, const std::function<bool(const Shape&)>& matches);
+  void SelectMatchingShapes(const char* procedure, const std::function<bool(const office::Shape&)>& matches);
 
   std::unique_ptr<flowcharting::CInteractiveFlowcharter> m_Flowcharter;
   bool m_SessionActive = false;

@@ -1,8 +1,10 @@
 #include "CommandKeys.h"
+#include "Text.h"
 
 #include <cctype>
 
 namespace nivarel::host {
+
 
 namespace {
 
@@ -58,9 +60,7 @@ std::optional<Command> CommandForKey(const std::string& key, Road road) {
 
 std::string KeyOfControlId(const std::string& controlId) {
   static const std::string prefix = "rxNivarel";
-  std::string key = controlId.compare(0, prefix.size(), prefix) == 0 ? controlId.substr(prefix.size()) : controlId;
-  for (auto& c : key) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-  return key;
+  return rules::LowerCase(controlId.compare(0, prefix.size(), prefix) == 0 ? controlId.substr(prefix.size()) : controlId);
 }
 
 }  // namespace nivarel::host

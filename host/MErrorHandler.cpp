@@ -3,17 +3,22 @@
 #include <sys/utsname.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <fstream>
 #include <mutex>
 #include <new>
 #include <sstream>
 
+#include "Border.h"
 #include "HostError.h"
 #include "MGlobalVariables.h"
 #include "MSpecialFolders.h"
 #include "MsgBox.h"
+#include "Text.h"
 
 namespace nivarel::host {
+
+using namespace office;
 
 const char kSupportAddress[] = "support@nivarel.org";
 const char kUpdatePage[] = "https://www.nivarel.org/updates.php";
@@ -24,14 +29,6 @@ std::mutex clockMutex;
 std::function<std::tm()> logClock;
 
 // Drops the line's end, then the blanks at both ends.
-std::string Trim(std::string s) {
-  if (!s.empty() && s.back() == '\r') s.pop_back();
-  size_t b = s.find_first_not_of(' ');
-  if (b == std::string::npos) return std::string();
-  size_t e = s.find_last_not_of(' ');
-  return s.substr(b, e - b + 1);
-}
-
 }  // namespace
 
 void SetLogClock(std::function<std::tm()> clock) {
@@ -76,6 +73,20 @@ ErrObject CurrentError() {
     e.Description = "Invalid procedure call or argument";
   }
   return e;
+}
+
+namespace {
+// Failures stopped where the office calls in go to this log, as any
+// procedure's do.
+const bool borderLogSet = (SetBorderLog([](const std::string& source, const std::string& procedure) {
+                              ErrorHandler(source, procedure, false);
+                            }),
+                            true);
+}  // namespace
+
+void FailWhenAsked(const std::string& name, const std::string& what) {
+  const char* fault = std::getenv("NIVAREL_TEST_FAULT_KEY");
+  if (fault && name == fault) throw HostError(HostError::kOfficeFailure, "Test fault on " + what + " '" + name + "'");
 }
 
 bool ErrorHandler(const std::string& source, const std::string& procedure, bool entryPoint) {
@@ -126,7 +137,7 @@ std::string ReadLogFile() {
     if (!in) return std::string();
     std::string result, line;
     while (std::getline(in, line)) {
-      line = Trim(line);
+      line = rules::Trim(line, " \r");
       if (!line.empty()) result += line + "\r\n";
     }
     return result.substr(0, result.find('\0'));

@@ -36,6 +36,12 @@ bool ErrorHandler(const std::string& source, const std::string& procedure, bool 
 // The same for an error already taken apart.
 bool ErrorHandler(const std::string& source, const std::string& procedure, bool entryPoint, ErrObject error);
 
+// The test switch: the command key or dialog event ("<dialog>.<method>")
+// named by the environment's NIVAREL_TEST_FAULT_KEY fails as an unexpected
+// error would ("Test fault on <what> '<name>'"), so that tests can watch the
+// report. Does nothing otherwise.
+void FailWhenAsked(const std::string& name, const std::string& what);
+
 // Appends an event line. Never throws.
 void LogEvent(const std::string& source, const std::string& procedure, const std::string& message);
 // Appends stamp and text as one line (CR LF); a failure loses the line quietly.

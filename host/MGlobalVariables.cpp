@@ -7,6 +7,8 @@
 
 namespace nivarel::host {
 
+using namespace office;
+
 std::optional<Application> ExcelApp;
 int ExcelVersion = 0;
 bool ShutdownDone = false;

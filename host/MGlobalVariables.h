@@ -11,7 +11,7 @@ namespace nivarel::host {
 
 // The office. Set on connection and released as the very last step of the
 // shut-down.
-extern std::optional<Application> ExcelApp;
+extern std::optional<office::Application> ExcelApp;
 // Major version of the object model that the office offers: 12 and above take
 // the ribbon road, lower versions the command bar road.
 extern int ExcelVersion;

@@ -7,8 +7,11 @@
 #include "MsoConstants.h"
 #include "Shape.h"
 #include "Shapes.h"
+#include "Text.h"
 
 namespace nivarel::host {
+
+using namespace office;
 
 long GetNonTemplateShapeCount() {
   try {
@@ -34,10 +37,7 @@ long GetNonTemplateShapeCount(const Worksheet& ws) {
       // Connectors are auto shapes to the office; they are lines to a chart.
       if (type == msoAutoShape && shape.Connector()) continue;
       std::string name = shape.Name();
-      std::string upper;
-      size_t b = name.find_first_not_of(' '), e = name.find_last_not_of(' ');
-      if (b != std::string::npos) upper = name.substr(b, e - b + 1);
-      for (auto& c : upper) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+      std::string upper = rules::UpperCase(rules::Trim(name));
       if (upper.rfind("TEMPLATE", 0) == 0 || name == "Flowchart Key") continue;
       ++count;
     }

@@ -12,6 +12,6 @@ namespace nivarel::host {
 long GetNonTemplateShapeCount();
 // The same count on a given sheet: a run counts on its own sheet, whichever
 // document the office shows in front.
-long GetNonTemplateShapeCount(const Worksheet& ws);
+long GetNonTemplateShapeCount(const office::Worksheet& ws);
 
 }  // namespace nivarel::host

@@ -16,6 +16,8 @@ namespace fs = std::filesystem;
 
 namespace nivarel::host {
 
+using namespace office;
+
 namespace {
 
 constexpr char kSource[] = "MSpecialFolders";

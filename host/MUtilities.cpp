@@ -9,8 +9,11 @@
 #include "MsgBox.h"
 #include "Range.h"
 #include "UserSettings.h"
+#include "Text.h"
 
 namespace nivarel::host {
+
+using namespace office;
 
 namespace {
 constexpr char kSource[] = "MUtilities";
@@ -27,8 +30,7 @@ bool FileExists(const std::string& path) {
 }
 
 bool GetBoolSetting(const std::string& key, const std::string& fallback) {
-  std::string v = GetSetting(kAppTitle, "Settings", key, fallback);
-  for (auto& c : v) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  std::string v = rules::LowerCase(GetSetting(kAppTitle, "Settings", key, fallback));
   if (v == "true") return true;
   if (v == "false") return false;
   // Numbers convert as numbers do: anything but zero is true.

@@ -25,6 +25,6 @@ void ShowHelpTopic(long topicId, long ownerWindow = 0);
 std::string ColumnToAlpha(long column);
 // The address of the rectangle of non-empty cells, relative ("B2:F30");
 // empty text for a sheet without content.
-std::string GetOccupiedRangeAddress(const Worksheet& ws);
+std::string GetOccupiedRangeAddress(const office::Worksheet& ws);
 
 }  // namespace nivarel::host

@@ -1,32 +1,12 @@
-// Message boxes: the office's own message box, modal over the spreadsheet
-// window, with the buttons and icon that the style asks for. Line breaks in
-// the text are CR LF.
+// Message boxes of the add-in: the office's own message box over the
+// spreadsheet window (the styles and answers are those of office/MessageBox.h).
 #pragma once
 
 #include <string>
 
+#include "MessageBox.h"
+
 namespace nivarel::host {
-
-// Styles: one button set plus at most one icon.
-constexpr int vbOKOnly = 0;
-constexpr int vbOKCancel = 1;
-constexpr int vbAbortRetryIgnore = 2;
-constexpr int vbYesNoCancel = 3;
-constexpr int vbYesNo = 4;
-constexpr int vbRetryCancel = 5;
-constexpr int vbCritical = 16;
-constexpr int vbQuestion = 32;
-constexpr int vbExclamation = 48;
-constexpr int vbInformation = 64;
-
-// Answers.
-constexpr int vbOK = 1;
-constexpr int vbCancel = 2;
-constexpr int vbAbort = 3;
-constexpr int vbRetry = 4;
-constexpr int vbIgnore = 5;
-constexpr int vbYes = 6;
-constexpr int vbNo = 7;
 
 // The add-in's title, used when a message names none.
 extern const char kAppTitle[];
@@ -35,6 +15,6 @@ extern const char kHostTitle[];
 
 // Shows the message and waits for the user's answer. Without an office to
 // show it in, answers vbCancel. Throws HostError when the office fails.
-int MsgBox(const std::string& prompt, int style = vbOKOnly, const std::string& title = kAppTitle);
+int MsgBox(const std::string& prompt, int style = office::vbOKOnly, const std::string& title = kAppTitle);
 
 }  // namespace nivarel::host

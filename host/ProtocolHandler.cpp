@@ -11,11 +11,14 @@
 #include <cppuhelper/implbase1.hxx>
 #include <cppuhelper/supportsservice.hxx>
 
+#include "Border.h"
 #include "Uno.h"
 #include "StartupJob.h"
 #include "dsrConnect.h"
 
 namespace nivarel::host {
+
+using namespace office;
 
 namespace {
 
@@ -48,6 +51,16 @@ void Tell(const Watcher& w) {
   w.listener->statusChanged(state);
 }
 
+// Tells the watcher; one that fails (a menu whose window has gone, or one
+// that throws) is logged and forgotten, and the others are told all the same.
+void TellOrForget(const Watcher& w) {
+  if (AtBorder("ProtocolHandler", "statusChanged", [&] { Tell(w); })) return;
+  std::lock_guard<std::mutex> lock(watchersMutex);
+  watchers.erase(std::remove_if(watchers.begin(), watchers.end(),
+                                [&](const Watcher& x) { return x.listener == w.listener; }),
+                 watchers.end());
+}
+
 }  // namespace
 
 void ProtocolHandler::Requery(const std::vector<std::string>& controlIds) {
@@ -58,17 +71,7 @@ void ProtocolHandler::Requery(const std::vector<std::string>& controlIds) {
       if (std::find(controlIds.begin(), controlIds.end(), ControlIdOf(w.url.Complete)) != controlIds.end())
         due.push_back(w);
   }
-  for (const auto& w : due) {
-    try {
-      Tell(w);
-    } catch (const uno::Exception&) {
-      // A menu whose window has gone: forget it.
-      std::lock_guard<std::mutex> lock(watchersMutex);
-      watchers.erase(std::remove_if(watchers.begin(), watchers.end(),
-                                    [&](const Watcher& x) { return x.listener == w.listener; }),
-                     watchers.end());
-    }
-  }
+  for (const auto& w : due) TellOrForget(w);
 }
 
 ProtocolHandler::ProtocolHandler(const Reference<uno::XComponentContext>& context) : context_(context) {}
@@ -89,8 +92,11 @@ bool ProtocolHandler::IsCommand(const OUString& url) {
 
 Reference<css::frame::XDispatch> ProtocolHandler::queryDispatch(const css::util::URL& url, const OUString&,
                                                                 sal_Int32) {
-  if (!IsCommand(url.Complete)) return {};
-  return this;
+  Reference<css::frame::XDispatch> out;
+  AtBorder("ProtocolHandler", "queryDispatch", [&] {
+    if (IsCommand(url.Complete)) out = this;
+  });
+  return out;
 }
 
 uno::Sequence<Reference<css::frame::XDispatch>> ProtocolHandler::queryDispatches(
@@ -103,46 +109,55 @@ uno::Sequence<Reference<css::frame::XDispatch>> ProtocolHandler::queryDispatches
 }
 
 void ProtocolHandler::dispatch(const css::util::URL& url, const uno::Sequence<css::beans::PropertyValue>& arguments) {
-  StartupJob::ConnectOnce(context_);
-  OUString controlId;
-  if (!url.Complete.startsWith(kProtocol, &controlId)) return;
-  std::string id = ToUtf8(controlId);
-  // A caller that asks not to wait (SynchronMode false) gets the command run
-  // from the event loop once its call has returned.
-  bool synchron = true;
-  for (const auto& a : arguments)
-    if (a.Name == "SynchronMode") a.Value >>= synchron;
-  if (synchron) {
-    TheConnection().rxNivarel_OnAction(id);
-    return;
-  }
-  RunLater(context_, [id] { TheConnection().rxNivarel_OnAction(id); });
+  AtBorder("ProtocolHandler", "dispatch", [&] {
+    StartupJob::ConnectOnce(context_);
+    OUString controlId;
+    if (!url.Complete.startsWith(kProtocol, &controlId)) return;
+    std::string id = ToUtf8(controlId);
+    // A caller that asks not to wait (SynchronMode false) gets the command run
+    // from the event loop once its call has returned.
+    bool synchron = true;
+    for (const auto& a : arguments)
+      if (a.Name == "SynchronMode") a.Value >>= synchron;
+    if (synchron) {
+      TheConnection().rxNivarel_OnAction(id);
+      return;
+    }
+    RunLater(context_, [id] { TheConnection().rxNivarel_OnAction(id); });
+  });
 }
 
 void ProtocolHandler::addStatusListener(const Reference<css::frame::XStatusListener>& listener,
                                         const css::util::URL& url) {
-  if (!listener.is()) return;
-  // A menu asking before the start-up job ran finds the add-in connected.
-  StartupJob::ConnectOnce(context_);
-  Watcher w{listener, url, this};
-  if (IsCommand(url.Complete)) {
-    std::lock_guard<std::mutex> lock(watchersMutex);
-    watchers.push_back(w);
-  }
-  Tell(w);
+  AtBorder("ProtocolHandler", "addStatusListener", [&] {
+    if (!listener.is()) return;
+    // A menu asking before the start-up job ran finds the add-in connected.
+    StartupJob::ConnectOnce(context_);
+    Watcher w{listener, url, this};
+    if (IsCommand(url.Complete)) {
+      std::lock_guard<std::mutex> lock(watchersMutex);
+      watchers.push_back(w);
+    }
+    TellOrForget(w);
+  });
 }
 
 void ProtocolHandler::removeStatusListener(const Reference<css::frame::XStatusListener>& listener,
                                            const css::util::URL& url) {
-  std::lock_guard<std::mutex> lock(watchersMutex);
-  watchers.erase(std::remove_if(watchers.begin(), watchers.end(),
-                                [&](const Watcher& w) { return w.listener == listener && w.url.Complete == url.Complete; }),
-                 watchers.end());
+  AtBorder("ProtocolHandler", "removeStatusListener", [&] {
+    std::lock_guard<std::mutex> lock(watchersMutex);
+    watchers.erase(std::remove_if(watchers.begin(), watchers.end(), [&](const Watcher& w) {
+                     return w.listener == listener && w.url.Complete == url.Complete;
+                   }),
+                   watchers.end());
+  });
 }
 
 void ProtocolHandler::initialize(const uno::Sequence<uno::Any>& arguments) {
-  Reference<css::frame::XFrame> frame;
-  if (arguments.getLength() > 0 && (arguments[0] >>= frame)) frame_ = frame;
+  AtBorder("ProtocolHandler", "initialize", [&] {
+    Reference<css::frame::XFrame> frame;
+    if (arguments.getLength() > 0 && (arguments[0] >>= frame)) frame_ = frame;
+  });
 }
 
 OUString ProtocolHandler::getImplementationName() { return ImplementationName(); }

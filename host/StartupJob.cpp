@@ -6,12 +6,15 @@
 #include <com/sun/star/frame/Desktop.hpp>
 #include <cppuhelper/supportsservice.hxx>
 
+#include "Border.h"
 #include "TerminateListener.h"
 #include "Uno.h"
 #include "MErrorHandler.h"
 #include "dsrConnect.h"
 
 namespace nivarel::host {
+
+using namespace office;
 
 namespace {
 
@@ -29,7 +32,7 @@ uno::Sequence<OUString> StartupJob::ServiceNames() {
 }
 
 uno::Any StartupJob::execute(const uno::Sequence<css::beans::NamedValue>&) {
-  ConnectOnce(context_);
+  AtBorder("StartupJob", "execute", [&] { ConnectOnce(context_); });
   return {};
 }
 

@@ -1,5 +1,7 @@
 #include "TerminateListener.h"
 
+#include "Border.h"
+
 namespace nivarel::host {
 
 TerminateListener::TerminateListener(std::function<void()> onTermination)
@@ -9,7 +11,7 @@ void TerminateListener::queryTermination(const com::sun::star::lang::EventObject
 
 void TerminateListener::notifyTermination(const com::sun::star::lang::EventObject&) {
   if (done_.exchange(true)) return;
-  onTermination_();
+  office::AtBorder("TerminateListener", "notifyTermination", onTermination_);
 }
 
 void TerminateListener::disposing(const com::sun::star::lang::EventObject&) {}

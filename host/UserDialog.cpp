@@ -20,27 +20,38 @@
 
 #include <atomic>
 
+#include "Border.h"
+#include "MErrorHandler.h"
 #include "Uno.h"
 
 namespace nivarel::host {
+
+using namespace office;
 
 namespace {
 
 namespace awt = css::awt;
 
-// Passes the dialog's bound events on by method name.
+// Passes the dialog's bound events on by method name. A handler's failure
+// is logged under the dialog's name and the method's; the dialog goes on.
 class Events : public cppu::WeakImplHelper1<awt::XDialogEventHandler> {
  public:
-  explicit Events(std::function<void(const std::string&)> handler) : handler_(std::move(handler)) {}
+  Events(std::string dialog, std::function<void(const std::string&)> handler)
+      : dialog_(std::move(dialog)), handler_(std::move(handler)) {}
   sal_Bool SAL_CALL callHandlerMethod(const Reference<awt::XDialog>&, const uno::Any&,
                                       const OUString& method) override {
     OfficeThreadScope scope;
-    if (handler_) handler_(ToUtf8(method));
+    std::string name = ToUtf8(method);
+    AtBorder(dialog_.c_str(), name.c_str(), [&] {
+      FailWhenAsked(dialog_ + "." + name, "dialog event");
+      if (handler_) handler_(name);
+    });
     return true;
   }
   uno::Sequence<OUString> SAL_CALL getSupportedMethodNames() override { return {}; }
 
  private:
+  std::string dialog_;
   std::function<void(const std::string&)> handler_;
 };
 
@@ -48,8 +59,11 @@ class Events : public cppu::WeakImplHelper1<awt::XDialogEventHandler> {
 class SelectAllOnFocus : public cppu::WeakImplHelper1<awt::XFocusListener> {
  public:
   void SAL_CALL focusGained(const awt::FocusEvent& e) override {
-    Reference<awt::XTextComponent> text(e.Source, uno::UNO_QUERY);
-    if (text.is()) text->setSelection(awt::Selection(0, text->getText().getLength()));
+    OfficeThreadScope scope;
+    AtBorder("UserDialog", "FocusGained", [&] {
+      Reference<awt::XTextComponent> text(e.Source, uno::UNO_QUERY);
+      if (text.is()) text->setSelection(awt::Selection(0, text->getText().getLength()));
+    });
   }
   void SAL_CALL focusLost(const awt::FocusEvent&) override {}
   void SAL_CALL disposing(const css::lang::EventObject&) override {}
@@ -60,7 +74,7 @@ class EscapeWatch : public cppu::WeakImplHelper1<awt::XKeyListener> {
  public:
   explicit EscapeWatch(std::shared_ptr<std::atomic<bool>> pressed) : pressed_(std::move(pressed)) {}
   void SAL_CALL keyPressed(const awt::KeyEvent& e) override {
-    if (e.KeyCode == awt::Key::ESCAPE) *pressed_ = true;
+    if (e.KeyCode == awt::Key::ESCAPE) *pressed_ = true;  // throws nothing
   }
   void SAL_CALL keyReleased(const awt::KeyEvent&) override {}
   void SAL_CALL disposing(const css::lang::EventObject&) override {}
@@ -94,7 +108,7 @@ UserDialog::UserDialog(const Application& app, const std::string& name,
     args.getArray()[0].Name = "ParentWindow";
     args.getArray()[0].Value <<= OfficeWindowPeer(*state_->session);
     args.getArray()[1].Name = "EventHandler";
-    args.getArray()[1].Value <<= Reference<awt::XDialogEventHandler>(new Events(std::move(handler)));
+    args.getArray()[1].Value <<= Reference<awt::XDialogEventHandler>(new Events(name, std::move(handler)));
     OUString url = ToOu("vnd.sun.star.extension://org.nivarel.addin/dialogs/" + name + ".xdl");
     state_->dialog = provider->createDialogWithArguments(url, args);
     if (!state_->dialog.is()) throw HostError(HostError::kOfficeFailure, "The dialog " + name + " cannot be made");

@@ -16,9 +16,9 @@ namespace nivarel::host {
 class UserDialog {
  public:
   // Throws HostError when the dialog cannot be made.
-  UserDialog(const Application& app, const std::string& name, std::function<void(const std::string&)> handler);
+  UserDialog(const office::Application& app, const std::string& name, std::function<void(const std::string&)> handler);
   // A dialog whose OK button ("cmdOK_Click") sets ok and closes it with 1.
-  UserDialog(const Application& app, const std::string& name, bool& ok);
+  UserDialog(const office::Application& app, const std::string& name, bool& ok);
   ~UserDialog();
   UserDialog(const UserDialog&) = delete;
   UserDialog& operator=(const UserDialog&) = delete;

@@ -11,8 +11,11 @@
 #include "HostError.h"
 #include "MErrorHandler.h"
 #include "MSpecialFolders.h"
+#include "Text.h"
 
 namespace nivarel::host {
+
+using namespace office;
 
 namespace {
 
@@ -22,11 +25,6 @@ struct Entry {
   std::string key;
   std::string value;
 };
-
-std::string Lower(std::string s) {
-  for (auto& c : s) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-  return s;
-}
 
 std::vector<Entry> Load(const std::string& path) {
   std::vector<Entry> entries;
@@ -81,9 +79,9 @@ std::string UserSettingsPath() {
 std::string GetSetting(const std::string& application, const std::string& section, const std::string& key,
                        const std::string& fallback) {
   try {
-    std::string group = Lower(application + "\\" + section);
+    std::string group = rules::LowerCase(application + "\\" + section);
     for (const auto& e : Load(UserSettingsPath()))
-      if (Lower(e.group) == group && Lower(e.key) == Lower(key)) return Unescape(e.value);
+      if (rules::LowerCase(e.group) == group && rules::LowerCase(e.key) == rules::LowerCase(key)) return Unescape(e.value);
   } catch (...) {
   }
   return fallback;
@@ -97,7 +95,7 @@ void SaveSetting(const std::string& application, const std::string& section, con
     std::string group = application + "\\" + section;
     bool found = false;
     for (auto& e : entries)
-      if (Lower(e.group) == Lower(group) && Lower(e.key) == Lower(key)) {
+      if (rules::LowerCase(e.group) == rules::LowerCase(group) && rules::LowerCase(e.key) == rules::LowerCase(key)) {
         e.value = Escape(value);
         found = true;
       }
@@ -107,12 +105,12 @@ void SaveSetting(const std::string& application, const std::string& section, con
     std::vector<std::string> written;
     for (const auto& e : entries) {
       bool done = false;
-      for (const auto& w : written) done = done || Lower(w) == Lower(e.group);
+      for (const auto& w : written) done = done || rules::LowerCase(w) == rules::LowerCase(e.group);
       if (done) continue;
       written.push_back(e.group);
       text << "[" << e.group << "]\n";
       for (const auto& f : entries)
-        if (Lower(f.group) == Lower(e.group)) text << f.key << "=" << f.value << "\n";
+        if (rules::LowerCase(f.group) == rules::LowerCase(e.group)) text << f.key << "=" << f.value << "\n";
     }
 
     // Written beside the store, flushed to disk, then renamed over it.

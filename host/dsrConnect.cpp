@@ -16,6 +16,8 @@
 
 namespace nivarel::host {
 
+using namespace office;
+
 namespace {
 
 constexpr char kSource[] = "dsrConnect";
@@ -29,13 +31,6 @@ void NoteLifecycle(const char* line) {
     std::fprintf(f, "%s\n", line);
     std::fclose(f);
   }
-}
-
-// A command key named by NIVAREL_TEST_FAULT_KEY fails as an unexpected error
-// would, so that tests can watch the entry point's report.
-void FailWhenAsked(const std::string& key) {
-  const char* fault = std::getenv("NIVAREL_TEST_FAULT_KEY");
-  if (fault && key == fault) throw HostError(HostError::kOfficeFailure, "Test fault on command '" + key + "'");
 }
 
 }  // namespace
@@ -130,7 +125,7 @@ void dsrConnect::rxNivarel_OnAction(const std::string& controlId) {
     }
     std::string key = KeyOfControlId(controlId);
     if (!m_EventHandler) m_EventHandler = std::make_unique<CEventHandler>();
-    FailWhenAsked(key);
+    FailWhenAsked(key, "command");
     if (auto command = CommandForKey(key, Road::Ribbon)) Dispatch(*command);
   } catch (...) {
     ErrorHandler(kSource, "rxNivarel_OnAction", true);

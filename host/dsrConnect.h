@@ -22,7 +22,7 @@ class dsrConnect {
   // Stores the office in ExcelApp, reads ExcelVersion, clears the globals and
   // makes the command dispatcher. On failure the user is told, and the
   // connection shuts down at once.
-  void AddinInstance_OnConnection(const Application& application);
+  void AddinInstance_OnConnection(const office::Application& application);
   // The office has finished starting; commands may now run.
   void AddinInstance_OnStartupComplete();
   // Shuts down unless that has happened already. Never throws.
@@ -44,7 +44,7 @@ class dsrConnect {
   // printed or saved; the office's action goes on.
   void InterruptFlowchartSession();
   // The workbook whose closing, printing or saving interrupts a session.
-  void WatchWorkbook(const std::optional<Workbook>& workbook);
+  void WatchWorkbook(const std::optional<office::Workbook>& workbook);
   bool WatchingWorkbook() const { return CurrentWorkbook.has_value(); }
 
   bool StartupComplete() const { return m_StartupComplete; }
@@ -64,8 +64,8 @@ class dsrConnect {
   std::string m_BarTag;
   std::unique_ptr<CEventHandler> m_EventHandler;
   // The workbook of the running flowcharting session, and its events.
-  std::optional<Workbook> CurrentWorkbook;
-  Subscription m_WorkbookEvents;
+  std::optional<office::Workbook> CurrentWorkbook;
+  office::Subscription m_WorkbookEvents;
   bool m_StartupComplete = false;
 };
 

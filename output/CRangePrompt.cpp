@@ -12,7 +12,7 @@ void CRangePrompt::GetRangeFromPrompt(const std::string& prompt, const std::stri
   error_.clear();
   valid_ = true;
   canceled_ = false;
-  std::optional<host::Range> chosen;
+  std::optional<office::Range> chosen;
   try {
     if (host::ExcelApp) chosen = host::ExcelApp->InputBoxRange(prompt, title, defaultAddress);
     if (host::ExcelApp && !chosen) {

@@ -18,18 +18,18 @@ class CRangePrompt {
   void GetRangeFromPrompt(const std::string& prompt, const std::string& title = std::string(),
                           const std::string& defaultAddress = std::string());
 
-  const std::optional<host::Range>& RangeObject() const { return range_; }
+  const std::optional<office::Range>& RangeObject() const { return range_; }
   // "C3" or "B2:D4", without the sheet's name.
   const std::string& RangeAddress() const { return address_; }
-  const std::optional<host::Worksheet>& WorksheetObject() const { return sheet_; }
+  const std::optional<office::Worksheet>& WorksheetObject() const { return sheet_; }
   const std::string& ErrorMessage() const { return error_; }
   bool IsValid() const { return valid_; }
   bool UserCanceled() const { return canceled_; }
 
  private:
-  std::optional<host::Range> range_;
+  std::optional<office::Range> range_;
   std::string address_;
-  std::optional<host::Worksheet> sheet_;
+  std::optional<office::Worksheet> sheet_;
   std::string error_;
   bool valid_ = true;
   bool canceled_ = false;

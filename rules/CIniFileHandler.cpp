@@ -9,25 +9,19 @@
 #include "MErrorHandler.h"
 #include "MsgBox.h"
 #include "TextEncoding.h"
+#include "Text.h"
 
 namespace nivarel::rules {
 
 namespace {
 
-using host::HostError;
+using office::HostError;
 
 constexpr char kLineEnd[] = "\r\n";
 
 HostError FileAccessError() { return HostError(75, "Path/File access error"); }
 
 // The text without leading and trailing spaces and tabs.
-std::string Trim(const std::string& text) {
-  size_t b = text.find_first_not_of(" \t");
-  if (b == std::string::npos) return std::string();
-  size_t e = text.find_last_not_of(" \t");
-  return text.substr(b, e - b + 1);
-}
-
 // The count plus one; raises Overflow past the 16-bit range.
 int16_t Next16(int16_t count) {
   if (count == std::numeric_limits<int16_t>::max()) throw HostError(6, "Overflow");
@@ -90,7 +84,7 @@ std::string CIniFileHandler::ReadFrom(const IniFile& ini, std::string section, c
 void CIniFileHandler::WriteTo(IniFile& ini, std::string section, const std::string& key, const std::string& value) {
   try {
     EnsureBrackets(section);
-    std::string line = Trim(key) + "=" + value;
+    std::string line = Trim(key, kBlankOrTab) + "=" + value;
     int16_t s = FindSection(ini, section);
     if (s == -1) {
       AddSection(ini, section);
@@ -135,7 +129,7 @@ void CIniFileHandler::LoadIniFile(IniFile& ini) {
     while (pos < n) {
       size_t end = text.find_first_of("\r\n", pos);
       if (end == std::string::npos) end = n;
-      std::string line = Trim(text.substr(pos, end - pos));
+      std::string line = Trim(text.substr(pos, end - pos), kBlankOrTab);
       // A CR LF pair is one line end.
       if (end + 1 < n && text[end] == '\r' && text[end + 1] == '\n') ++end;
       pos = end + 1;
@@ -160,7 +154,7 @@ void CIniFileHandler::WriteIniFile(const IniFile& ini) {
     std::ofstream out(ini.FileName, std::ios::binary | std::ios::trunc);
     if (!out) throw FileAccessError();
     for (int32_t i = 1; i <= ini.LineCount; ++i) {
-      out << Trim(ini.Lines[i]) << kLineEnd;
+      out << Trim(ini.Lines[i], kBlankOrTab) << kLineEnd;
     }
     out.close();
     if (!out) throw FileAccessError();
@@ -223,13 +217,13 @@ void CIniFileHandler::DeleteKey(IniFile& ini, std::string section, const std::st
 }
 
 bool CIniFileHandler::IsSectionHeader(const std::string& line) {
-  std::string t = Trim(line);
+  std::string t = Trim(line, kBlankOrTab);
   return !t.empty() && t.front() == '[' && t.back() == ']';
 }
 
 void CIniFileHandler::EnsureBrackets(std::string& section) {
-  if (section.empty() || section.front() != '[') section = "[" + Trim(section);
-  if (section.back() != ']') section = Trim(section) + "]";
+  if (section.empty() || section.front() != '[') section = "[" + Trim(section, kBlankOrTab);
+  if (section.back() != ']') section = Trim(section, kBlankOrTab) + "]";
 }
 
 int16_t CIniFileHandler::FindSection(const IniFile& ini, std::string section) {
@@ -255,7 +249,7 @@ int32_t CIniFileHandler::FindKey(const IniFile& ini, int16_t sectionIndex, const
 
 void CIniFileHandler::ShowIniError(const std::string& message, const std::string& procedure) {
   try {
-    host::MsgBox(message, host::vbCritical, ".Ini Error in Procedure '" + procedure + "'");
+    host::MsgBox(message, office::vbCritical, ".Ini Error in Procedure '" + procedure + "'");
   } catch (...) {
     // The report is best effort: a failing message box must not reach the caller.
   }

@@ -7,23 +7,13 @@
 #include "MErrorHandler.h"
 #include "MSpecialFolders.h"
 #include "TextConvert.h"
+#include "Text.h"
 
 namespace nivarel::rules {
 
 namespace {
 
 constexpr char kSource[] = "CIniSymbolDataAccess";
-
-std::string Trim(const std::string& s) {
-  size_t b = s.find_first_not_of(" \t");
-  if (b == std::string::npos) return std::string();
-  return s.substr(b, s.find_last_not_of(" \t") - b + 1);
-}
-
-std::string Upper(std::string s) {
-  for (auto& c : s) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-  return s;
-}
 
 std::vector<std::string> SplitCommas(const std::string& text) {
   std::vector<std::string> parts;
@@ -108,12 +98,12 @@ void CIniSymbolDataAccess::CreatePrefixTable(IniFile& ini, int16_t symbolList, i
     int32_t row = -1;
     for (int32_t n = 1; n <= ini.SectionCount; ++n) {
       if (!InForce(ini, n, symbolList)) continue;
-      std::string prefix = Trim(Read(ini, n, "prefix", ""));
+      std::string prefix = Trim(Read(ini, n, "prefix", ""), kBlankOrTab);
       if (prefix.empty()) continue;
       ++row;
       if (row >= static_cast<int32_t>(table.size())) table.resize(static_cast<size_t>(row) + 1);
-      table[static_cast<size_t>(row)] = {Trim(Read(ini, n, "order", "")), Trim(Read(ini, n, "symbol_id", "")),
-                                         Upper(prefix)};
+      table[static_cast<size_t>(row)] = {Trim(Read(ini, n, "order", ""), kBlankOrTab), Trim(Read(ini, n, "symbol_id", ""), kBlankOrTab),
+                                         UpperCase(prefix)};
     }
     QuickSort2D_3Col(table);
   } catch (...) {
@@ -128,16 +118,16 @@ void CIniSymbolDataAccess::CreateKeywordTable(IniFile& ini, int16_t symbolList, 
     for (int32_t n = 1; n <= ini.SectionCount; ++n) {
       if (!InForce(ini, n, symbolList)) continue;
       // A symbol in force without the key answers to the word "false".
-      std::string keywords = Trim(Read(ini, n, "keywords", "False"));
+      std::string keywords = Trim(Read(ini, n, "keywords", "False"), kBlankOrTab);
       if (keywords.empty()) continue;
-      std::string order = Trim(Read(ini, n, "order", ""));
-      std::string id = Trim(Read(ini, n, "symbol_id", ""));
+      std::string order = Trim(Read(ini, n, "order", ""), kBlankOrTab);
+      std::string id = Trim(Read(ini, n, "symbol_id", ""), kBlankOrTab);
       for (const std::string& part : SplitCommas(keywords)) {
-        std::string word = Trim(part);
+        std::string word = Trim(part, kBlankOrTab);
         if (word.empty()) continue;
         ++row;
         if (row >= static_cast<int32_t>(table.size())) table.resize(static_cast<size_t>(row) + 1);
-        table[static_cast<size_t>(row)] = {order, id, Upper(word)};
+        table[static_cast<size_t>(row)] = {order, id, UpperCase(word)};
       }
     }
     QuickSort2D_3Col(table);
@@ -153,11 +143,11 @@ void CIniSymbolDataAccess::CreateSymbolCollection(IniFile& ini, int16_t symbolLi
     for (int32_t n = 1; n <= ini.SectionCount; ++n) {
       if (!all && !InForce(ini, n, symbolList)) continue;
       auto symbol = std::make_shared<CSymbol>();
-      symbol->SymbolId = ToInt16(Trim(Read(ini, n, "symbol_id", "")));
-      symbol->StyleId = ToInt16(Trim(Read(ini, n, "style_id", "")));
-      symbol->DisplayName = Trim(Read(ini, n, "display_name", ""));
-      symbol->Width = ToInt16(Trim(Read(ini, n, "width", "")));
-      symbol->MinHeight = ToInt16(Trim(Read(ini, n, "height", "")));
+      symbol->SymbolId = ToInt16(Trim(Read(ini, n, "symbol_id", ""), kBlankOrTab));
+      symbol->StyleId = ToInt16(Trim(Read(ini, n, "style_id", ""), kBlankOrTab));
+      symbol->DisplayName = Trim(Read(ini, n, "display_name", ""), kBlankOrTab);
+      symbol->Width = ToInt16(Trim(Read(ini, n, "width", ""), kBlankOrTab));
+      symbol->MinHeight = ToInt16(Trim(Read(ini, n, "height", ""), kBlankOrTab));
       symbols.AddSymbol(symbol);
     }
   } catch (...) {
@@ -166,11 +156,11 @@ void CIniSymbolDataAccess::CreateSymbolCollection(IniFile& ini, int16_t symbolLi
 }
 
 int32_t CIniSymbolDataAccess::CountCommaSeparatedItems(const std::string& text) {
-  std::string t = Trim(text);
+  std::string t = Trim(text, kBlankOrTab);
   if (t.empty()) return 0;
   int32_t count = 0;
   for (const std::string& part : SplitCommas(t))
-    if (!Trim(part).empty()) ++count;
+    if (!Trim(part, kBlankOrTab).empty()) ++count;
   return count;
 }
 

@@ -43,7 +43,7 @@ class IniArray {
 
  private:
   static size_t Offset(int32_t index, int32_t upper) {
-    if (index < 1 || index > upper) throw host::HostError(9, "Subscript out of range");
+    if (index < 1 || index > upper) throw office::HostError(9, "Subscript out of range");
     return static_cast<size_t>(index - 1);
   }
 

@@ -6,30 +6,20 @@
 #include <limits>
 
 #include "HostError.h"
+#include "Text.h"
 
 namespace nivarel::rules {
 
 namespace {
 
-using host::HostError;
+using office::HostError;
 
 [[noreturn]] void Mismatch() { throw HostError(13, "Type mismatch"); }
 [[noreturn]] void Overflow() { throw HostError(6, "Overflow"); }
 
-std::string Lower(std::string s) {
-  for (auto& c : s) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-  return s;
-}
-
-std::string Trim(const std::string& s) {
-  size_t b = s.find_first_not_of(" \t\r\n");
-  if (b == std::string::npos) return std::string();
-  return s.substr(b, s.find_last_not_of(" \t\r\n") - b + 1);
-}
-
 // Parses the text; false when it isn't a number.
 bool Parse(const std::string& raw, double& out) {
-  std::string s = Trim(raw);
+  std::string s = Trim(raw, kWhiteSpace);
   if (s.empty()) return false;
   bool negative = false;
 
@@ -51,7 +41,7 @@ bool Parse(const std::string& raw, double& out) {
   // Parentheses: a negative amount.
   if (s.front() == '(' && s.back() == ')') {
     negative = true;
-    s = Trim(s.substr(1, s.size() - 2));
+    s = Trim(s.substr(1, s.size() - 2), kWhiteSpace);
     if (s.empty()) return false;
   }
   size_t i = 0, n = s.size();
@@ -137,7 +127,7 @@ double ToDouble(const std::string& text) {
 }
 
 bool ToBool(const std::string& text) {
-  std::string t = Lower(Trim(text));
+  std::string t = LowerCase(Trim(text, kWhiteSpace));
   if (t == "true") return true;
   if (t == "false") return false;
   return ToDouble(text) != 0;
@@ -167,12 +157,6 @@ std::string FromNumber(double value) {
   char buf[64];
   std::snprintf(buf, sizeof buf, "%.7g", value);
   return buf;
-}
-
-std::string TrimSpaces(const std::string& text) {
-  size_t b = text.find_first_not_of(' ');
-  if (b == std::string::npos) return std::string();
-  return text.substr(b, text.find_last_not_of(' ') - b + 1);
 }
 
 }  // namespace nivarel::rules

@@ -21,10 +21,6 @@ int16_t ToInt16(const std::string& text);
 int32_t ToInt32(const std::string& text);
 float ToSingle(const std::string& text);
 
-// The text without the spaces at either end: how entries typed by the user
-// are taken.
-std::string TrimSpaces(const std::string& text);
-
 // Text of a value as the files hold it.
 std::string FromBool(bool value);
 std::string FromNumber(double value);

@@ -16,9 +16,9 @@ constexpr char32_t kCp1252High[32] = {
 
 bool IsContinuation(unsigned char c) { return c >= 0x80 && c <= 0xBF; }
 
-// The length of the well-formed UTF-8 sequence at position i, or 0 if the
-// bytes there don't form one. Sets codePoint when the length isn't 0.
-size_t SequenceAt(const std::string& s, size_t i, char32_t& codePoint) {
+}  // namespace
+
+size_t Utf8SequenceAt(const std::string& s, size_t i, char32_t& codePoint) {
   const size_t n = s.size();
   unsigned char c = static_cast<unsigned char>(s[i]);
   if (c < 0x80) {
@@ -70,36 +70,10 @@ void AppendUtf8(std::string& out, char32_t cp) {
   }
 }
 
-char32_t UpperOf(char32_t c) {
-  if (c >= 'a' && c <= 'z') return c - 0x20;
-  if (c < 0xE0) return c;
-  // Latin-1 Supplement.
-  if (c <= 0xFE) return c == 0xF7 ? c : c - 0x20;
-  if (c == 0xFF) return 0x178;
-  // Latin Extended-A: pairs of capital and small letter.
-  if ((c >= 0x100 && c <= 0x12F) || (c >= 0x132 && c <= 0x137) || (c >= 0x14A && c <= 0x177)) {
-    return (c & 1) ? c - 1 : c;
-  }
-  if ((c >= 0x139 && c <= 0x148) || (c >= 0x179 && c <= 0x17E)) return (c & 1) ? c : c - 1;
-  // Greek.
-  if (c == 0x3AC) return 0x386;
-  if (c >= 0x3AD && c <= 0x3AF) return c - 0x25;
-  if (c == 0x3C2) return 0x3A3;
-  if (c >= 0x3B1 && c <= 0x3CB) return c - 0x20;
-  if (c == 0x3CC) return 0x38C;
-  if (c == 0x3CD || c == 0x3CE) return c - 0x3F;
-  // Cyrillic.
-  if (c >= 0x430 && c <= 0x44F) return c - 0x20;
-  if (c >= 0x450 && c <= 0x45F) return c - 0x50;
-  return c;
-}
-
-}  // namespace
-
 bool IsValidUtf8(const std::string& bytes) {
   char32_t cp;
   for (size_t i = 0; i < bytes.size();) {
-    size_t length = SequenceAt(bytes, i, cp);
+    size_t length = Utf8SequenceAt(bytes, i, cp);
     if (length == 0) return false;
     i += length;
   }
@@ -126,29 +100,6 @@ std::string ToUtf8FromFileBytes(const std::string& bytes) {
 std::string WithoutUtf8Bom(const std::string& bytes) {
   if (bytes.compare(0, 3, "\xEF\xBB\xBF") == 0) return bytes.substr(3);
   return bytes;
-}
-
-std::string UpperCase(const std::string& text) {
-  std::string out;
-  out.reserve(text.size());
-  char32_t cp;
-  for (size_t i = 0; i < text.size();) {
-    unsigned char c = static_cast<unsigned char>(text[i]);
-    if (c < 0x80) {
-      out += static_cast<char>(c >= 'a' && c <= 'z' ? c - 0x20 : c);
-      ++i;
-      continue;
-    }
-    size_t length = SequenceAt(text, i, cp);
-    if (length == 0) {
-      out += text[i];
-      ++i;
-    } else {
-      AppendUtf8(out, UpperOf(cp));
-      i += length;
-    }
-  }
-  return out;
 }
 
 size_t CharacterCount(const std::string& text) {

@@ -20,10 +20,11 @@ std::string ToUtf8FromFileBytes(const std::string& bytes);
 // The bytes without a leading UTF-8 byte order mark.
 std::string WithoutUtf8Bom(const std::string& bytes);
 
-// The text upper-cased, for comparisons that ignore case: the letters of the
-// Latin (ASCII, Latin-1, Latin Extended-A), Greek and Cyrillic alphabets.
-// Other characters, and bytes that aren't valid UTF-8, stay as they are.
-std::string UpperCase(const std::string& text);
+// The length of the well-formed UTF-8 sequence at byte i, or 0 when the
+// bytes there don't form one. Sets codePoint when the length isn't 0.
+size_t Utf8SequenceAt(const std::string& s, size_t i, char32_t& codePoint);
+// Appends the code point in UTF-8.
+void AppendUtf8(std::string& out, char32_t codePoint);
 
 // The number of characters (not bytes) of UTF-8 text.
 size_t CharacterCount(const std::string& text);

@@ -3,6 +3,7 @@
 set(RULES_SOURCES
   ${CMAKE_SOURCE_DIR}/rules/CIniFileHandler.cpp
   ${CMAKE_SOURCE_DIR}/rules/TextEncoding.cpp
+  ${CMAKE_SOURCE_DIR}/rules/Text.cpp
   ${CMAKE_SOURCE_DIR}/rules/TextConvert.cpp
   ${CMAKE_SOURCE_DIR}/rules/CConfig.cpp
   ${CMAKE_SOURCE_DIR}/rules/CIniDataAccess.cpp

@@ -11,9 +11,9 @@
 
 namespace nivarel::shapes {
 
-host::Shape CDecisionLabelAdder::AddBranchLabels(host::Worksheet& worksheet, host::Shape& decision,
+office::Shape CDecisionLabelAdder::AddBranchLabels(office::Worksheet& worksheet, office::Shape& decision,
                                                  const rules::CConfig& config, CShapeFormatter& formatter) {
-  host::Shape result = decision;
+  office::Shape result = decision;
   try {
     if (config.BranchLabelOption == kNoLabels) return result;
     BranchTexts texts;
@@ -25,14 +25,14 @@ host::Shape CDecisionLabelAdder::AddBranchLabels(host::Worksheet& worksheet, hos
     } else {
       texts = {config.TopBranchText, config.RightBranchText, config.BottomBranchText, config.LeftBranchText};
     }
-    host::Shapes shapes = worksheet.GetShapes();
+    office::Shapes shapes = worksheet.GetShapes();
     std::vector<std::string> names =
-        AddBranchLabelBoxes(shapes, decision, texts, config, formatter, [&](host::Shape& label, int16_t side) {
+        AddBranchLabelBoxes(shapes, decision, texts, config, formatter, [&](office::Shape& label, int16_t side) {
           SetBranchLabelPosition(decision, label, config, side);
         });
     if (config.GroupBranchLabels && names.size() >= 2) {
       result = shapes.GetRange(names).Group();
-      result.SetPlacement(host::xlMove);
+      result.SetPlacement(office::xlMove);
     }
   } catch (...) {
     host::ErrorHandler("CDecisionLabelAdder", "AddBranchLabels", false);
@@ -40,7 +40,7 @@ host::Shape CDecisionLabelAdder::AddBranchLabels(host::Worksheet& worksheet, hos
   return result;
 }
 
-void CDecisionLabelAdder::SetBranchLabelPosition(const host::Shape& shape, host::Shape& label,
+void CDecisionLabelAdder::SetBranchLabelPosition(const office::Shape& shape, office::Shape& label,
                                                  const rules::CConfig& config, int16_t side) {
   PlaceBranchLabel(shape, label, config.BranchPosition, side, "CDecisionLabelAdder");
 }

@@ -25,13 +25,13 @@ class CDecisionLabelAdder {
   // the decision's place in the run: the group when there is one, else
   // decision. A label that fails is logged and leaves the earlier ones, not
   // grouped.
-  host::Shape AddBranchLabels(host::Worksheet& worksheet, host::Shape& decision, const rules::CConfig& config,
+  office::Shape AddBranchLabels(office::Worksheet& worksheet, office::Shape& decision, const rules::CConfig& config,
                               CShapeFormatter& formatter);
 
  private:
   // Moves label to side (1 top, 2 right, 3 bottom, 4 left) of shape by
   // config's BranchPosition.
-  void SetBranchLabelPosition(const host::Shape& shape, host::Shape& label, const rules::CConfig& config,
+  void SetBranchLabelPosition(const office::Shape& shape, office::Shape& label, const rules::CConfig& config,
                               int16_t side);
 };
 

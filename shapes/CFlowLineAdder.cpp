@@ -61,33 +61,33 @@ SiteTable MakeSiteTable() {
   return table;
 }
 
-bool IsAlternateProcess(const host::Shape& shape) {
-  return shape.AutoShapeType() == host::msoShapeFlowchartAlternateProcess;
+bool IsAlternateProcess(const office::Shape& shape) {
+  return shape.AutoShapeType() == office::msoShapeFlowchartAlternateProcess;
 }
 
 // Ends the work on a new line: its look, then behind the shapes.
-void FinishLine(CFlowLineFormatter& formatter, host::Shape& line, bool dashed, int16_t style) {
+void FinishLine(CFlowLineFormatter& formatter, office::Shape& line, bool dashed, int16_t style) {
   if (dashed)
     formatter.SetNewDashedFlowLineFormat(line, style);
   else
     formatter.SetNewSolidFlowLineFormat(line, style);
   try {
-    line.ZOrder(host::msoSendToBack);
+    line.ZOrder(office::msoSendToBack);
   } catch (...) {
   }
 }
 
 }  // namespace
 
-std::optional<host::Shape> CFlowLineAdder::AddDefaultFlowLine(host::Worksheet& worksheet, host::Shape& fromShape,
-                                                              host::Shape& toShape, const rules::CConfig& config) {
-  std::optional<host::Shape> line;
+std::optional<office::Shape> CFlowLineAdder::AddDefaultFlowLine(office::Worksheet& worksheet, office::Shape& fromShape,
+                                                              office::Shape& toShape, const rules::CConfig& config) {
+  std::optional<office::Shape> line;
   try {
     line = worksheet.GetShapes().AddConnector(config.FlowLineType, fromShape.Left() + fromShape.Width() / 2,
                                               fromShape.Top() + fromShape.Height(),
                                               toShape.Left() + toShape.Width() / 2, toShape.Top());
     host::SafeDoEvents();
-    host::ConnectorFormat connector = line->GetConnectorFormat();
+    office::ConnectorFormat connector = line->GetConnectorFormat();
     // First guesses only: rerouting picks the shortest pair of sites.
     if (config.FlowDirection == 1) {
       connector.BeginConnect(fromShape, 2);
@@ -105,8 +105,8 @@ std::optional<host::Shape> CFlowLineAdder::AddDefaultFlowLine(host::Worksheet& w
   return line;
 }
 
-std::optional<host::Shape> CFlowLineAdder::AddUserDefinedFlowLine(host::Worksheet& worksheet, host::Shape& fromShape,
-                                                                  host::Shape& toShape, int16_t fromSide,
+std::optional<office::Shape> CFlowLineAdder::AddUserDefinedFlowLine(office::Worksheet& worksheet, office::Shape& fromShape,
+                                                                  office::Shape& toShape, int16_t fromSide,
                                                                   int16_t toSide, const rules::CConfig& config,
                                                                   bool dashed) {
   return AddNewFlowline(worksheet, fromShape, toShape, fromSide, toSide, config, dashed);
@@ -125,16 +125,16 @@ int CFlowLineAdder::GetConnectionPoint(int shapeType, int side) {
   }
 }
 
-std::optional<host::Shape> CFlowLineAdder::AddNewFlowline(host::Worksheet& worksheet, host::Shape& fromShape,
-                                                          host::Shape& toShape, int16_t fromSide, int16_t toSide,
+std::optional<office::Shape> CFlowLineAdder::AddNewFlowline(office::Worksheet& worksheet, office::Shape& fromShape,
+                                                          office::Shape& toShape, int16_t fromSide, int16_t toSide,
                                                           const rules::CConfig& config, bool dashed) {
-  std::optional<host::Shape> line;
+  std::optional<office::Shape> line;
   try {
     line = worksheet.GetShapes().AddConnector(config.FlowLineType, GetShapeSideX(fromShape, fromSide),
                                               GetShapeSideY(fromShape, fromSide), GetShapeSideX(toShape, toSide),
                                               GetShapeSideY(toShape, toSide));
     host::SafeDoEvents();
-    host::ConnectorFormat connector = line->GetConnectorFormat();
+    office::ConnectorFormat connector = line->GetConnectorFormat();
     connector.BeginConnect(fromShape, GetConnectionPoint(fromShape.AutoShapeType(), fromSide));
     connector.EndConnect(toShape, GetConnectionPoint(toShape.AutoShapeType(), toSide));
     FinishLine(formatter_, *line, dashed || IsAlternateProcess(fromShape) || IsAlternateProcess(toShape),
@@ -145,7 +145,7 @@ std::optional<host::Shape> CFlowLineAdder::AddNewFlowline(host::Worksheet& works
   return line;
 }
 
-double CFlowLineAdder::GetShapeSideX(const host::Shape& shape, int side) {
+double CFlowLineAdder::GetShapeSideX(const office::Shape& shape, int side) {
   switch (side) {
     case kTop:
     case kBottom: return shape.Left() + shape.Width() / 2;
@@ -155,7 +155,7 @@ double CFlowLineAdder::GetShapeSideX(const host::Shape& shape, int side) {
   }
 }
 
-double CFlowLineAdder::GetShapeSideY(const host::Shape& shape, int side) {
+double CFlowLineAdder::GetShapeSideY(const office::Shape& shape, int side) {
   switch (side) {
     case kTop: return shape.Top();
     case kRight:

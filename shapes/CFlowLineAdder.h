@@ -20,24 +20,24 @@ class CFlowLineAdder {
   // Connector of FlowLineType in FlowLineStyle, dashed when either shape is
   // an alternate process, sent behind the shapes. Returns the line, or
   // nothing when it could not be made.
-  std::optional<host::Shape> AddDefaultFlowLine(host::Worksheet& worksheet, host::Shape& fromShape,
-                                                host::Shape& toShape, const rules::CConfig& config);
+  std::optional<office::Shape> AddDefaultFlowLine(office::Worksheet& worksheet, office::Shape& fromShape,
+                                                office::Shape& toShape, const rules::CConfig& config);
   // As AddDefaultFlowLine, glued to the named sides without rerouting, and
   // also dashed when dashed is true.
-  std::optional<host::Shape> AddUserDefinedFlowLine(host::Worksheet& worksheet, host::Shape& fromShape,
-                                                    host::Shape& toShape, int16_t fromSide, int16_t toSide,
+  std::optional<office::Shape> AddUserDefinedFlowLine(office::Worksheet& worksheet, office::Shape& fromShape,
+                                                    office::Shape& toShape, int16_t fromSide, int16_t toSide,
                                                     const rules::CConfig& config, bool dashed);
   // The host's connection site on the given side of a shape of the given
   // MsoAutoShapeType; 1 for a type outside 1 to 137 or a side outside 0 to 3.
   static int GetConnectionPoint(int shapeType, int side);
 
  private:
-  std::optional<host::Shape> AddNewFlowline(host::Worksheet& worksheet, host::Shape& fromShape,
-                                            host::Shape& toShape, int16_t fromSide, int16_t toSide,
+  std::optional<office::Shape> AddNewFlowline(office::Worksheet& worksheet, office::Shape& fromShape,
+                                            office::Shape& toShape, int16_t fromSide, int16_t toSide,
                                             const rules::CConfig& config, bool dashed);
   // The middle of a side, in points; 0 for a side outside 0 to 3.
-  static double GetShapeSideX(const host::Shape& shape, int side);
-  static double GetShapeSideY(const host::Shape& shape, int side);
+  static double GetShapeSideX(const office::Shape& shape, int side);
+  static double GetShapeSideY(const office::Shape& shape, int side);
 
   CFlowLineFormatter formatter_;
 };

@@ -17,18 +17,18 @@ const char kSource[] = "CFlowLineFormatter";
 constexpr int kPresetBase = 10000;
 constexpr int kStylesPerWeight = 7, kLastStyle = 21;
 
-bool IsAlternateProcess(const std::optional<host::Shape>& shape) {
-  return shape && shape->AutoShapeType() == host::msoShapeFlowchartAlternateProcess;
+bool IsAlternateProcess(const std::optional<office::Shape>& shape) {
+  return shape && shape->AutoShapeType() == office::msoShapeFlowchartAlternateProcess;
 }
 
-bool IsLine(const host::Shape& shape) {
+bool IsLine(const office::Shape& shape) {
   int type = shape.Type();
-  return type == host::msoLine || (type == host::msoAutoShape && shape.Connector());
+  return type == office::msoLine || (type == office::msoAutoShape && shape.Connector());
 }
 
 }  // namespace
 
-void CFlowLineFormatter::SetLineFormat(host::Shape& line, const rules::CConfig& config) {
+void CFlowLineFormatter::SetLineFormat(office::Shape& line, const rules::CConfig& config) {
   try {
     SetLineStyle(line, config.FlowLineStyle, false);
   } catch (...) {
@@ -36,34 +36,34 @@ void CFlowLineFormatter::SetLineFormat(host::Shape& line, const rules::CConfig& 
   }
 }
 
-void CFlowLineFormatter::SetNewSolidFlowLineFormat(host::Shape& line, int16_t style) {
+void CFlowLineFormatter::SetNewSolidFlowLineFormat(office::Shape& line, int16_t style) {
   SetArrowhead(line);
   SetLineStyle(line, style, false);
 }
 
-void CFlowLineFormatter::SetNewDashedFlowLineFormat(host::Shape& line, int16_t style) {
+void CFlowLineFormatter::SetNewDashedFlowLineFormat(office::Shape& line, int16_t style) {
   SetArrowhead(line);
   SetLineStyle(line, style, true);
-  line.Line().SetDashStyle(host::msoLineDash);
+  line.Line().SetDashStyle(office::msoLineDash);
 }
 
-void CFlowLineFormatter::SetFlowLineFormat(host::Shape& line, const rules::CConfig& config, bool isNew) {
+void CFlowLineFormatter::SetFlowLineFormat(office::Shape& line, const rules::CConfig& config, bool isNew) {
   try {
     if (isNew) SetArrowhead(line);
     SetLineStyle(line, config.FlowLineStyle, isNew);
     if (config.AlternateProcessDashed) {
-      host::ConnectorFormat connector = line.GetConnectorFormat();
+      office::ConnectorFormat connector = line.GetConnectorFormat();
       if (connector.BeginConnected() && IsAlternateProcess(connector.BeginConnectedShape()))
-        line.Line().SetDashStyle(host::msoLineDash);
+        line.Line().SetDashStyle(office::msoLineDash);
       if (connector.EndConnected() && IsAlternateProcess(connector.EndConnectedShape()))
-        line.Line().SetDashStyle(host::msoLineDash);
+        line.Line().SetDashStyle(office::msoLineDash);
     }
   } catch (...) {
     host::ErrorHandler(kSource, "SetFlowLineFormat", false);
   }
 }
 
-int16_t CFlowLineFormatter::GetLineStyle(host::Shape& line) {
+int16_t CFlowLineFormatter::GetLineStyle(office::Shape& line) {
   try {
     if (host::ExcelVersion >= 12) {
       int preset = line.ShapeStyle();
@@ -75,7 +75,7 @@ int16_t CFlowLineFormatter::GetLineStyle(host::Shape& line) {
     long colour = line.Line().ForeColor().RGB();
     int index = 1;
     for (int i = 2; i <= kStylesPerWeight; ++i)
-      if (host::FindLineStylePreset(kPresetBase + i)->line == colour) index = i;
+      if (office::FindLineStylePreset(kPresetBase + i)->line == colour) index = i;
     return static_cast<int16_t>((group - 1) * kStylesPerWeight + index);
   } catch (...) {
     host::ErrorHandler(kSource, "GetLineStyle", false);
@@ -83,14 +83,14 @@ int16_t CFlowLineFormatter::GetLineStyle(host::Shape& line) {
   }
 }
 
-void CFlowLineFormatter::SetFlowLineOrder(host::Worksheet& worksheet) {
+void CFlowLineFormatter::SetFlowLineOrder(office::Worksheet& worksheet) {
   try {
-    host::Shapes shapes = worksheet.GetShapes();
+    office::Shapes shapes = worksheet.GetShapes();
     int count = shapes.Count();
-    for (int command : {host::msoSendBackward, host::msoSendToBack}) {
+    for (int command : {office::msoSendBackward, office::msoSendToBack}) {
       for (int i = 1; i <= count; ++i) {
         try {
-          host::Shape shape = shapes.Item(i);
+          office::Shape shape = shapes.Item(i);
           if (IsLine(shape)) shape.ZOrder(command);
         } catch (...) {
         }
@@ -100,25 +100,25 @@ void CFlowLineFormatter::SetFlowLineOrder(host::Worksheet& worksheet) {
   }
 }
 
-void CFlowLineFormatter::SetArrowhead(host::Shape& line) {
-  host::LineFormat format = line.Line();
-  format.SetEndArrowheadLength(host::msoArrowheadLengthMedium);
-  format.SetEndArrowheadWidth(host::msoArrowheadWidthMedium);
-  format.SetEndArrowheadStyle(host::msoArrowheadTriangle);
+void CFlowLineFormatter::SetArrowhead(office::Shape& line) {
+  office::LineFormat format = line.Line();
+  format.SetEndArrowheadLength(office::msoArrowheadLengthMedium);
+  format.SetEndArrowheadWidth(office::msoArrowheadWidthMedium);
+  format.SetEndArrowheadStyle(office::msoArrowheadTriangle);
 }
 
-void CFlowLineFormatter::SetLineStyle(host::Shape& line, int16_t style, bool reset) {
+void CFlowLineFormatter::SetLineStyle(office::Shape& line, int16_t style, bool reset) {
   try {
     if (reset) {
-      host::LineFormat format = line.Line();
+      office::LineFormat format = line.Line();
       format.SetVisible(true);
-      format.SetDashStyle(host::msoLineSolid);
-      format.SetStyle(host::msoLineSingle);
+      format.SetDashStyle(office::msoLineSolid);
+      format.SetStyle(office::msoLineSingle);
     }
     if (host::ExcelVersion >= 12)
       line.SetShapeStyle(kPresetBase + style);
     else
-      host::ApplyLineStylePreset(line, kPresetBase + style);
+      office::ApplyLineStylePreset(line, kPresetBase + style);
   } catch (...) {
     host::ErrorHandler(kSource, "SetLineStyle", false);
   }

@@ -16,28 +16,28 @@ namespace nivarel::shapes {
 class CFlowLineFormatter {
  public:
   // Applies the configured FlowLineStyle, keeping dash and visibility.
-  void SetLineFormat(host::Shape& line, const rules::CConfig& config);
+  void SetLineFormat(office::Shape& line, const rules::CConfig& config);
   // Arrowhead and style on a new solid line. A refused arrowhead raises
   // HostError to the caller; a refused style is logged.
-  void SetNewSolidFlowLineFormat(host::Shape& line, int16_t style);
+  void SetNewSolidFlowLineFormat(office::Shape& line, int16_t style);
   // Arrowhead, a visible solid single line in the style, then dashes. A
   // refused arrowhead or dash raises HostError to the caller.
-  void SetNewDashedFlowLineFormat(host::Shape& line, int16_t style);
+  void SetNewDashedFlowLineFormat(office::Shape& line, int16_t style);
   // Restyles a connector with FlowLineStyle (a new one also gets the
   // arrowhead and a visible solid line first) and, when
   // AlternateProcessDashed is set, dashes it if either end is glued to an
   // alternate process.
-  void SetFlowLineFormat(host::Shape& line, const rules::CConfig& config, bool isNew);
+  void SetFlowLineFormat(office::Shape& line, const rules::CConfig& config, bool isNew);
   // The line's style: the host's preset on version 12 and later, otherwise
   // weight group and colour; an unknown colour counts as black. 0 on failure.
-  int16_t GetLineStyle(host::Shape& line);
+  int16_t GetLineStyle(office::Shape& line);
   // Sends every line and connector of the sheet to the back. Ignores errors.
-  void SetFlowLineOrder(host::Worksheet& worksheet);
+  void SetFlowLineOrder(office::Worksheet& worksheet);
 
  private:
-  void SetArrowhead(host::Shape& line);
+  void SetArrowhead(office::Shape& line);
   // With reset, first a visible, solid, single line.
-  void SetLineStyle(host::Shape& line, int16_t style, bool reset);
+  void SetLineStyle(office::Shape& line, int16_t style, bool reset);
 };
 
 }  // namespace nivarel::shapes

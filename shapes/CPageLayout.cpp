@@ -14,14 +14,14 @@ constexpr int kPaperTabloid = 3, kPaper11x17 = 17;
 constexpr int kPortrait = 1, kLandscape = 2;
 constexpr long kWhite = 0xFFFFFF;
 
-void MakeGrid(host::Worksheet& worksheet) {
+void MakeGrid(office::Worksheet& worksheet) {
   worksheet.Columns().SetColumnWidth(host::GlobalColumnWidth);
   worksheet.Rows().SetRowHeight(host::GlobalRowHeight);
 }
 
 }  // namespace
 
-void CPageLayout::SetPageLayout(host::Worksheet& worksheet, const rules::CConfig& config) {
+void CPageLayout::SetPageLayout(office::Worksheet& worksheet, const rules::CConfig& config) {
   try {
     if (config.IsGrid) MakeGrid(worksheet);
   } catch (...) {
@@ -32,7 +32,7 @@ void CPageLayout::SetPageLayout(host::Worksheet& worksheet, const rules::CConfig
   }
   if (!config.CustomLayout) return;
 
-  host::PageSetup page = worksheet.GetPageSetup();
+  office::PageSetup page = worksheet.GetPageSetup();
   bool paperSet = true;
   try {
     if (config.PaperSize == kPaperTabloid) {
@@ -51,7 +51,7 @@ void CPageLayout::SetPageLayout(host::Worksheet& worksheet, const rules::CConfig
     host::MsgBox(
         "The paper size you selected is not supported by your current printer.\r\n"
         "No page breaks, margins, or orientation can be preset.",
-        host::vbOKOnly, host::kHostTitle);
+        office::vbOKOnly, host::kHostTitle);
     return;
   }
   try {
@@ -93,7 +93,7 @@ void CPageLayout::CreateGrid() {
       host::MsgBox(
           "The current sheet is not a worksheet, so a grid cannot be created.\r\n"
           "Please select a worksheet when using this function.",
-          host::vbOKOnly, host::kHostTitle);
+          office::vbOKOnly, host::kHostTitle);
       return;
     }
     if (!host::IsGlobalRowHeightSet()) host::SetGlobalRowHeight();

@@ -13,7 +13,7 @@ class CPageLayout {
   // The grid when IsGrid, a white fill when HideGridlines, and with
   // CustomLayout the page setup. Goes on past errors; a paper the office
   // does not know ends the page setup with a message.
-  void SetPageLayout(host::Worksheet& worksheet, const rules::CConfig& config);
+  void SetPageLayout(office::Worksheet& worksheet, const rules::CConfig& config);
   // The square grid on the active sheet, with snapping on.
   void CreateGrid();
   // Snapping of shapes to the grid; errors are ignored.

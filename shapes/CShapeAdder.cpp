@@ -5,21 +5,11 @@
 #include "Range.h"
 #include "Shapes.h"
 #include "TextEncoding.h"
+#include "Text.h"
 
 namespace nivarel::shapes {
 
-namespace {
-
-std::string Trim(const std::string& s) {
-  size_t b = s.find_first_not_of(' ');
-  if (b == std::string::npos) return std::string();
-  return s.substr(b, s.find_last_not_of(' ') - b + 1);
-}
-
-
-}  // namespace
-
-std::optional<host::Shape> CShapeAdder::AddShape(std::optional<host::Worksheet>& worksheet,
+std::optional<office::Shape> CShapeAdder::AddShape(std::optional<office::Worksheet>& worksheet,
                                                  const rules::CSymbolData& symbols, const rules::CConfig& config,
                                                  CShapeFormatter& formatter, const std::string& text,
                                                  const std::string& cellAddress, int16_t shapeType,
@@ -27,12 +17,12 @@ std::optional<host::Shape> CShapeAdder::AddShape(std::optional<host::Worksheet>&
   try {
     if (!worksheet && host::ExcelApp) worksheet = host::ExcelApp->ActiveSheet();
     if (!worksheet) return std::nullopt;
-    host::Range cell = worksheet->GetRange(cellAddress);
+    office::Range cell = worksheet->GetRange(cellAddress);
     double left = cell.Left(), top = cell.Top();
     int16_t width = symbols.GetWidth(shapeType);
     int16_t height = symbols.GetMinHeight(shapeType);
     int16_t style = symbols.GetStyle(shapeType);
-    std::optional<host::Shape> shape;
+    std::optional<office::Shape> shape;
     try {
       shape = worksheet->GetShapes().AddShape(shapeType, left, top, width * host::GlobalRowHeight,
                                               height * host::GlobalRowHeight);
@@ -45,8 +35,8 @@ std::optional<host::Shape> CShapeAdder::AddShape(std::optional<host::Worksheet>&
       } catch (...) {
       }
     }
-    size_t n = rules::CharacterCount(Trim(text));
-    host::Characters characters = shape->GetTextFrame().GetCharacters();
+    size_t n = rules::CharacterCount(rules::Trim(text));
+    office::Characters characters = shape->GetTextFrame().GetCharacters();
     // Formatting needs characters to act on: a placeholder stands in for none.
     if (n == 0)
       characters.SetText("Text");
@@ -63,9 +53,9 @@ std::optional<host::Shape> CShapeAdder::AddShape(std::optional<host::Worksheet>&
   }
 }
 
-void CShapeAdder::AddTextInPieces(host::Shape& shape, const std::string& text) {
+void CShapeAdder::AddTextInPieces(office::Shape& shape, const std::string& text) {
   try {
-    host::TextFrame frame = shape.GetTextFrame();
+    office::TextFrame frame = shape.GetTextFrame();
     size_t length = rules::CharacterCount(text);
     for (size_t position = 1; position < length; position += 250) {
       size_t from = rules::CharacterOffset(text, position - 1);

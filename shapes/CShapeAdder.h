@@ -20,7 +20,7 @@ class CShapeAdder {
  public:
   // worksheet, when empty, becomes the active sheet. shapeName, when not
   // empty, names the shape (a taken name leaves the office's own).
-  std::optional<host::Shape> AddShape(std::optional<host::Worksheet>& worksheet, const rules::CSymbolData& symbols,
+  std::optional<office::Shape> AddShape(std::optional<office::Worksheet>& worksheet, const rules::CSymbolData& symbols,
                                       const rules::CConfig& config, CShapeFormatter& formatter,
                                       const std::string& text, const std::string& cellAddress, int16_t shapeType,
                                       const std::string& shapeName);
@@ -28,7 +28,7 @@ class CShapeAdder {
   // Adds text after the shape's text in pieces of 250 characters, while the
   // position is below the text's length: a text 250 × k + 1 characters long
   // loses its last character, as the piecewise route always has.
-  static void AddTextInPieces(host::Shape& shape, const std::string& text);
+  static void AddTextInPieces(office::Shape& shape, const std::string& text);
 };
 
 }  // namespace nivarel::shapes

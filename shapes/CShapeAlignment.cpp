@@ -17,7 +17,7 @@ struct Centre {
   double x, y;
 };
 
-Centre CentreOf(const host::Shape& shape) {
+Centre CentreOf(const office::Shape& shape) {
   return {shape.Left() + shape.Width() / 2, shape.Top() + shape.Height() / 2};
 }
 
@@ -25,18 +25,18 @@ Centre CentreOf(const host::Shape& shape) {
 bool WithinBand(double value, double start, double extent) { return value >= start && value <= start + extent; }
 
 // A group's members at every depth, as the group's items list them.
-bool GroupHolds(const host::Shape& group, const std::string& name) {
-  for (const host::Shape& item : group.GroupItems()) {
+bool GroupHolds(const office::Shape& group, const std::string& name) {
+  for (const office::Shape& item : group.GroupItems()) {
     if (item.Name() == name) return true;
-    if (item.Type() == host::msoGroup && GroupHolds(item, name)) return true;
+    if (item.Type() == office::msoGroup && GroupHolds(item, name)) return true;
   }
   return false;
 }
 
 }  // namespace
 
-bool CShapeAlignment::AlignShapes(const host::Worksheet& worksheet, const host::Shape& previousShape,
-                                  host::Shape& newShape, int32_t column, int32_t lastColumn, int32_t row,
+bool CShapeAlignment::AlignShapes(const office::Worksheet& worksheet, const office::Shape& previousShape,
+                                  office::Shape& newShape, int32_t column, int32_t lastColumn, int32_t row,
                                   int32_t lastRow) {
   bool result = false;
   try {
@@ -55,7 +55,7 @@ bool CShapeAlignment::AlignShapes(const host::Worksheet& worksheet, const host::
   return result;
 }
 
-bool CShapeAlignment::IsAligned(const host::Shape& previousShape, const host::Shape& newShape, int32_t column,
+bool CShapeAlignment::IsAligned(const office::Shape& previousShape, const office::Shape& newShape, int32_t column,
                                 int32_t lastColumn, int32_t row, int32_t lastRow) const {
   if (column == lastColumn || row == lastRow) return true;
   try {
@@ -70,21 +70,21 @@ bool CShapeAlignment::IsAligned(const host::Shape& previousShape, const host::Sh
   return false;
 }
 
-bool CShapeAlignment::IsAdjacent(const host::Worksheet& worksheet, const host::Shape& previousShape,
-                                 const host::Shape& newShape, int16_t direction) const {
+bool CShapeAlignment::IsAdjacent(const office::Worksheet& worksheet, const office::Shape& previousShape,
+                                 const office::Shape& newShape, int16_t direction) const {
   bool result = true;
   try {
     if (direction < kUp || direction > kLeft) return result;
     Centre p = CentreOf(previousShape), n = CentreOf(newShape);
     std::string previousName = previousShape.Name();
-    host::Shapes shapes = worksheet.GetShapes();
+    office::Shapes shapes = worksheet.GetShapes();
     int count = shapes.Count();
     for (int i = 1; i <= count; ++i) {
-      host::Shape other = shapes.Item(i);
+      office::Shape other = shapes.Item(i);
       if (other.SameAs(previousShape) || other.SameAs(newShape)) continue;
       int type = other.Type();
-      if (type == host::msoLine || type == host::msoTextBox) continue;
-      if (type == host::msoGroup && GroupHolds(other, previousName)) continue;
+      if (type == office::msoLine || type == office::msoTextBox) continue;
+      if (type == office::msoGroup && GroupHolds(other, previousName)) continue;
       Centre o = CentreOf(other);
       bool blocks = false;
       switch (direction) {
@@ -108,7 +108,7 @@ bool CShapeAlignment::IsAdjacent(const host::Worksheet& worksheet, const host::S
   return result;
 }
 
-int16_t CShapeAlignment::GetFlowDirection(const host::Shape& previousShape, const host::Shape& newShape) const {
+int16_t CShapeAlignment::GetFlowDirection(const office::Shape& previousShape, const office::Shape& newShape) const {
   try {
     // Hundredths of a point, halves to the even neighbour: centres closer
     // than that count as level.

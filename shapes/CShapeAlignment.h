@@ -20,24 +20,24 @@ class CShapeAlignment {
   // upright one) so that both centres lie on one line, its size kept. The
   // direction is found and kept whatever the answer. column and row are the
   // new shape's cell, lastColumn and lastRow the previous shape's.
-  bool AlignShapes(const host::Worksheet& worksheet, const host::Shape& previousShape, host::Shape& newShape,
+  bool AlignShapes(const office::Worksheet& worksheet, const office::Shape& previousShape, office::Shape& newShape,
                    int32_t column, int32_t lastColumn, int32_t row, int32_t lastRow);
   // The direction found by the last AlignShapes.
   int16_t FlowDirection() const { return flowDirection_; }
 
   // Same column or same row, or one shape's centre within the other's height
   // or width, edges included.
-  bool IsAligned(const host::Shape& previousShape, const host::Shape& newShape, int32_t column,
+  bool IsAligned(const office::Shape& previousShape, const office::Shape& newShape, int32_t column,
                  int32_t lastColumn, int32_t row, int32_t lastRow) const;
   // False when another shape's centre lies strictly between the two centres
   // along direction and the shape strictly spans the previous shape's centre
   // line. Lines, text boxes and a group holding the previous shape never
   // block; nor does anything for a direction outside 0 to 3.
-  bool IsAdjacent(const host::Worksheet& worksheet, const host::Shape& previousShape,
-                  const host::Shape& newShape, int16_t direction) const;
+  bool IsAdjacent(const office::Worksheet& worksheet, const office::Shape& previousShape,
+                  const office::Shape& newShape, int16_t direction) const;
   // The direction from the previous centre to the new one, to 0.01 point:
   // upright when the vertical distance is not less than the horizontal one.
-  int16_t GetFlowDirection(const host::Shape& previousShape, const host::Shape& newShape) const;
+  int16_t GetFlowDirection(const office::Shape& previousShape, const office::Shape& newShape) const;
 
  private:
   int16_t flowDirection_ = 0;

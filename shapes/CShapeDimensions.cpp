@@ -8,6 +8,7 @@
 #include "MGlobalVariables.h"
 #include "MsoConstants.h"
 #include "TextEncoding.h"
+#include "Text.h"
 
 namespace nivarel::shapes {
 
@@ -15,17 +16,6 @@ namespace {
 
 constexpr char kSource[] = "CShapeDimensions";
 constexpr double kFitMargin = 0.03 * 72;  // 2.16 points
-
-std::string Trim(const std::string& s) {
-  size_t b = s.find_first_not_of(' ');
-  if (b == std::string::npos) return std::string();
-  return s.substr(b, s.find_last_not_of(' ') - b + 1);
-}
-
-std::string TrimLeft(const std::string& s) {
-  size_t b = s.find_first_not_of(' ');
-  return b == std::string::npos ? std::string() : s.substr(b);
-}
 
 std::vector<std::string> Split(const std::string& text, char at) {
   std::vector<std::string> parts;
@@ -43,17 +33,17 @@ double U() { return host::GlobalRowHeight; }
 
 }  // namespace
 
-void CShapeDimensions::BeginMeasure(host::Shape& shape) {
+void CShapeDimensions::BeginMeasure(office::Shape& shape) {
   if (host::ExcelVersion < 12) return;
   try {
-    host::TextFrame2 frame = shape.GetTextFrame2();
-    frame.SetWordWrap(host::msoFalse);
-    frame.SetAutoSize(host::msoAutoSizeShapeToFitText);
+    office::TextFrame2 frame = shape.GetTextFrame2();
+    frame.SetWordWrap(office::msoFalse);
+    frame.SetAutoSize(office::msoAutoSizeShapeToFitText);
   } catch (...) {
   }
 }
 
-void CShapeDimensions::StopFitting(host::Shape& shape) {
+void CShapeDimensions::StopFitting(office::Shape& shape) {
   // The office keeps fitting a shape to its text while fitting is on; the
   // measure turns it off, but a text that needed no measure left it on.
   try {
@@ -62,7 +52,7 @@ void CShapeDimensions::StopFitting(host::Shape& shape) {
   }
 }
 
-void CShapeDimensions::Place(host::Shape& shape, double left, double top, int32_t width, int32_t rows) {
+void CShapeDimensions::Place(office::Shape& shape, double left, double top, int32_t width, int32_t rows) {
   StopFitting(shape);
   shape.SetLeft(left);
   shape.SetWidth(width * U());
@@ -70,15 +60,15 @@ void CShapeDimensions::Place(host::Shape& shape, double left, double top, int32_
   shape.SetHeight(rows * U());
 }
 
-void CShapeDimensions::EndMeasure(host::Shape& shape) {
+void CShapeDimensions::EndMeasure(office::Shape& shape) {
   if (host::ExcelVersion < 12) return;
   try {
-    shape.GetTextFrame2().SetWordWrap(host::msoTrue);
+    shape.GetTextFrame2().SetWordWrap(office::msoTrue);
   } catch (...) {
   }
 }
 
-void CShapeDimensions::SetShapeDimensions(host::Shape& shape, const rules::CConfig& config,
+void CShapeDimensions::SetShapeDimensions(office::Shape& shape, const rules::CConfig& config,
                                           const rules::CSymbolData& symbols, int32_t maxWidth, bool newColumn,
                                           const std::string& text) {
   try {
@@ -92,10 +82,10 @@ void CShapeDimensions::SetShapeDimensions(host::Shape& shape, const rules::CConf
     int32_t width = symbols.GetWidth(type);
     int16_t minRows = symbols.GetMinHeight(type);
     BeginMeasure(shape);
-    if (type == host::msoShapeFlowchartConnector || type == host::msoShapeFlowchartOffpageConnector) {
+    if (type == office::msoShapeFlowchartConnector || type == office::msoShapeFlowchartOffpageConnector) {
       int32_t centre = newColumn ? maxWidth : width;
       SetConnectorDimensions(shape, config, type, width, minRows, centre, left, top, text);
-    } else if (type == host::msoShapeFlowchartTerminator) {
+    } else if (type == office::msoShapeFlowchartTerminator) {
       SetTerminatorDimensions(shape, width, minRows, left, top, text);
     } else {
       SetNormalShapeDimensions(shape, width, minRows, left, top, text);
@@ -106,7 +96,7 @@ void CShapeDimensions::SetShapeDimensions(host::Shape& shape, const rules::CConf
   }
 }
 
-void CShapeDimensions::SetConnectorDimensions(host::Shape& shape, const rules::CConfig& config, int16_t type,
+void CShapeDimensions::SetConnectorDimensions(office::Shape& shape, const rules::CConfig& config, int16_t type,
                                               int32_t width, int16_t minRows, int32_t centreWidth, double left,
                                               double top, const std::string& text) {
   try {
@@ -125,7 +115,7 @@ void CShapeDimensions::SetConnectorDimensions(host::Shape& shape, const rules::C
   }
 }
 
-void CShapeDimensions::SetTerminatorDimensions(host::Shape& shape, int32_t width, int16_t minRows, double left,
+void CShapeDimensions::SetTerminatorDimensions(office::Shape& shape, int32_t width, int16_t minRows, double left,
                                                double top, const std::string& text) {
   try {
     SetNormalShapeDimensions(shape, width, minRows, left, top, text);
@@ -134,7 +124,7 @@ void CShapeDimensions::SetTerminatorDimensions(host::Shape& shape, int32_t width
   }
 }
 
-void CShapeDimensions::SetNormalShapeDimensions(host::Shape& shape, int32_t width, int16_t minRows, double left,
+void CShapeDimensions::SetNormalShapeDimensions(office::Shape& shape, int32_t width, int16_t minRows, double left,
                                                 double top, const std::string& text) {
   try {
     int16_t rows = GetWrappedTextRowCount(text, shape, width);
@@ -145,10 +135,10 @@ void CShapeDimensions::SetNormalShapeDimensions(host::Shape& shape, int32_t widt
   }
 }
 
-int16_t CShapeDimensions::GetWrappedTextRowCount(const std::string& text, host::Shape& shape, int32_t width) {
+int16_t CShapeDimensions::GetWrappedTextRowCount(const std::string& text, office::Shape& shape, int32_t width) {
   int16_t rows = 0;
   try {
-    std::string line = Trim(text);
+    std::string line = rules::Trim(text);
     if (line.empty()) return 2;
     // A hyphen is a place to break: the measure reads it as a blank.
     for (auto& c : line)
@@ -171,7 +161,7 @@ int16_t CShapeDimensions::GetWrappedTextRowCount(const std::string& text, host::
       for (size_t i = 0; i < lines; ++i) wrapped += "X\n";
       wrapped += "X";
     }
-    host::TextFrame frame = shape.GetTextFrame();
+    office::TextFrame frame = shape.GetTextFrame();
     frame.GetCharacters().SetText(wrapped);
     frame.SetAutoSize(true);
     shape.SetTop(0);
@@ -193,17 +183,17 @@ int16_t CShapeDimensions::GetWrappedTextRowCount(const std::string& text, host::
   return rows;
 }
 
-std::string CShapeDimensions::ProcessParagraph(const std::string& paragraph, host::Shape& shape, double limit) {
+std::string CShapeDimensions::ProcessParagraph(const std::string& paragraph, office::Shape& shape, double limit) {
   std::string result;
   try {
-    std::string p = Trim(paragraph);
+    std::string p = rules::Trim(paragraph);
     if (p.empty()) return std::string();
     std::vector<std::string> words = Split(p, ' ');
     std::string line;
     for (size_t i = 0; i < words.size(); ++i) {
       const std::string& word = words[i];
       if (LineFits(line, word, shape, limit)) {
-        line = TrimLeft(line + " " + word);
+        line = rules::TrimLeft(line + " " + word);
         if (i + 1 == words.size()) result = ConditionalAppend(result, line, "\n");
       } else if (!line.empty()) {
         result = ConditionalAppend(result, line, "\n");
@@ -219,31 +209,31 @@ std::string CShapeDimensions::ProcessParagraph(const std::string& paragraph, hos
   return result;
 }
 
-double CShapeDimensions::FittedWidth(host::Shape& shape, const std::string& text) {
-  host::TextFrame frame = shape.GetTextFrame();
+double CShapeDimensions::FittedWidth(office::Shape& shape, const std::string& text) {
+  office::TextFrame frame = shape.GetTextFrame();
   frame.GetCharacters().SetText(text);
   frame.SetAutoSize(true);
   return shape.Width();
 }
 
-bool CShapeDimensions::LineFits(const std::string& line, const std::string& word, host::Shape& shape,
+bool CShapeDimensions::LineFits(const std::string& line, const std::string& word, office::Shape& shape,
                                 double limit) {
   try {
-    return limit + kFitMargin >= FittedWidth(shape, TrimLeft(line + " " + word));
+    return limit + kFitMargin >= FittedWidth(shape, rules::TrimLeft(line + " " + word));
   } catch (...) {
     return false;
   }
 }
 
-bool CShapeDimensions::WordFits(const std::string& piece, host::Shape& shape, double limit) {
+bool CShapeDimensions::WordFits(const std::string& piece, office::Shape& shape, double limit) {
   try {
-    return limit + kFitMargin >= FittedWidth(shape, Trim(piece));
+    return limit + kFitMargin >= FittedWidth(shape, rules::Trim(piece));
   } catch (...) {
     return false;
   }
 }
 
-std::string CShapeDimensions::WrapSingleWord(const std::string& word, host::Shape& shape, double limit) {
+std::string CShapeDimensions::WrapSingleWord(const std::string& word, office::Shape& shape, double limit) {
   std::string result;
   try {
     std::string rest = word;

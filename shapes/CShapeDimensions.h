@@ -18,35 +18,35 @@ class CShapeDimensions {
  public:
   // maxWidth is the widest width class in force; newColumn says the shape
   // stands in another column than the one before it.
-  void SetShapeDimensions(host::Shape& shape, const rules::CConfig& config, const rules::CSymbolData& symbols,
+  void SetShapeDimensions(office::Shape& shape, const rules::CConfig& config, const rules::CSymbolData& symbols,
                           int32_t maxWidth, bool newColumn, const std::string& text);
   // The rows that text needs at a width of width grid units. Leaves the
   // shape at the sheet's top left corner: callers put it back.
-  int16_t GetWrappedTextRowCount(const std::string& text, host::Shape& shape, int32_t width);
+  int16_t GetWrappedTextRowCount(const std::string& text, office::Shape& shape, int32_t width);
 
  private:
   friend class CShapeWizard;
-  void SetConnectorDimensions(host::Shape& shape, const rules::CConfig& config, int16_t type, int32_t width,
+  void SetConnectorDimensions(office::Shape& shape, const rules::CConfig& config, int16_t type, int32_t width,
                               int16_t minRows, int32_t centreWidth, double left, double top,
                               const std::string& text);
-  void SetTerminatorDimensions(host::Shape& shape, int32_t width, int16_t minRows, double left, double top,
+  void SetTerminatorDimensions(office::Shape& shape, int32_t width, int16_t minRows, double left, double top,
                                const std::string& text);
-  void SetNormalShapeDimensions(host::Shape& shape, int32_t width, int16_t minRows, double left, double top,
+  void SetNormalShapeDimensions(office::Shape& shape, int32_t width, int16_t minRows, double left, double top,
                                 const std::string& text);
-  std::string ProcessParagraph(const std::string& paragraph, host::Shape& shape, double limit);
-  bool LineFits(const std::string& line, const std::string& word, host::Shape& shape, double limit);
-  std::string WrapSingleWord(const std::string& word, host::Shape& shape, double limit);
-  bool WordFits(const std::string& piece, host::Shape& shape, double limit);
+  std::string ProcessParagraph(const std::string& paragraph, office::Shape& shape, double limit);
+  bool LineFits(const std::string& line, const std::string& word, office::Shape& shape, double limit);
+  std::string WrapSingleWord(const std::string& word, office::Shape& shape, double limit);
+  bool WordFits(const std::string& piece, office::Shape& shape, double limit);
   static std::string ConditionalAppend(const std::string& first, const std::string& second,
                                        const std::string& separator);
   // The width of the shape fitted to text.
-  double FittedWidth(host::Shape& shape, const std::string& text);
+  double FittedWidth(office::Shape& shape, const std::string& text);
   // Lets the shape grow sideways while it is measured, and wrap again after.
-  void BeginMeasure(host::Shape& shape);
-  void EndMeasure(host::Shape& shape);
-  void StopFitting(host::Shape& shape);
+  void BeginMeasure(office::Shape& shape);
+  void EndMeasure(office::Shape& shape);
+  void StopFitting(office::Shape& shape);
   // Sets the final place and size: width and rows in grid units.
-  void Place(host::Shape& shape, double left, double top, int32_t width, int32_t rows);
+  void Place(office::Shape& shape, double left, double top, int32_t width, int32_t rows);
 };
 
 }  // namespace nivarel::shapes

@@ -55,21 +55,21 @@ void Try(F&& f) {
   }
 }
 
-int CharacterCount(host::Shape& shape) {
+int CharacterCount(office::Shape& shape) {
   int count = 0;
   Try([&] { count = shape.GetTextFrame().GetCharacters().Count(); });
   return count;
 }
 
-void SetPlacement(host::Shape& shape) {
-  Try([&] { shape.SetPlacement(host::xlMove); });
+void SetPlacement(office::Shape& shape) {
+  Try([&] { shape.SetPlacement(office::xlMove); });
 }
 
 }  // namespace
 
 CShapeFormatter::CShapeFormatter() {
-  for (int16_t id = host::kFirstShapeStylePreset; id <= host::kLastShapeStylePreset; ++id) {
-    const host::ShapeStylePreset* preset = host::FindShapeStylePreset(id);
+  for (int16_t id = office::kFirstShapeStylePreset; id <= office::kLastShapeStylePreset; ++id) {
+    const office::ShapeStylePreset* preset = office::FindShapeStylePreset(id);
     lineColours_[id] = preset->line;
     fillColours_[id] = preset->fill;
   }
@@ -79,44 +79,44 @@ CShapeFormatter::CShapeFormatter() {
   }
 }
 
-void CShapeFormatter::SetAllFormatSettings(host::Shape& shape, const rules::CConfig& config, int16_t style) {
+void CShapeFormatter::SetAllFormatSettings(office::Shape& shape, const rules::CConfig& config, int16_t style) {
   FormatSettings(shape, config, style, true);
 }
 
-void CShapeFormatter::SetWizardFormatSettings(host::Shape& shape, const rules::CConfig& config, int16_t style) {
+void CShapeFormatter::SetWizardFormatSettings(office::Shape& shape, const rules::CConfig& config, int16_t style) {
   FormatSettings(shape, config, style, false);
 }
 
-void CShapeFormatter::SetStyleWizardFormatSettings(host::Shape& shape, const rules::CConfig& config, int16_t style) {
+void CShapeFormatter::SetStyleWizardFormatSettings(office::Shape& shape, const rules::CConfig& config, int16_t style) {
   FormatSettings(shape, config, style, false);
 }
 
-void CShapeFormatter::SetProcessMapFormatSettings(host::Shape& shape, int16_t style) {
+void CShapeFormatter::SetProcessMapFormatSettings(office::Shape& shape, int16_t style) {
   SetPlacement(shape);
   ApplyStyle(shape, StyleOrDefault(style), false);
 }
 
-void CShapeFormatter::SetStyleOnly(host::Shape& shape, int16_t style) {
+void CShapeFormatter::SetStyleOnly(office::Shape& shape, int16_t style) {
   ApplyStyle(shape, StyleOrDefault(style), true);
 }
 
-void CShapeFormatter::SetFontProperties(host::Shape& shape, const rules::CConfig& config) {
+void CShapeFormatter::SetFontProperties(office::Shape& shape, const rules::CConfig& config) {
   ApplyFont(shape, config, true);
 }
 
-void CShapeFormatter::SetTextAlignment(host::Shape& shape, const rules::CConfig& config) {
+void CShapeFormatter::SetTextAlignment(office::Shape& shape, const rules::CConfig& config) {
   ApplyAlignment(shape, config);
   SetPlacement(shape);
 }
 
-void CShapeFormatter::SetShapeMargins(host::Shape& shape) {
+void CShapeFormatter::SetShapeMargins(office::Shape& shape) {
   int type = 0;
   Try([&] { type = shape.AutoShapeType(); });
   // A process shape, and any type outside the table, keeps the host's margins.
   if (type < kFirstMarginType || type > kLastMarginType) return;
   if (CharacterCount(shape) < 1) return;
   const Margins& m = kMargins[type - kFirstMarginType];
-  host::TextFrame frame = shape.GetTextFrame();
+  office::TextFrame frame = shape.GetTextFrame();
   Try([&] { frame.SetAutoMargins(false); });
   Try([&] { frame.SetMarginTop(m.top); });
   Try([&] { frame.SetMarginBottom(m.bottom); });
@@ -124,10 +124,10 @@ void CShapeFormatter::SetShapeMargins(host::Shape& shape) {
   Try([&] { frame.SetMarginRight(m.right); });
 }
 
-void CShapeFormatter::SetTextBoxFormat(host::Shape& box, const rules::CConfig& config) {
-  host::TextFrame frame = box.GetTextFrame();
+void CShapeFormatter::SetTextBoxFormat(office::Shape& box, const rules::CConfig& config) {
+  office::TextFrame frame = box.GetTextFrame();
   Try([&] {
-    host::Font font = frame.GetCharacters().GetFont();
+    office::Font font = frame.GetCharacters().GetFont();
     bool useDefault = config.BranchesUseDefaultFont;
     Try([&] { font.SetName(useDefault ? config.FontName : config.BranchFontName); });
     Try([&] { font.SetBold(useDefault ? config.FontBold : config.BranchFontBold); });
@@ -135,19 +135,19 @@ void CShapeFormatter::SetTextBoxFormat(host::Shape& box, const rules::CConfig& c
     Try([&] { font.SetSize(useDefault ? config.FontSize : config.BranchFontSize); });
     Try([&] { font.SetColor(config.BranchFontColor); });
   });
-  Try([&] { frame.SetOrientation(host::msoTextOrientationHorizontal); });
+  Try([&] { frame.SetOrientation(office::msoTextOrientationHorizontal); });
   Try([&] { frame.SetReadingOrder(kReadingOrderLtr); });
   Try([&] { box.Line().SetVisible(false); });
   SetPlacement(box);
-  Try([&] { box.ZOrder(host::msoBringToFront); });
+  Try([&] { box.ZOrder(office::msoBringToFront); });
 }
 
-int16_t CShapeFormatter::GetShapeStyle(host::Shape& shape) {
+int16_t CShapeFormatter::GetShapeStyle(office::Shape& shape) {
   int16_t style = kDefaultStyle;
   try {
     if (host::ExcelVersion >= 12) {
       int themed = shape.ShapeStyle();
-      if (themed >= host::kFirstShapeStylePreset && themed <= host::kLastShapeStylePreset)
+      if (themed >= office::kFirstShapeStylePreset && themed <= office::kLastShapeStylePreset)
         return static_cast<int16_t>(themed);
     }
     double weight = shape.Line().Weight();
@@ -193,7 +193,7 @@ int16_t CShapeFormatter::FirstMatch(const std::array<long, kStyleCount>& colours
 
 int16_t CShapeFormatter::StyleOrDefault(int16_t style) { return style < 1 ? kDefaultStyle : style; }
 
-void CShapeFormatter::FormatSettings(host::Shape& shape, const rules::CConfig& config, int16_t style,
+void CShapeFormatter::FormatSettings(office::Shape& shape, const rules::CConfig& config, int16_t style,
                                      bool wholeFontSize) {
   ApplyFont(shape, config, wholeFontSize);
   ApplyAlignment(shape, config);
@@ -202,10 +202,10 @@ void CShapeFormatter::FormatSettings(host::Shape& shape, const rules::CConfig& c
   ApplyStyle(shape, StyleOrDefault(style), true);
 }
 
-void CShapeFormatter::ApplyFont(host::Shape& shape, const rules::CConfig& config, bool wholeSize) {
+void CShapeFormatter::ApplyFont(office::Shape& shape, const rules::CConfig& config, bool wholeSize) {
   if (CharacterCount(shape) < 1) return;
   Try([&] {
-    host::Font font = shape.GetTextFrame().GetCharacters().GetFont();
+    office::Font font = shape.GetTextFrame().GetCharacters().GetFont();
     Try([&] { font.SetName(config.FontName); });
     Try([&] { font.SetSize(wholeSize ? std::trunc(config.FontSize) : config.FontSize); });
     Try([&] { font.SetBold(config.FontBold); });
@@ -213,35 +213,35 @@ void CShapeFormatter::ApplyFont(host::Shape& shape, const rules::CConfig& config
   });
 }
 
-void CShapeFormatter::ApplyAlignment(host::Shape& shape, const rules::CConfig& config) {
+void CShapeFormatter::ApplyAlignment(office::Shape& shape, const rules::CConfig& config) {
   if (CharacterCount(shape) < 1) return;
-  host::TextFrame frame = shape.GetTextFrame();
+  office::TextFrame frame = shape.GetTextFrame();
   Try([&] { frame.SetReadingOrder(kReadingOrderLtr); });
-  Try([&] { frame.SetOrientation(host::msoTextOrientationHorizontal); });
+  Try([&] { frame.SetOrientation(office::msoTextOrientationHorizontal); });
   Try([&] { frame.SetHorizontalAlignment(config.HorizontalAlignment); });
   Try([&] { frame.SetVerticalAlignment(config.VerticalAlignment); });
 }
 
-void CShapeFormatter::ApplyStyle(host::Shape& shape, int16_t style, bool withText) {
+void CShapeFormatter::ApplyStyle(office::Shape& shape, int16_t style, bool withText) {
   if (style >= kFirstPlainStyle) {
     ApplyPlainStyle(shape, style, withText);
   } else if (host::ExcelVersion >= 12) {
     Try([&] { shape.SetShapeStyle(style); });
-  } else if (style >= host::kFirstShapeStylePreset && style <= host::kLastShapeStylePreset) {
+  } else if (style >= office::kFirstShapeStylePreset && style <= office::kLastShapeStylePreset) {
     // The look is built part by part; a refused part leaves the others standing.
-    Try([&] { host::ApplyShapeStylePreset(shape, style, withText); });
+    Try([&] { office::ApplyShapeStylePreset(shape, style, withText); });
   }
 }
 
-void CShapeFormatter::ApplyPlainStyle(host::Shape& shape, int16_t style, bool withText) {
+void CShapeFormatter::ApplyPlainStyle(office::Shape& shape, int16_t style, bool withText) {
   bool known = style >= kFirstPlainStyle && style <= kLastPlainStyle;
-  host::FillFormat fill = shape.Fill();
+  office::FillFormat fill = shape.Fill();
   Try([&] { fill.SetVisible(true); });
   Try([&] { fill.Solid(); });
   Try([&] { fill.ForeColor().SetRGB(known ? fillColours_[style] : kWhite); });
-  host::LineFormat line = shape.Line();
+  office::LineFormat line = shape.Line();
   Try([&] { line.SetVisible(true); });
-  Try([&] { line.SetStyle(host::msoLineSingle); });
+  Try([&] { line.SetStyle(office::msoLineSingle); });
   Try([&] { line.ForeColor().SetRGB(kBlack); });
   Try([&] { line.SetWeight(0.75); });
   Try([&] { shape.Shadow().SetVisible(false); });

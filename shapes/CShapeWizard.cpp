@@ -10,11 +10,11 @@
 
 namespace nivarel::shapes {
 
-void CShapeWizard::AddTextToShape(host::Shape& shape, const std::string& text) {
+void CShapeWizard::AddTextToShape(office::Shape& shape, const std::string& text) {
   CShapeAdder::AddTextInPieces(shape, text);
 }
 
-void CShapeWizard::AddTextToXL2007Shape(host::Shape& shape, const std::string& text) {
+void CShapeWizard::AddTextToXL2007Shape(office::Shape& shape, const std::string& text) {
   try {
     shape.GetTextFrame2().SetText(text);
   } catch (...) {
@@ -22,7 +22,7 @@ void CShapeWizard::AddTextToXL2007Shape(host::Shape& shape, const std::string& t
   }
 }
 
-void CShapeWizard::SetShapeDimensions(host::Shape& shape, int16_t symbolId, const std::string& text,
+void CShapeWizard::SetShapeDimensions(office::Shape& shape, int16_t symbolId, const std::string& text,
                                       int16_t minRows, int32_t widthClass, const rules::CConfig& config) {
   try {
     double unit = host::GlobalRowHeight;
@@ -33,9 +33,9 @@ void CShapeWizard::SetShapeDimensions(host::Shape& shape, int16_t symbolId, cons
     }
     double left = shape.Left(), top = shape.Top();
     dimensions_.BeginMeasure(shape);
-    if (symbolId == host::msoShapeFlowchartConnector || symbolId == host::msoShapeFlowchartOffpageConnector)
+    if (symbolId == office::msoShapeFlowchartConnector || symbolId == office::msoShapeFlowchartOffpageConnector)
       dimensions_.SetConnectorDimensions(shape, config, symbolId, widthClass, minRows, widthClass, left, top, text);
-    else if (symbolId == host::msoShapeFlowchartTerminator)
+    else if (symbolId == office::msoShapeFlowchartTerminator)
       dimensions_.SetTerminatorDimensions(shape, widthClass, minRows, left, top, text);
     else
       dimensions_.SetNormalShapeDimensions(shape, widthClass, minRows, left, top, text);
@@ -45,21 +45,21 @@ void CShapeWizard::SetShapeDimensions(host::Shape& shape, int16_t symbolId, cons
   }
 }
 
-void CShapeWizard::AddBranchLabels(host::Worksheet& worksheet, host::Shape& shape, const rules::CConfig& config,
+void CShapeWizard::AddBranchLabels(office::Worksheet& worksheet, office::Shape& shape, const rules::CConfig& config,
                                    const std::string& topText, const std::string& rightText,
                                    const std::string& bottomText, const std::string& leftText) {
   try {
-    host::Shapes shapes = worksheet.GetShapes();
+    office::Shapes shapes = worksheet.GetShapes();
     CShapeFormatter formatter;
     // The names are gathered for nothing: the batch tools keep the labels apart.
     AddBranchLabelBoxes(shapes, shape, {topText, rightText, bottomText, leftText}, config, formatter,
-                        [&](host::Shape& label, int16_t side) { SetBranchLabelPosition(shape, label, config, side); });
+                        [&](office::Shape& label, int16_t side) { SetBranchLabelPosition(shape, label, config, side); });
   } catch (...) {
     host::ErrorHandler("CShapeWizard", "AddBranchLabels", false);
   }
 }
 
-void CShapeWizard::SetBranchLabelPosition(const host::Shape& shape, host::Shape& label, const rules::CConfig& config,
+void CShapeWizard::SetBranchLabelPosition(const office::Shape& shape, office::Shape& label, const rules::CConfig& config,
                                           int16_t side) {
   PlaceBranchLabel(shape, label, config.BranchPosition, side, "CShapeWizard");
 }

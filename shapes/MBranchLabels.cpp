@@ -14,7 +14,7 @@ constexpr long kWhite = 0xFFFFFF;
 
 }  // namespace
 
-std::vector<std::string> AddBranchLabelBoxes(host::Shapes& shapes, const host::Shape& decision,
+std::vector<std::string> AddBranchLabelBoxes(office::Shapes& shapes, const office::Shape& decision,
                                              const BranchTexts& texts, const rules::CConfig& config,
                                              CShapeFormatter& formatter, const BranchLabelPlacer& place) {
   size_t count = std::count_if(texts.begin(), texts.end(), [](const std::string& t) { return !t.empty(); });
@@ -24,34 +24,34 @@ std::vector<std::string> AddBranchLabelBoxes(host::Shapes& shapes, const host::S
   for (int16_t side = kBranchTop; side <= kBranchLeft; ++side) {
     const std::string& text = texts[side - 1];
     if (text.empty()) continue;
-    host::Shape label = AddBranchLabelBox(shapes, text, config, formatter);
+    office::Shape label = AddBranchLabelBox(shapes, text, config, formatter);
     place(label, side);
     names.push_back(label.Name());
   }
   return names;
 }
 
-host::Shape AddBranchLabelBox(host::Shapes& shapes, const std::string& text, const rules::CConfig& config,
+office::Shape AddBranchLabelBox(office::Shapes& shapes, const std::string& text, const rules::CConfig& config,
                               CShapeFormatter& formatter) {
   double unit = host::GlobalRowHeight;
-  host::Shape label = shapes.AddTextbox(host::msoTextOrientationHorizontal, 0, 0, 3 * unit, unit);
+  office::Shape label = shapes.AddTextbox(office::msoTextOrientationHorizontal, 0, 0, 3 * unit, unit);
   label.GetTextFrame().GetCharacters().SetText(text);
   formatter.SetTextBoxFormat(label, config);
   label.Line().SetVisible(false);
   // White, so that the label hides the flow line under it.
   label.Fill().ForeColor().SetRGB(kWhite);
   if (host::ExcelVersion >= 12) {
-    host::TextFrame2 frame = label.GetTextFrame2();
-    frame.SetWordWrap(host::msoFalse);
-    frame.SetAutoSize(host::msoAutoSizeShapeToFitText);
+    office::TextFrame2 frame = label.GetTextFrame2();
+    frame.SetWordWrap(office::msoFalse);
+    frame.SetAutoSize(office::msoAutoSizeShapeToFitText);
   } else {
     label.GetTextFrame().SetAutoSize(true);
   }
-  label.SetPlacement(host::xlMove);
+  label.SetPlacement(office::xlMove);
   return label;
 }
 
-void PlaceBranchLabel(const host::Shape& decision, host::Shape& label, int16_t branchPosition, int16_t side,
+void PlaceBranchLabel(const office::Shape& decision, office::Shape& label, int16_t branchPosition, int16_t side,
                       const char* source) {
   try {
     double unit = host::GlobalRowHeight;

@@ -23,19 +23,19 @@ constexpr int16_t kBranchTop = 1, kBranchRight = 2, kBranchBottom = 3, kBranchLe
 using BranchTexts = std::array<std::string, 4>;
 
 // Called with each new label and its side, to move it into place.
-using BranchLabelPlacer = std::function<void(host::Shape& label, int16_t side)>;
+using BranchLabelPlacer = std::function<void(office::Shape& label, int16_t side)>;
 
 // Draws a label for each side from 1 to 4 whose text isn't empty and hands
 // it to place. Answers the decision's name followed by the labels' names.
 // A host failure is raised to the caller; the labels made before it stay.
-std::vector<std::string> AddBranchLabelBoxes(host::Shapes& shapes, const host::Shape& decision,
+std::vector<std::string> AddBranchLabelBoxes(office::Shapes& shapes, const office::Shape& decision,
                                              const BranchTexts& texts, const rules::CConfig& config,
                                              CShapeFormatter& formatter, const BranchLabelPlacer& place);
 
 // One label at the sheet's top left corner: a text box holding text in the
 // branch font, white, without outline, fitted to its text, moving with the
 // cells under it.
-host::Shape AddBranchLabelBox(host::Shapes& shapes, const std::string& text, const rules::CConfig& config,
+office::Shape AddBranchLabelBox(office::Shapes& shapes, const std::string& text, const rules::CConfig& config,
                               CShapeFormatter& formatter);
 
 // Puts label on side of decision, one grid unit off it, by the label's size
@@ -44,7 +44,7 @@ host::Shape AddBranchLabelBox(host::Shapes& shapes, const std::string& text, con
 // value centres them on the line. A negative top or left becomes 0. A failure
 // is logged under source and "SetBranchLabelPosition" and leaves the label
 // where it was.
-void PlaceBranchLabel(const host::Shape& decision, host::Shape& label, int16_t branchPosition, int16_t side,
+void PlaceBranchLabel(const office::Shape& decision, office::Shape& label, int16_t branchPosition, int16_t side,
                       const char* source);
 
 }  // namespace nivarel::shapes

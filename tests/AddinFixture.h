@@ -52,7 +52,7 @@ class AddinFixture : public OfficeTest {
     host::ClearLogFile();
   }
   void TearDown() override {
-    if (belowVersion12_) host::Application restored(App().Session());  // made without the switch
+    if (belowVersion12_) office::Application restored(App().Session());  // made without the switch
     host::ExcelVersion = 12;
     host::ExcelApp.reset();
     OfficeTest::TearDown();
@@ -146,7 +146,7 @@ class AddinFixture : public OfficeTest {
 
   // Moves the focus with Tab until it rests on the control that matches;
   // false when a round of the dialog finds none.
-  bool FocusControl(const std::function<bool(const host::UiDriver::DialogControl&)>& matches) {
+  bool FocusControl(const std::function<bool(const driver::UiDriver::DialogControl&)>& matches) {
     for (int i = 0; i < 40; ++i) {
       for (const auto& c : Ui().DialogControls())
         if (c.focused && matches(c)) return true;
@@ -157,16 +157,16 @@ class AddinFixture : public OfficeTest {
   }
 
   // The lines on the test's sheet.
-  std::vector<host::Shape> Lines() {
-    std::vector<host::Shape> out;
-    host::Shapes shapes = sheet_->GetShapes();
+  std::vector<office::Shape> Lines() {
+    std::vector<office::Shape> out;
+    office::Shapes shapes = sheet_->GetShapes();
     for (int i = 1; i <= shapes.Count(); ++i)
       if (shapes.Item(i).Connector()) out.push_back(shapes.Item(i));
     return out;
   }
   // Whether a glued line joins the two shapes, from the first to the second.
-  bool Joined(const host::Shape& from, const host::Shape& to) {
-    for (host::Shape& line : Lines()) {
+  bool Joined(const office::Shape& from, const office::Shape& to) {
+    for (office::Shape& line : Lines()) {
       auto begin = line.GetConnectorFormat().BeginConnectedShape();
       auto end = line.GetConnectorFormat().EndConnectedShape();
       if (begin && end && begin->Name() == from.Name() && end->Name() == to.Name()) return true;
@@ -176,9 +176,9 @@ class AddinFixture : public OfficeTest {
   // The sheet's shapes and where each line's ends are glued, for a failure's message.
   std::string LinesText() {
     std::string out = "shapes:";
-    host::Shapes shapes = sheet_->GetShapes();
+    office::Shapes shapes = sheet_->GetShapes();
     for (int i = 1; i <= shapes.Count(); ++i) out += " '" + shapes.Item(i).Name() + "'";
-    for (host::Shape& line : Lines()) {
+    for (office::Shape& line : Lines()) {
       auto begin = line.GetConnectorFormat().BeginConnectedShape();
       auto end = line.GetConnectorFormat().EndConnectedShape();
       out += "; " + line.Name() + ": " + (begin ? begin->Name() : "-") + " -> " + (end ? end->Name() : "-");
@@ -189,7 +189,7 @@ class AddinFixture : public OfficeTest {
   // The office offers the object model of version 11 until the test ends.
   void TakeTheRoadBelowVersion12() {
     setenv("NIVAREL_OBJECT_MODEL", "11", 1);
-    host::Application old(App().Session());
+    office::Application old(App().Session());
     unsetenv("NIVAREL_OBJECT_MODEL");
     ASSERT_EQ("11.0", old.Version());
     host::ExcelVersion = 11;

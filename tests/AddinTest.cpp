@@ -29,6 +29,8 @@ namespace {
 
 namespace fs = std::filesystem;
 using namespace host;
+using namespace office;
+using namespace driver;
 
 // The office of this binary fails this one command, as an unexpected error.
 const bool faultKeySet = setenv("NIVAREL_TEST_FAULT_KEY", "faultkey", 1) == 0;

@@ -22,7 +22,7 @@
 namespace nivarel {
 namespace {
 
-using host::Shape;
+using office::Shape;
 
 constexpr double kTolerance = 0.1;
 constexpr long kWhite = 0xFFFFFF;
@@ -80,8 +80,8 @@ class BranchLabelsTest : public testing::AddinFixture {
 
   // A decision 8 by 4 grid units at the cell's top left corner.
   Shape Decision(const std::string& cell) {
-    host::Range r = sheet_->GetRange(cell);
-    return sheet_->GetShapes().AddShape(host::msoShapeFlowchartDecision, r.Left(), r.Top(), 8 * unit_, 4 * unit_);
+    office::Range r = sheet_->GetRange(cell);
+    return sheet_->GetShapes().AddShape(office::msoShapeFlowchartDecision, r.Left(), r.Top(), 8 * unit_, 4 * unit_);
   }
 
   Shape Add(Shape& decision, const rules::CConfig& config) {
@@ -90,19 +90,19 @@ class BranchLabelsTest : public testing::AddinFixture {
 
   // The sheet's text boxes, found by their text.
   Shape Label(const std::string& text) {
-    host::Shapes shapes = sheet_->GetShapes();
+    office::Shapes shapes = sheet_->GetShapes();
     for (int i = 1; i <= shapes.Count(); ++i) {
       Shape s = shapes.Item(i);
-      std::vector<Shape> inside = s.Type() == host::msoGroup ? s.GroupItems() : std::vector<Shape>{s};
+      std::vector<Shape> inside = s.Type() == office::msoGroup ? s.GroupItems() : std::vector<Shape>{s};
       for (Shape& item : inside)
-        if (item.Type() == host::msoTextBox && Text(item) == text) return item;
+        if (item.Type() == office::msoTextBox && Text(item) == text) return item;
     }
     ADD_FAILURE() << "no label \"" << text << "\"";
     return shapes.Item(1);
   }
 
   void ClearShapes() {
-    host::Shapes shapes = sheet_->GetShapes();
+    office::Shapes shapes = sheet_->GetShapes();
     for (int i = shapes.Count(); i >= 1; --i) shapes.Item(i).Delete();
   }
 
@@ -140,18 +140,18 @@ TEST_F(BranchLabelsTest, DefaultsGroupYesBelowAndNoRightWithTheDecision) {
   std::string decisionName = decision.Name();
   Shape result = Add(decision, Defaults());
 
-  host::Shapes shapes = sheet_->GetShapes();
+  office::Shapes shapes = sheet_->GetShapes();
   ASSERT_EQ(1, shapes.Count()) << "decision and labels are one group";
-  EXPECT_EQ(host::msoGroup, result.Type());
+  EXPECT_EQ(office::msoGroup, result.Type());
   EXPECT_EQ(shapes.Item(1).Name(), result.Name());
   std::vector<Shape> items = result.GroupItems();
   ASSERT_EQ(3u, items.size());
   EXPECT_EQ(decisionName, items[0].Name());
-  EXPECT_EQ(host::xlMove, result.Placement());
+  EXPECT_EQ(office::xlMove, result.Placement());
 
   int labels = 0;
   for (Shape& item : items) {
-    if (item.Type() != host::msoTextBox) continue;
+    if (item.Type() != office::msoTextBox) continue;
     ++labels;
     SCOPED_TRACE(Text(item));
     EXPECT_FALSE(item.Line().Visible());
@@ -213,11 +213,11 @@ TEST_F(BranchLabelsTest, NoGroupUnlessAskedForAndALabelIsMade) {
   rules::CConfig apart = Defaults();
   apart.GroupBranchLabels = false;
   EXPECT_TRUE(Add(decision, apart).SameAs(decision));
-  host::Shapes shapes = sheet_->GetShapes();
+  office::Shapes shapes = sheet_->GetShapes();
   ASSERT_EQ(3, shapes.Count());
-  for (int i = 1; i <= 3; ++i) EXPECT_NE(host::msoGroup, shapes.Item(i).Type());
-  EXPECT_EQ(host::msoTextBox, Label("Yes").Type());
-  EXPECT_EQ(host::msoTextBox, Label("No").Type());
+  for (int i = 1; i <= 3; ++i) EXPECT_NE(office::msoGroup, shapes.Item(i).Type());
+  EXPECT_EQ(office::msoTextBox, Label("Yes").Type());
+  EXPECT_EQ(office::msoTextBox, Label("No").Type());
 
   // Four empty texts: no text box, and no group of the decision alone.
   Shape lone = Decision("E20");
@@ -225,7 +225,7 @@ TEST_F(BranchLabelsTest, NoGroupUnlessAskedForAndALabelIsMade) {
   empty.RightBranchText = empty.BottomBranchText = "";
   Shape result = Add(lone, empty);
   EXPECT_TRUE(result.SameAs(lone));
-  EXPECT_EQ(host::msoAutoShape, result.Type());
+  EXPECT_EQ(office::msoAutoShape, result.Type());
   EXPECT_EQ(4, shapes.Count());
 }
 
@@ -257,7 +257,7 @@ TEST_F(BranchLabelsTest, OptionTwoDrawsNoneAndOptionOneAsksWithoutStoring) {
     Ui().PressDialogKey("BACKSPACE");  // the right box: its text selected, now gone
     Ui().PressDialogKey("RETURN");
   });
-  EXPECT_EQ(host::msoGroup, group.Type());
+  EXPECT_EQ(office::msoGroup, group.Type());
   EXPECT_NO_FATAL_FAILURE(Label("Maybe"));
   EXPECT_NO_FATAL_FAILURE(Label("Ja"));
   EXPECT_EQ(3u, group.GroupItems().size()) << "no label on the emptied side";
@@ -281,9 +281,9 @@ TEST_F(BranchLabelsTest, WizardTakesItsTextsAndNeverGroups) {
   shapes::CShapeWizard wizard;
   wizard.AddBranchLabels(*sheet_, decision, config, "", "Right", "Bottom", "");
 
-  host::Shapes shapes = sheet_->GetShapes();
+  office::Shapes shapes = sheet_->GetShapes();
   ASSERT_EQ(3, shapes.Count());
-  for (int i = 1; i <= 3; ++i) EXPECT_NE(host::msoGroup, shapes.Item(i).Type());
+  for (int i = 1; i <= 3; ++i) EXPECT_NE(office::msoGroup, shapes.Item(i).Type());
   Shape right = Label("Right"), bottom = Label("Bottom");
   EXPECT_FALSE(right.Line().Visible());
   EXPECT_EQ(kWhite, bottom.Fill().ForeColor().RGB());

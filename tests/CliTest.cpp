@@ -19,7 +19,8 @@
 #include "OfficeTest.h"
 #include "Shapes.h"
 
-using namespace nivarel::host;
+using namespace nivarel::office;
+using namespace nivarel::driver;
 using nlohmann::json;
 
 namespace nivarel::testing {

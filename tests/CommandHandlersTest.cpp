@@ -19,7 +19,7 @@
 namespace nivarel {
 namespace {
 
-using host::Shape;
+using office::Shape;
 using Names = std::vector<std::string>;
 
 class CommandHandlersTest : public testing::AddinFixture {
@@ -58,7 +58,7 @@ class CommandHandlersTest : public testing::AddinFixture {
 };
 
 TEST_F(CommandHandlersTest, ALabelNeedsACellSelected) {
-  Shape box = sheet_->GetShapes().AddShape(host::msoShapeFlowchartProcess, 100, 100, 80, 40);
+  Shape box = sheet_->GetShapes().AddShape(office::msoShapeFlowchartProcess, 100, 100, 80, 40);
   box.Select();
   auto message = MessageOf([&] { handler_.InsertLabel(); });
   EXPECT_EQ("No Range Selected", message.first);
@@ -70,7 +70,7 @@ TEST_F(CommandHandlersTest, ALabelNeedsACellSelected) {
 TEST_F(CommandHandlersTest, ALabelDropsBorderlessAtTheCellAndTheCursorGoesBelowIt) {
   rules::CConfig config;
   config.LoadConfigData();
-  host::Shapes shapes = sheet_->GetShapes();
+  office::Shapes shapes = sheet_->GetShapes();
 
   Ui().SelectCell("D4");
   Drive([&] { handler_.InsertLabel(); }, " Add Label", [&] {
@@ -79,18 +79,18 @@ TEST_F(CommandHandlersTest, ALabelDropsBorderlessAtTheCellAndTheCursorGoesBelowI
   });
   ASSERT_EQ(1, shapes.Count());
   Shape label = shapes.Item(1);
-  EXPECT_EQ(host::msoTextBox, label.Type());
+  EXPECT_EQ(office::msoTextBox, label.Type());
   EXPECT_EQ("Safety stock", label.GetTextFrame().GetCharacters().Text());
   EXPECT_FALSE(label.Line().Visible());
   EXPECT_NEAR(sheet_->GetRange("D4").Left(), label.Left(), 0.1);
   EXPECT_NEAR(sheet_->GetRange("D4").Top(), label.Top(), 0.1);
-  host::Font font = label.GetTextFrame().GetCharacters().GetFont();
+  office::Font font = label.GetTextFrame().GetCharacters().GetFont();
   EXPECT_EQ(config.BranchFontName, font.Name());
   EXPECT_NEAR(config.BranchFontSize, font.Size(), 0.01);
   EXPECT_EQ(config.BranchFontBold, font.Bold());
-  EXPECT_EQ(host::msoFalse, label.GetTextFrame2().WordWrap());
-  EXPECT_EQ(host::msoAutoSizeShapeToFitText, label.GetTextFrame2().AutoSize());
-  EXPECT_EQ(host::xlMove, label.Placement());
+  EXPECT_EQ(office::msoFalse, label.GetTextFrame2().WordWrap());
+  EXPECT_EQ(office::msoAutoSizeShapeToFitText, label.GetTextFrame2().AutoSize());
+  EXPECT_EQ(office::xlMove, label.Placement());
   EXPECT_EQ("D5", App().ActiveCell()->Address(false));
   EXPECT_TRUE(App().ScreenUpdating());
 
@@ -111,18 +111,18 @@ TEST_F(CommandHandlersTest, ALabelDropsBorderlessAtTheCellAndTheCursorGoesBelowI
 }
 
 TEST_F(CommandHandlersTest, ShapesAreSelectedByKind) {
-  host::Shapes shapes = sheet_->GetShapes();
+  office::Shapes shapes = sheet_->GetShapes();
   Ui().SelectCell("A1");
   handler_.SelectAllShapes();
   handler_.SelectAllLines();
   EXPECT_EQ(Names{}, SelectedShapes()) << "an empty sheet keeps its cell selected";
 
   std::vector<Shape> made;  // kept until the test ends, as told above
-  Shape process = Named(shapes.AddShape(host::msoShapeFlowchartProcess, 50, 50, 80, 40), "Process");
-  Shape decision = Named(shapes.AddShape(host::msoShapeFlowchartDecision, 50, 150, 80, 40), "Decision");
-  made.push_back(Named(shapes.AddShape(host::msoShapeRectangle, 200, 50, 80, 40), "Rectangle"));
-  made.push_back(Named(shapes.AddTextbox(host::msoTextOrientationHorizontal, 200, 150, 80, 20), "Label"));
-  made.push_back(Named(shapes.AddConnector(host::msoConnectorElbow, 90, 90, 90, 150), "Flow"));
+  Shape process = Named(shapes.AddShape(office::msoShapeFlowchartProcess, 50, 50, 80, 40), "Process");
+  Shape decision = Named(shapes.AddShape(office::msoShapeFlowchartDecision, 50, 150, 80, 40), "Decision");
+  made.push_back(Named(shapes.AddShape(office::msoShapeRectangle, 200, 50, 80, 40), "Rectangle"));
+  made.push_back(Named(shapes.AddTextbox(office::msoTextOrientationHorizontal, 200, 150, 80, 20), "Label"));
+  made.push_back(Named(shapes.AddConnector(office::msoConnectorElbow, 90, 90, 90, 150), "Flow"));
   made.push_back(Named(shapes.AddLine(300, 50, 300, 150), "Line"));
 
   handler_.SelectAllLines();
@@ -145,8 +145,8 @@ TEST_F(CommandHandlersTest, ShapesAreSelectedByKind) {
 }
 
 TEST_F(CommandHandlersTest, SelectingAKindThatIsMissingLeavesTheSelection) {
-  host::Shapes shapes = sheet_->GetShapes();
-  shapes.AddShape(host::msoShapeFlowchartProcess, 50, 50, 80, 40);
+  office::Shapes shapes = sheet_->GetShapes();
+  shapes.AddShape(office::msoShapeFlowchartProcess, 50, 50, 80, 40);
   Ui().SelectCell("B2");
   handler_.SelectAllLines();
   handler_.SelectAllLabels();
@@ -156,7 +156,7 @@ TEST_F(CommandHandlersTest, SelectingAKindThatIsMissingLeavesTheSelection) {
 }
 
 TEST_F(CommandHandlersTest, GridlinesFlipOrFollowTheArgument) {
-  host::Window window = *App().ActiveWindow();
+  office::Window window = *App().ActiveWindow();
   bool before = window.DisplayGridlines();
   handler_.ToggleGridLines();
   EXPECT_EQ(!before, window.DisplayGridlines());
@@ -174,10 +174,10 @@ TEST_F(CommandHandlersTest, ClearingShadingEmptiesTheFillOfEveryCell) {
   sheet_->GetRange("AA5000").GetInterior().SetColor(0x00CCFF);
   sheet_->GetRange("B2").SetValue("kept");
   ASSERT_EQ(6, sheet_->GetRange("B2:C3").GetInterior().ColorIndex());
-  ASSERT_NE(host::Interior::kNone, sheet_->GetRange("AA5000").GetInterior().ColorIndex());
+  ASSERT_NE(office::Interior::kNone, sheet_->GetRange("AA5000").GetInterior().ColorIndex());
   handler_.ClearShading();
-  EXPECT_EQ(host::Interior::kNone, sheet_->GetRange("B2:C3").GetInterior().ColorIndex());
-  EXPECT_EQ(host::Interior::kNone, sheet_->GetRange("AA5000").GetInterior().ColorIndex());
+  EXPECT_EQ(office::Interior::kNone, sheet_->GetRange("B2:C3").GetInterior().ColorIndex());
+  EXPECT_EQ(office::Interior::kNone, sheet_->GetRange("AA5000").GetInterior().ColorIndex());
   EXPECT_EQ("kept", sheet_->GetRange("B2").Text()) << "only the fill goes";
 }
 

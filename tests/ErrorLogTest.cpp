@@ -14,6 +14,7 @@ namespace nivarel {
 namespace {
 
 using namespace host;
+using namespace office;
 
 std::string ReadBytes(const std::string& path) {
   std::ifstream in(path, std::ios::binary);

@@ -18,6 +18,8 @@
 #include "dsrConnect.h"
 
 using namespace nivarel::host;
+using namespace nivarel::office;
+using namespace nivarel::driver;
 
 namespace {
 

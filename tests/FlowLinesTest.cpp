@@ -25,6 +25,7 @@ namespace nivarel {
 namespace {
 
 using namespace host;
+using namespace office;
 using shapes::CFlowLineAdder;
 using shapes::CFlowLineFormatter;
 

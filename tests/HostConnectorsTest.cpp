@@ -6,7 +6,7 @@
 #include "OfficeTest.h"
 #include "Shapes.h"
 
-using namespace nivarel::host;
+using namespace nivarel::office;
 
 namespace nivarel::testing {
 namespace {

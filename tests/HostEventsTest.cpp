@@ -5,7 +5,7 @@
 
 #include "OfficeTest.h"
 
-using namespace nivarel::host;
+using namespace nivarel::office;
 
 namespace nivarel::testing {
 namespace {

@@ -11,7 +11,8 @@
 #include "OfficeTest.h"
 #include "Shapes.h"
 
-using namespace nivarel::host;
+using namespace nivarel::office;
+using namespace nivarel::driver;
 
 namespace nivarel::testing {
 namespace {

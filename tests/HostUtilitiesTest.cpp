@@ -17,6 +17,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using namespace host;
+using namespace office;
 
 void Write(const std::string& path, const std::string& text) {
   fs::create_directories(fs::path(path).parent_path());

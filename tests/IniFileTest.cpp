@@ -484,14 +484,5 @@ TEST(TextEncodingTest, FileBytesBecomeUtf8) {
   EXPECT_EQ(rules::WithoutUtf8Bom("\xEF\xBBk"), "\xEF\xBBk");
 }
 
-TEST(TextEncodingTest, UpperCaseCoversTheAlphabets) {
-  using rules::UpperCase;
-  EXPECT_EQ(UpperCase("AddFlowLine = true;"), "ADDFLOWLINE = TRUE;");
-  EXPECT_EQ(UpperCase("straße café ÿ ÷"), "STRAßE CAFÉ Ÿ ÷");
-  EXPECT_EQ(UpperCase("žluťoučký ĺ ŀ ł œ ş ā"), "ŽLUŤOUČKÝ Ĺ Ŀ Ł Œ Ş Ā");
-  EXPECT_EQ(UpperCase("ключ ёж σοφός άς"), "КЛЮЧ ЁЖ ΣΟΦΌΣ ΆΣ");
-  EXPECT_EQ(UpperCase("a\xFF" "b\xC3"), "A\xFF" "B\xC3");
-}
-
 }  // namespace
 }  // namespace nivarel

@@ -22,7 +22,7 @@
 namespace nivarel {
 namespace {
 
-using host::Shape;
+using office::Shape;
 
 class LiveRunTest : public testing::AddinFixture {
  protected:
@@ -59,7 +59,7 @@ class LiveRunTest : public testing::AddinFixture {
   // The sheet's shapes that are not lines, in drawing order.
   std::vector<Shape> Symbols() {
     std::vector<Shape> out;
-    host::Shapes shapes = sheet_->GetShapes();
+    office::Shapes shapes = sheet_->GetShapes();
     for (int i = 1; i <= shapes.Count(); ++i) {
       Shape s = shapes.Item(i);
       if (!s.Connector()) out.push_back(s);
@@ -103,7 +103,7 @@ TEST_F(LiveRunTest, TypedStepsBecomeJoinedSymbolsAndTheCursorMovesOn) {
 
   Step("is it in stock?");
   ASSERT_EQ(3u, Symbols().size());
-  ASSERT_EQ(host::msoGroup, Symbols()[2].Type()) << "the decision, grouped with its labels";
+  ASSERT_EQ(office::msoGroup, Symbols()[2].Type()) << "the decision, grouped with its labels";
   Shape decision = Symbols()[2].GroupItems()[0];
   EXPECT_EQ(63, decision.AutoShapeType());
   EXPECT_EQ(3u, Symbols()[2].GroupItems().size());
@@ -114,7 +114,7 @@ TEST_F(LiveRunTest, TypedStepsBecomeJoinedSymbolsAndTheCursorMovesOn) {
   // step joins the decision.
   std::string beforeLabel = Selected();
   Ui().TypeIntoCell("H4", "LBL: backorder");
-  EXPECT_EQ(host::msoTextBox, sheet_->GetShapes().Item(sheet_->GetShapes().Count()).Type());
+  EXPECT_EQ(office::msoTextBox, sheet_->GetShapes().Item(sheet_->GetShapes().Count()).Type());
   Ui().SelectCell(beforeLabel);
   Step("ship it");
   Shape ship = Symbols().back();
@@ -124,8 +124,8 @@ TEST_F(LiveRunTest, TypedStepsBecomeJoinedSymbolsAndTheCursorMovesOn) {
   // Stopping without a terminator still puts the lines behind and takes the
   // guides away.
   run_->StopFlowcharting(true);
-  EXPECT_EQ(host::xlNone, sheet_->GetRange(Selected()).GetInterior().ColorIndex());
-  host::Shapes shapes = sheet_->GetShapes();
+  EXPECT_EQ(office::xlNone, sheet_->GetRange(Selected()).GetInterior().ColorIndex());
+  office::Shapes shapes = sheet_->GetShapes();
   for (Shape& line : Lines())
     for (Shape& s : Symbols()) EXPECT_LT(line.ZOrderPosition(), s.ZOrderPosition());
   EXPECT_EQ(Symbols().size(), 5u) << "4 steps and the label, no end terminator";
@@ -238,26 +238,26 @@ class MenuRunTest : public testing::AddinFixture {};
 // shipped settings; stopping offers the end terminator at the cursor.
 TEST_F(MenuRunTest, TheMenuStartsARunInsideTheOfficeAndStopsItWithAnEnd) {
   const std::string start = "vnd.nivarel:rxNivarelStartFlowcharting", stop = "vnd.nivarel:rxNivarelStopFlowcharting";
-  EXPECT_TRUE(host::CommandEnabled(App(), start));
-  EXPECT_FALSE(host::CommandEnabled(App(), stop)) << "nothing to stop yet";
-  EXPECT_TRUE(host::CommandEnabled(App(), "vnd.nivarel:rxNivarelGroupAllShapes"));
+  EXPECT_TRUE(driver::CommandEnabled(App(), start));
+  EXPECT_FALSE(driver::CommandEnabled(App(), stop)) << "nothing to stop yet";
+  EXPECT_TRUE(driver::CommandEnabled(App(), "vnd.nivarel:rxNivarelGroupAllShapes"));
   Drive([&] { Ui().RunCommand("vnd.nivarel:rxNivarelStartFlowcharting"); }, "  Start Flowcharting",
         [&] { Ui().PressDialogKey("RETURN"); });
-  host::Shapes shapes = sheet_->GetShapes();
+  office::Shapes shapes = sheet_->GetShapes();
   for (int i = 0; i < 100 && shapes.Count() == 0; ++i) std::this_thread::sleep_for(std::chrono::milliseconds(50));
   ASSERT_EQ(1, shapes.Count()) << "the start terminator";
   EXPECT_EQ("Start", shapes.Item(1).GetTextFrame().GetCharacters().Text());
   EXPECT_EQ("C3", shapes.Item(1).TopLeftCell().Address(false)) << "the stored start cell";
   EXPECT_EQ(3, App().ActiveCell()->Column()) << "the cursor waits under the terminator";
   EXPECT_GT(App().ActiveCell()->Row(), shapes.Item(1).BottomRightCell().Row());
-  host::Range far = sheet_->GetRange("M60");
+  office::Range far = sheet_->GetRange("M60");
   EXPECT_NEAR(far.Height(), far.Width(), 0.1) << "the sheet is a square grid";
   EXPECT_EQ(0xFFFFFF, far.GetInterior().Color()) << "filled white, which hides the gridlines";
   EXPECT_FALSE(App().ActiveWindow()->DisplayGridlines());
-  EXPECT_FALSE(host::CommandEnabled(App(), start)) << "one run at a time";
-  EXPECT_FALSE(host::CommandEnabled(App(), "vnd.nivarel:rxNivarelFlowchartWizard"));
-  EXPECT_TRUE(host::CommandEnabled(App(), stop));
-  EXPECT_TRUE(host::CommandEnabled(App(), "vnd.nivarel:rxNivarelGroupAllShapes")) << "not a session command";
+  EXPECT_FALSE(driver::CommandEnabled(App(), start)) << "one run at a time";
+  EXPECT_FALSE(driver::CommandEnabled(App(), "vnd.nivarel:rxNivarelFlowchartWizard"));
+  EXPECT_TRUE(driver::CommandEnabled(App(), stop));
+  EXPECT_TRUE(driver::CommandEnabled(App(), "vnd.nivarel:rxNivarelGroupAllShapes")) << "not a session command";
   Ui().TypeIntoCell(App().ActiveCell()->Address(false), "check the order");
   EXPECT_EQ(3, shapes.Count()) << "the step and its line";
 
@@ -272,8 +272,8 @@ TEST_F(MenuRunTest, TheMenuStartsARunInsideTheOfficeAndStopsItWithAnEnd) {
   for (int i = 1; i <= shapes.Count(); ++i)
     end = end || (shapes.Item(i).AutoShapeType() == 69 && shapes.Item(i).GetTextFrame().GetCharacters().Text() == "End");
   EXPECT_TRUE(end) << "the end terminator with the stored text";
-  EXPECT_TRUE(host::CommandEnabled(App(), start)) << "Start is offered again";
-  EXPECT_FALSE(host::CommandEnabled(App(), stop));
+  EXPECT_TRUE(driver::CommandEnabled(App(), start)) << "Start is offered again";
+  EXPECT_FALSE(driver::CommandEnabled(App(), stop));
   EXPECT_EQ("", host::ReadLogFile());
 }
 
@@ -282,7 +282,7 @@ TEST_F(MenuRunTest, TheMenuStartsARunInsideTheOfficeAndStopsItWithAnEnd) {
 TEST_F(MenuRunTest, SavingTheWorkbookEndsTheRunQuietly) {
   Drive([&] { Ui().RunCommand("vnd.nivarel:rxNivarelStartFlowcharting"); }, "  Start Flowcharting",
         [&] { Ui().PressDialogKey("RETURN"); });
-  host::Shapes shapes = sheet_->GetShapes();
+  office::Shapes shapes = sheet_->GetShapes();
   for (int i = 0; i < 100 && shapes.Count() == 0; ++i) std::this_thread::sleep_for(std::chrono::milliseconds(50));
   Ui().TypeIntoCell(App().ActiveCell()->Address(false), "check the order");
   ASSERT_EQ(3, shapes.Count());
@@ -299,12 +299,12 @@ TEST_F(MenuRunTest, SavingTheWorkbookEndsTheRunQuietly) {
 // A sheet that holds a chart restarts with the note; template frames alone
 // are no chart.
 TEST_F(MenuRunTest, AChartOnTheSheetRestartsTheRunAfterTheNote) {
-  host::Shapes shapes = sheet_->GetShapes();
+  office::Shapes shapes = sheet_->GetShapes();
   shapes.AddTextbox(1, 10, 10, 80, 20).SetName("TEMPLATE title");
   Drive([&] { Ui().RunCommand("vnd.nivarel:rxNivarelStartFlowcharting"); }, "  Start Flowcharting",
         [&] { Ui().PressDialogKey("ESC"); });
 
-  shapes.AddShape(host::msoShapeFlowchartProcess, 200, 200, 100, 40);
+  shapes.AddShape(office::msoShapeFlowchartProcess, 200, 200, 100, 40);
   Drive([&] { Ui().RunCommand("vnd.nivarel:rxNivarelStartFlowcharting"); }, " Restart Flowcharting", [&] {
     Ui().ClickInDialog("Don't show this message again");
     Ui().PressDialogKey("RETURN");

@@ -37,7 +37,7 @@ class MenuEndsTest : public testing::AddinFixture {
   // Starts a run from the menu with the stored settings and draws one step.
   void StartARun() {
     Drive([&] { Ui().RunCommand(kStart); }, "  Start Flowcharting", [&] { Ui().PressDialogKey("RETURN"); });
-    host::Shapes shapes = sheet_->GetShapes();
+    office::Shapes shapes = sheet_->GetShapes();
     for (int i = 0; i < 100 && shapes.Count() == 0; ++i) std::this_thread::sleep_for(50ms);
     Ui().TypeIntoCell(App().ActiveCell()->Address(false), "check the order");
     ASSERT_EQ(3, shapes.Count()) << "the start terminator, the step and its line";
@@ -129,7 +129,7 @@ TEST_F(MenuEndsTest, ClosingTheWorkbookEndsTheRun) {
   }
   Ui().ClickButton("cancel");
   ASSERT_TRUE(Ui().WaitForDocument());
-  host::Shapes shapes = sheet_->GetShapes();
+  office::Shapes shapes = sheet_->GetShapes();
   Ui().TypeIntoCell("H20", "after the run");
   EXPECT_EQ(3, shapes.Count()) << "the run still listens";
   EXPECT_EQ("after the run", sheet_->GetRange("H20").Value());
@@ -148,7 +148,7 @@ TEST_F(MenuEndsTest, PrintingTheWorkbookEndsTheRunQuietly) {
   std::string file = testing::ConfigHome() + "/printed-during-run.ps";
   WithoutAnEnd([&] { book_->PrintOut(file); });
   EXPECT_GT(std::filesystem::exists(file) ? std::filesystem::file_size(file) : 0, 0u) << "printed";
-  host::Shapes shapes = sheet_->GetShapes();
+  office::Shapes shapes = sheet_->GetShapes();
   Ui().TypeIntoCell("H20", "after the run");
   EXPECT_EQ(3, shapes.Count()) << "the run no longer listens";
   EXPECT_EQ("after the run", sheet_->GetRange("H20").Value());

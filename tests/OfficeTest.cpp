@@ -19,7 +19,7 @@ namespace nivarel::testing {
 
 namespace {
 
-std::unique_ptr<host::OfficeProcess> g_office;
+std::unique_ptr<driver::OfficeProcess> g_office;
 std::atomic<int> g_officePid{-1};
 
 // Kills the office and leaves: used on a hung test and on signals.
@@ -72,8 +72,8 @@ Watchdog& Dog() {
   return *dog;
 }
 
-host::OfficeProcess::Options DefaultOptions() {
-  host::OfficeProcess::Options o;
+driver::OfficeProcess::Options DefaultOptions() {
+  driver::OfficeProcess::Options o;
   const char* oxt = std::getenv("NIVAREL_OXT");
   o.extension = oxt ? oxt : NIVAREL_OXT;
   return o;
@@ -83,7 +83,7 @@ class OfficeEnvironment : public ::testing::Environment {
  public:
   void SetUp() override {
     Dog().Arm(300);
-    g_office = host::OfficeProcess::Start(DefaultOptions());
+    g_office = driver::OfficeProcess::Start(DefaultOptions());
     g_officePid = g_office->Pid();
     Dog().Disarm();
   }
@@ -99,7 +99,7 @@ class OfficeEnvironment : public ::testing::Environment {
 // starts an office and then hangs, to be killed or to time out.
 int ChildMode(const std::string& mode) {
   Dog();
-  auto office = host::OfficeProcess::Start(DefaultOptions());
+  auto office = driver::OfficeProcess::Start(DefaultOptions());
   g_officePid = office->Pid();
   std::printf("%d\n", office->Pid());
   std::fflush(stdout);
@@ -109,7 +109,7 @@ int ChildMode(const std::string& mode) {
 
 }  // namespace
 
-host::OfficeProcess& Office() { return *g_office; }
+driver::OfficeProcess& Office() { return *g_office; }
 
 namespace {
 std::string g_configHome;
@@ -154,14 +154,14 @@ void OfficeTest::TearDown() {
   if (book_) {
     try {
       book_->Close();
-    } catch (const host::HostError&) {
+    } catch (const office::HostError&) {
     }
   }
   Dog().Disarm();
 }
 
-host::UiDriver& OfficeTest::Ui() {
-  if (!ui_) ui_ = std::make_unique<host::UiDriver>(App());
+driver::UiDriver& OfficeTest::Ui() {
+  if (!ui_) ui_ = std::make_unique<driver::UiDriver>(App());
   return *ui_;
 }
 

@@ -17,7 +17,7 @@
 namespace nivarel::testing {
 
 // The office shared by all tests of this binary.
-host::OfficeProcess& Office();
+driver::OfficeProcess& Office();
 
 // Runs main for a test binary: handles the helper modes used by the
 // harness's own tests, installs the watchdog and the office environment.
@@ -35,14 +35,14 @@ class OfficeTest : public ::testing::Test {
   void SetUp() override;
   void TearDown() override;
 
-  host::Application App() const { return Office().App(); }
-  host::UiDriver& Ui();
+  office::Application App() const { return Office().App(); }
+  driver::UiDriver& Ui();
 
-  std::optional<host::Workbook> book_;
-  std::optional<host::Worksheet> sheet_;
+  std::optional<office::Workbook> book_;
+  std::optional<office::Worksheet> sheet_;
 
  private:
-  std::unique_ptr<host::UiDriver> ui_;
+  std::unique_ptr<driver::UiDriver> ui_;
 };
 
 }  // namespace nivarel::testing

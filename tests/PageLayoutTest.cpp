@@ -27,14 +27,14 @@ class PageLayoutTest : public testing::AddinFixture {
     config_.Orientation = 1;
     config_.Margins = 0;
   }
-  host::PageSetup Page() { return sheet_->GetPageSetup(); }
+  office::PageSetup Page() { return sheet_->GetPageSetup(); }
 
   rules::CConfig config_;
   shapes::CPageLayout layout_;
 };
 
 TEST_F(PageLayoutTest, TheGridIsSquareAndTheSheetWhiteOnlyWhenAsked) {
-  host::Range far = sheet_->GetRange("Z200");
+  office::Range far = sheet_->GetRange("Z200");
   double width = far.Width(), height = far.Height();
   config_.IsGrid = false;
   config_.CustomLayout = false;
@@ -102,7 +102,7 @@ TEST_F(PageLayoutTest, AnUnknownPaperIsToldAndLeavesThePageAlone) {
 TEST_F(PageLayoutTest, TheGridCommandSquaresTheActiveSheetAndSnapsToIt) {
   App().SetSnapToGrid(false);
   layout_.CreateGrid();
-  host::Range far = sheet_->GetRange("K40");
+  office::Range far = sheet_->GetRange("K40");
   EXPECT_NEAR(far.Height(), far.Width(), 0.1);
   EXPECT_TRUE(App().SnapToGrid());
   layout_.SnapToGrid(true);

@@ -19,7 +19,7 @@
 namespace nivarel {
 namespace {
 
-using host::Shape;
+using office::Shape;
 using shapes::CShapeAlignment;
 
 constexpr int16_t kUp = CShapeAlignment::kUp, kRight = CShapeAlignment::kRight, kDown = CShapeAlignment::kDown,
@@ -41,7 +41,7 @@ class ShapeAlignmentTest : public testing::AddinFixture {
     testing::AddinFixture::TearDown();
   }
 
-  Shape Add(double left, double top, double width, double height, int type = host::msoShapeFlowchartProcess) {
+  Shape Add(double left, double top, double width, double height, int type = office::msoShapeFlowchartProcess) {
     return sheet_->GetShapes().AddShape(type, left, top, width, height);
   }
   Shape& Previous() { return *previous_; }
@@ -230,15 +230,15 @@ TEST_F(ShapeAlignmentTest, OnlyAShapeBetweenTheTwoAndAcrossTheLineBlocks) {
 
 TEST_F(ShapeAlignmentTest, TextBoxesLinesAndTheGroupOfThePreviousShapeDoNotBlock) {
   Shape next = Add(180, 432, 72, 36);
-  host::Shapes shapes = sheet_->GetShapes();
+  office::Shapes shapes = sheet_->GetShapes();
   // Across the way down, centred between the two.
-  Shape box = shapes.AddTextbox(host::msoTextOrientationHorizontal, 180, 324, 72, 36);
+  Shape box = shapes.AddTextbox(office::msoTextOrientationHorizontal, 180, 324, 72, 36);
   Shape line = shapes.AddLine(144, 342, 288, 342);
   EXPECT_TRUE(Adjacent(next, kDown));
 
   // The previous shape grouped with a label below it: the group's centre
   // (216, 252) lies on the way, and it spans the line.
-  Shape label = Add(180, 288, 72, 36, host::msoShapeRectangle);
+  Shape label = Add(180, 288, 72, 36, office::msoShapeRectangle);
   std::string previousName = Previous().Name();
   Shape own = shapes.GetRange({previousName, label.Name()}).Group();
   ASSERT_NEAR(252, CentreY(own), kTolerance);
@@ -251,7 +251,7 @@ TEST_F(ShapeAlignmentTest, TextBoxesLinesAndTheGroupOfThePreviousShapeDoNotBlock
   // The previous shape, two groups deep.
   std::optional<Shape> previous;
   for (const Shape& item : outer.GroupItems())
-    if (item.Type() == host::msoGroup)
+    if (item.Type() == office::msoGroup)
       for (const Shape& member : item.GroupItems())
         if (member.Name() == previousName) previous.emplace(member);
   ASSERT_TRUE(previous);
@@ -278,8 +278,8 @@ TEST_F(ShapeAlignmentTest, ADirectionOutsideTheFourFindsNothingInTheWay) {
 
 TEST_F(ShapeAlignmentTest, AFailureIsLoggedAndGoesNoFurther) {
   // The sheet of a document that has been closed since.
-  host::Workbook closed = App().GetWorkbooks().Add();
-  host::Worksheet gone = closed.Sheet(1);
+  office::Workbook closed = App().GetWorkbooks().Add();
+  office::Worksheet gone = closed.Sheet(1);
   closed.Close();
   Shape next = Add(180, 432, 72, 36);
   EXPECT_NO_THROW(align_.IsAdjacent(gone, Previous(), next, kDown));

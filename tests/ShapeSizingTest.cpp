@@ -57,8 +57,8 @@ class ShapeSizingTest : public testing::AddinFixture {
   }
   // A symbol drawn at the cell and sized to its text; its rows.
   int Rows(int16_t type, const std::string& text, const rules::CConfig& config, bool newColumn = false,
-           std::optional<host::Shape>* out = nullptr) {
-    std::optional<host::Shape> shape =
+           std::optional<office::Shape>* out = nullptr) {
+    std::optional<office::Shape> shape =
         adder_.AddShape(ws_, symbols_, config, formatter_, text, "E5", type, "");
     EXPECT_TRUE(shape.has_value());
     if (!shape) return -1;
@@ -73,7 +73,7 @@ class ShapeSizingTest : public testing::AddinFixture {
   rules::CSymbolData symbols_;
   shapes::CShapeFormatter formatter_;
   CShapeAdder adder_;
-  std::optional<host::Worksheet> ws_;
+  std::optional<office::Worksheet> ws_;
 };
 
 // The sheet's font for these tests is Liberation Sans 8 pt: a line is 8.93 pt
@@ -123,7 +123,7 @@ TEST_F(ShapeSizingTest, TextsOfEveryKindComeOutInWholeRows) {
       {61, &Case::process}, {63, &Case::decision}, {69, &Case::terminator}, {73, &Case::connector}};
   for (const Case& c : cases) {
     for (const auto& [type, expected] : types) {
-      std::optional<host::Shape> shape;
+      std::optional<office::Shape> shape;
       EXPECT_EQ(c.*expected, Rows(type, c.text, Defaults(), false, &shape)) << c.name << " as " << type;
       double unit = host::GlobalRowHeight;
       int widthClass = type == 73 ? c.*expected : symbols_.GetWidth(type);  // a connector is square
@@ -140,7 +140,7 @@ TEST_F(ShapeSizingTest, TextsOfEveryKindComeOutInWholeRows) {
 TEST_F(ShapeSizingTest, ConnectorsBySmartSizingAndFixedSizes) {
   // A text that fits 2 by 2 stands on the centre line of its column: of its
   // own class, or of the widest class when it starts a new column.
-  std::optional<host::Shape> shape;
+  std::optional<office::Shape> shape;
   Rows(73, "Ship", Defaults(), false, &shape);
   const double left = ws_->GetRange("E5").Left(), unit = host::GlobalRowHeight;
   EXPECT_NEAR(left, shape->Left(), 0.02);
@@ -178,7 +178,7 @@ TEST_F(ShapeSizingTest, ConnectorsBySmartSizingAndFixedSizes) {
 }
 
 TEST_F(ShapeSizingTest, AddingShapesTheirTextsAndDefaults) {
-  host::Shapes shapes = ws_->GetShapes();
+  office::Shapes shapes = ws_->GetShapes();
   auto empty = adder_.AddShape(ws_, symbols_, Defaults(), formatter_, "  ", "C3", 61, "");
   ASSERT_TRUE(empty);
   EXPECT_EQ(" ", empty->GetTextFrame().GetCharacters().Text()) << "the placeholder is gone";

@@ -21,6 +21,7 @@ namespace nivarel {
 namespace {
 
 using namespace host;
+using namespace office;
 using shapes::CShapeFormatter;
 
 constexpr long Rgb(int r, int g, int b) { return r | (g << 8) | (b << 16); }

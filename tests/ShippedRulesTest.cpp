@@ -82,7 +82,7 @@ TEST_F(ShippedRulesTest, EverydayStepsBecomeTheSymbolsUsersExpect) {
   rules::RuleTable prefixes, keywords;
   rules::CIniSymbolDataAccess().InitializeRules(symbols, prefixes, keywords);
   // Texts that are no label and no reserved word never touch the sheet.
-  host::Worksheet noSheet(nullptr);
+  office::Worksheet noSheet(nullptr);
   const std::pair<const char*, int> steps[] = {
       {"Start", 69},
       {"stop the line", 69},

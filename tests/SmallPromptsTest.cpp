@@ -17,7 +17,7 @@
 namespace nivarel {
 namespace {
 
-using Controls = std::vector<host::UiDriver::DialogControl>;
+using Controls = std::vector<driver::UiDriver::DialogControl>;
 
 class SmallPromptsTest : public testing::AddinFixture {
  protected:
@@ -67,7 +67,7 @@ TEST_F(SmallPromptsTest, TheWordLblAsksForALabelAndDropsItWithoutOutline) {
   config.BranchFontSize = 8;
   rules::RuleTable none;
   rules::CSymbolData symbols;
-  host::Shapes shapes = sheet_->GetShapes();
+  office::Shapes shapes = sheet_->GetShapes();
   auto parse = [&](const std::function<void()>& steps) {
     sheet_->GetRange("D4").SetValue("lbl");
     flowcharting::CTextParser parser;
@@ -80,8 +80,8 @@ TEST_F(SmallPromptsTest, TheWordLblAsksForALabelAndDropsItWithoutOutline) {
     Ui().PressDialogKey("RETURN");
   });
   ASSERT_EQ(1, shapes.Count());
-  host::Shape label = shapes.Item(1);
-  EXPECT_EQ(host::msoTextBox, label.Type());
+  office::Shape label = shapes.Item(1);
+  EXPECT_EQ(office::msoTextBox, label.Type());
   EXPECT_EQ("Safety stock", label.GetTextFrame().GetCharacters().Text());
   EXPECT_FALSE(label.Line().Visible());
   EXPECT_NEAR(sheet_->GetRange("D4").Left(), label.Left(), 0.1);

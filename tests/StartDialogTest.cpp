@@ -20,10 +20,10 @@ namespace {
 
 class StartDialogTest : public testing::AddinFixture {
  protected:
-  const host::UiDriver::DialogControl& Control(const std::vector<host::UiDriver::DialogControl>& all,
+  const driver::UiDriver::DialogControl& Control(const std::vector<driver::UiDriver::DialogControl>& all,
                                                const std::string& text) {
     auto it = std::find_if(all.begin(), all.end(), [&](const auto& c) { return c.text == text; });
-    static const host::UiDriver::DialogControl none{"missing", "", false, false, false};
+    static const driver::UiDriver::DialogControl none{"missing", "", false, false, false};
     if (it == all.end()) ADD_FAILURE() << "no control '" << text << "'";
     return it == all.end() ? none : *it;
   }
@@ -68,7 +68,7 @@ TEST_F(StartDialogTest, PowerPointMarginsTurnThePageOnce) {
   config.Margins = 0;
   dialogs::frmStart form;
   auto list = [&](const std::string& text) {
-    return [text](const host::UiDriver::DialogControl& c) { return c.kind == "list" && c.text == text; };
+    return [text](const driver::UiDriver::DialogControl& c) { return c.kind == "list" && c.text == text; };
   };
   Drive([&] { form.Display(config); }, "  Start Flowcharting", [&] {
     ASSERT_TRUE(FocusControl(list("Excel margins")));
@@ -93,7 +93,7 @@ TEST_F(StartDialogTest, PowerPointMarginsTurnThePageOnce) {
 TEST_F(StartDialogTest, ATemplateBecomesANewSheetWhereTheRunBegins) {
   const std::string path = testing::ConfigHome() + "/swim lanes.ots";
   {
-    host::Workbook source = App().GetWorkbooks().Add();
+    office::Workbook source = App().GetWorkbooks().Add();
     source.Sheet(1).GetShapes().AddTextbox(1, 20, 20, 120, 30).SetName("TEMPLATE title");
     source.SaveAs(path);
     source.Close();
@@ -103,7 +103,7 @@ TEST_F(StartDialogTest, ATemplateBecomesANewSheetWhereTheRunBegins) {
     std::this_thread::sleep_for(std::chrono::milliseconds(50));
   sheet_->SetDisplayPageBreaks(false);
 
-  auto empty_edit = [](const host::UiDriver::DialogControl& c) { return c.kind == "edit" && c.text.empty(); };
+  auto empty_edit = [](const driver::UiDriver::DialogControl& c) { return c.kind == "edit" && c.text.empty(); };
   Drive([&] { Ui().RunCommand("vnd.nivarel:rxNivarelStartFlowcharting"); }, "  Start Flowcharting", [&] {
     Ui().ClickInDialog("Load a template");
     Ui().PressDialogKey("RETURN");
@@ -122,11 +122,11 @@ TEST_F(StartDialogTest, ATemplateBecomesANewSheetWhereTheRunBegins) {
     Ui().PressDialogKey("RETURN");
   });
   ASSERT_EQ(2, book_->SheetCount()) << "the template's sheet came in";
-  host::Worksheet added = book_->Sheet(2);
+  office::Worksheet added = book_->Sheet(2);
   EXPECT_TRUE(App().ActiveSheet()->SameAs(added));
   EXPECT_TRUE(added.DisplayPageBreaks()) << "the template's page shows";
   EXPECT_EQ(0, sheet_->GetShapes().Count()) << "the sheet the user was on stays as it was";
-  host::Shapes shapes = added.GetShapes();
+  office::Shapes shapes = added.GetShapes();
   for (int i = 0; i < 100 && shapes.Count() < 2; ++i) std::this_thread::sleep_for(std::chrono::milliseconds(50));
   ASSERT_EQ(2, shapes.Count()) << "the template's title and the start terminator";
   EXPECT_EQ("TEMPLATE title", shapes.Item(1).Name());

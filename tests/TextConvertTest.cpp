@@ -32,7 +32,7 @@ TEST(TextConvertTest, TypedValuesRoundHalvesToEvenAndRefuseBadText) {
   auto number = [](auto f, const char* text) {
     try {
       f(text);
-    } catch (const host::HostError& e) {
+    } catch (const office::HostError& e) {
       return e.Number();
     }
     return 0;

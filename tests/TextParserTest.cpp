@@ -87,7 +87,7 @@ TEST_F(TextParserTest, EveryFormOfCellText) {
       {"br", "", "Br", 0, false, true},
   };
   const CConfig config = Defaults();
-  host::Shapes shapes = sheet_->GetShapes();
+  office::Shapes shapes = sheet_->GetShapes();
   for (const Case& c : cases) {
     int before = shapes.Count();
     CTextParser p = Parse(c.input, config);
@@ -107,8 +107,8 @@ TEST_F(TextParserTest, EveryFormOfCellText) {
   }
 
   // The label: borderless, in the branch font, at the cell, sized to its text.
-  host::Shape label = shapes.Item(shapes.Count());
-  EXPECT_EQ(host::msoTextBox, label.Type());
+  office::Shape label = shapes.Item(shapes.Count());
+  EXPECT_EQ(office::msoTextBox, label.Type());
   EXPECT_EQ("Note", label.GetTextFrame().GetCharacters().Text());
   EXPECT_NEAR(sheet_->GetRange("C3").Left(), label.Left(), 0.1);
   EXPECT_NEAR(sheet_->GetRange("C3").Top(), label.Top(), 0.1);

@@ -22,7 +22,7 @@ namespace nivarel {
 namespace {
 
 using namespace std::chrono_literals;
-using host::Shape;
+using office::Shape;
 
 constexpr char kStart[] = "vnd.nivarel:rxNivarelStartFlowcharting";
 constexpr char kStop[] = "vnd.nivarel:rxNivarelStopFlowcharting";
@@ -40,11 +40,11 @@ class UndoTest : public testing::AddinFixture {
     return ShapeCount() == count;
   }
   std::string Cursor() { return App().ActiveCell()->Address(false); }
-  std::vector<std::string> Entries() { return host::UndoList(*book_).Titles(); }
+  std::vector<std::string> Entries() { return office::UndoList(*book_).Titles(); }
   // The symbols (not lines) on the sheet, in drawing order.
   std::vector<Shape> Symbols() {
     std::vector<Shape> out;
-    host::Shapes shapes = sheet_->GetShapes();
+    office::Shapes shapes = sheet_->GetShapes();
     for (int i = 1; i <= shapes.Count(); ++i)
       if (!shapes.Item(i).Connector()) out.push_back(shapes.Item(i));
     return out;
@@ -134,10 +134,10 @@ TEST_F(UndoTest, AfterAStepIsTakenBackTheNextStepJoinsTheOneBeforeIt) {
 }
 
 TEST_F(UndoTest, CtrlZAfterStopTakesTheEndFirstAndAtLastLeavesTheSheetAsBeforeStart) {
-  host::Range cell = sheet_->GetRange("M60");
+  office::Range cell = sheet_->GetRange("M60");
   double width = cell.Width(), height = cell.Height();
   auto shade = [&](const std::string& address) { return sheet_->GetRange(address).GetInterior().ColorIndex(); };
-  constexpr int kNone = host::Interior::kNone;
+  constexpr int kNone = office::Interior::kNone;
   ASSERT_EQ(kNone, shade("M60")) << "a new sheet has no fill";
 
   StartFromTheMenu();
@@ -149,7 +149,7 @@ TEST_F(UndoTest, CtrlZAfterStopTakesTheEndFirstAndAtLastLeavesTheSheetAsBeforeSt
   ASSERT_NE(kNone, shade(next)) << "the guides cross at the next cell";
   Drive([&] { Ui().RunCommand(kStop); }, " Add End Terminator?", [&] { Ui().PressDialogKey("RETURN"); });
   ASSERT_TRUE(WaitForShapes(5)) << "the end terminator and its line";
-  ASSERT_FALSE(host::CommandEnabled(App(), kStop));
+  ASSERT_FALSE(driver::CommandEnabled(App(), kStop));
   EXPECT_EQ("Nivarel: Stop Flowcharting", Entries()[0]);
   EXPECT_EQ("Nivarel: Receive the order", Entries()[1]);
   EXPECT_EQ("Nivarel: Start Flowcharting", Entries()[2]);

@@ -1,0 +1,476 @@
+#include "UiDriver.h"
+
+#include <algorithm>
+#include <chrono>
+#include <functional>
+
+#include <nlohmann/json.hpp>
+#include <thread>
+
+#include <com/sun/star/ui/test/XUIObject.hpp>
+#include <com/sun/star/ui/test/XUITest.hpp>
+
+#include <com/sun/star/accessibility/AccessibleRole.hpp>
+#include <com/sun/star/accessibility/XAccessible.hpp>
+#include <com/sun/star/accessibility/AccessibleStateType.hpp>
+#include <com/sun/star/accessibility/XAccessibleComponent.hpp>
+#include <com/sun/star/accessibility/XAccessibleContext.hpp>
+#include <com/sun/star/accessibility/XAccessibleStateSet.hpp>
+#include <com/sun/star/accessibility/XAccessibleText.hpp>
+#include <com/sun/star/awt/Key.hpp>
+#include <com/sun/star/lang/DisposedException.hpp>
+#include <com/sun/star/awt/KeyEvent.hpp>
+#include <com/sun/star/awt/KeyModifier.hpp>
+#include <com/sun/star/awt/MouseButton.hpp>
+#include <com/sun/star/awt/MouseEvent.hpp>
+#include <com/sun/star/awt/Toolkit.hpp>
+#include <com/sun/star/awt/XButton.hpp>
+#include <com/sun/star/awt/XCheckBox.hpp>
+#include <com/sun/star/awt/XDialog.hpp>
+#include <com/sun/star/awt/XExtendedToolkit.hpp>
+#include <com/sun/star/awt/XRadioButton.hpp>
+#include <com/sun/star/awt/XToolkitRobot.hpp>
+#include <com/sun/star/awt/XVclContainer.hpp>
+#include <com/sun/star/awt/XVclWindowPeer.hpp>
+#include <com/sun/star/awt/XWindow2.hpp>
+#include <com/sun/star/frame/XController.hpp>
+#include <com/sun/star/sheet/XSpreadsheetView.hpp>
+
+#include "Uno.h"
+
+namespace nivarel::driver {
+
+using namespace office;
+
+namespace test = css::ui::test;
+
+// The UI-test service is driven from beside the office's thread, as a person
+// at the keyboard would be: its calls don't go through the office's thread.
+
+struct UiDriver::State {
+  std::shared_ptr<HostSession> session;
+  Reference<test::XUITest> ui;
+};
+
+namespace {
+
+uno::Sequence<css::beans::PropertyValue> Args(std::initializer_list<std::pair<const char*, std::string>> list) {
+  uno::Sequence<css::beans::PropertyValue> seq(static_cast<sal_Int32>(list.size()));
+  sal_Int32 i = 0;
+  for (const auto& [k, v] : list) {
+    seq.getArray()[i].Name = OUString::createFromAscii(k);
+    seq.getArray()[i].Value <<= ToOu(v);
+    ++i;
+  }
+  return seq;
+}
+
+// The window with the focus; the office may have none (no document open).
+Reference<test::XUIObject> Top(const Reference<test::XUITest>& ui) {
+  auto top = ui->getTopFocusWindow();
+  if (!top.is()) throw HostError(HostError::kOfficeFailure, "No office window has the focus");
+  return top;
+}
+
+}  // namespace
+
+UiDriver::UiDriver(const Application& app) : state_(std::make_shared<State>()) {
+  state_->session = app.Session();
+  CallHere("UiDriver", [&] {
+    auto ctx = state_->session->context;
+    state_->ui.set(ctx->getServiceManager()->createInstanceWithContext("org.libreoffice.uitest.UITest", ctx),
+                   uno::UNO_QUERY_THROW);
+  });
+}
+
+void UiDriver::SelectCell(const std::string& address) {
+  CallHere("UiDriver.SelectCell", [&] {
+    auto grid = Top(state_->ui)->getChild("grid_window");
+    bool single = address.find(':') == std::string::npos;
+    grid->executeAction("SELECT", Args({{single ? "CELL" : "RANGE", address}}));
+  });
+}
+
+void UiDriver::Type(const std::string& text) {
+  CallHere("UiDriver.Type", [&] {
+    auto grid = Top(state_->ui)->getChild("grid_window");
+    grid->executeAction("TYPE", Args({{"TEXT", text}}));
+  });
+}
+
+void UiDriver::PressKey(const std::string& key) {
+  CallHere("UiDriver.PressKey", [&] {
+    auto top = Top(state_->ui);
+    Reference<test::XUIObject> target = top;
+    try {
+      target = top->getChild("grid_window");
+    } catch (const uno::Exception&) {
+      // A dialog has the focus: the key goes to it.
+    }
+    target->executeAction("TYPE", Args({{"KEYCODE", key}}));
+  });
+}
+
+void UiDriver::TypeIntoCell(const std::string& address, const std::string& text) {
+  SelectCell(address);
+  Type(text);
+  PressKey("RETURN");
+}
+
+void UiDriver::RunCommand(const std::string& command, bool opensDialog) {
+  // From the office's own thread, as a menu click runs: a modal dialog that
+  // the command opens then runs its loop where the office's windows live,
+  // and message boxes over it don't fight another thread for the office.
+  Call("UiDriver.RunCommand", [&] {
+    if (opensDialog)
+      state_->ui->executeDialog(ToOu(command));
+    else
+      state_->ui->executeCommand(ToOu(command));
+  });
+}
+
+std::string UiDriver::FocusWindowId() const {
+  return CallHere("UiDriver.FocusWindow", [&] {
+    auto top = Top(state_->ui);
+    auto state = top->getState();
+    for (const auto& p : state)
+      if (p.Name == "ID") {
+        OUString id;
+        p.Value >>= id;
+        return ToUtf8(id);
+      }
+    return std::string();
+  });
+}
+
+void UiDriver::ClickButton(const std::string& id) {
+  CallHere("UiDriver.ClickButton", [&] {
+    Top(state_->ui)->getChild(ToOu(id))->executeAction("CLICK", {});
+  });
+}
+
+namespace {
+
+std::string StateOf(const Reference<test::XUIObject>& o, const char* name) {
+  for (const auto& p : o->getState())
+    if (p.Name.equalsAscii(name)) {
+      OUString v;
+      p.Value >>= v;
+      return ToUtf8(v);
+    }
+  return std::string();
+}
+
+// Whether the focused window is modal; no window counts as not modal.
+bool TopIsModal(const Reference<test::XUITest>& ui) {
+  auto top = ui->getTopFocusWindow();
+  return top.is() && StateOf(top, "Modal") == "true";
+}
+
+}  // namespace
+
+bool UiDriver::WaitForModal(int timeoutMs, const std::string& notId) const {
+  return CallHere("UiDriver.WaitForModal", [&] {
+    auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(timeoutMs);
+    auto wanted = [&] {
+      if (!TopIsModal(state_->ui)) return false;
+      auto top = state_->ui->getTopFocusWindow();
+      return top.is() && StateOf(top, "ID") != notId;
+    };
+    while (!wanted()) {
+      if (std::chrono::steady_clock::now() > end) return false;
+      std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    }
+    return true;
+  });
+}
+
+bool UiDriver::WaitForNoModal(int timeoutMs) const {
+  return CallHere("UiDriver.WaitForNoModal", [&] {
+    auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(timeoutMs);
+    while (TopIsModal(state_->ui)) {
+      if (std::chrono::steady_clock::now() > end) return false;
+      std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    }
+    return true;
+  });
+}
+
+bool UiDriver::WaitForDocument(int timeoutMs) const {
+  return CallHere("UiDriver.WaitForDocument", [&] {
+    auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(timeoutMs);
+    for (;;) {
+      auto top = state_->ui->getTopFocusWindow();
+      if (top.is()) {
+        try {
+          if (top->getChild("grid_window").is()) return true;
+        } catch (const uno::Exception&) {
+        }
+      }
+      if (std::chrono::steady_clock::now() > end) return false;
+      std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    }
+  });
+}
+
+std::string UiDriver::Title() const {
+  return CallHere("UiDriver.Title", [&] { return StateOf(Top(state_->ui), "Text"); });
+}
+
+std::string UiDriver::MessageText() const {
+  return CallHere("UiDriver.MessageText", [&] {
+    // The message is an unnamed multi-line text among the box's children.
+    auto tree = nlohmann::json::parse(ToUtf8(Top(state_->ui)->getHierarchy()));
+    std::string text;
+    std::function<void(const nlohmann::json&)> walk = [&](const nlohmann::json& node) {
+      auto impl = node.value("ImplementationName", std::string());
+      if (text.empty() && impl.find("VclMultiLineEdit") != std::string::npos) text = node.value("Text", std::string());
+      if (node.contains("children"))
+        for (const auto& child : node["children"]) walk(child);
+    };
+    walk(tree);
+    return text;
+  });
+}
+
+namespace {
+
+namespace awt = css::awt;
+
+Reference<awt::XToolkitRobot> Robot(const std::shared_ptr<HostSession>& session) {
+  return Reference<awt::XToolkitRobot>(awt::Toolkit::create(session->context), uno::UNO_QUERY_THROW);
+}
+
+// The window that has the user's attention: a dialog or a message box.
+// The office may for a moment still name a window that has just closed as
+// the active one: wait for a live, visible one.
+Reference<awt::XWindow> ActiveTop(const std::shared_ptr<HostSession>& session) {
+  Reference<awt::XExtendedToolkit> toolkit(awt::Toolkit::create(session->context), uno::UNO_QUERY_THROW);
+  auto end = std::chrono::steady_clock::now() + std::chrono::seconds(3);
+  for (;;) {
+    Reference<awt::XWindow2> top(toolkit->getActiveTopWindow(), uno::UNO_QUERY);
+    try {
+      if (top.is() && top->isVisible()) return Reference<awt::XWindow>(top, uno::UNO_QUERY_THROW);
+    } catch (const css::lang::DisposedException&) {
+    }
+    if (std::chrono::steady_clock::now() > end)
+      throw HostError(HostError::kOfficeFailure, "No office window is active");
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+  }
+}
+
+uno::Sequence<Reference<awt::XWindow>> ControlsOf(const Reference<awt::XWindow>& dialog) {
+  Reference<awt::XVclContainer> container(dialog, uno::UNO_QUERY_THROW);
+  return container->getWindows();
+}
+
+std::string Caption(const Reference<awt::XWindow>& control) {
+  Reference<awt::XVclWindowPeer> peer(control, uno::UNO_QUERY);
+  if (!peer.is()) return std::string();
+  OUString label;
+  peer->getProperty("Label") >>= label;
+  if (label.isEmpty()) peer->getProperty("Text") >>= label;
+  return ToUtf8(label.replaceAll("~", ""));
+}
+
+void PostKey(const Reference<awt::XToolkitRobot>& robot, const Reference<awt::XWindow>& dialog, sal_Int16 code,
+             sal_Unicode ch, sal_Int16 modifiers) {
+  awt::KeyEvent event;
+  event.Source = dialog;
+  event.KeyCode = code;
+  event.KeyChar = ch;
+  event.Modifiers = modifiers;
+  // Both in one go on the office's thread, before it handles either: a
+  // press that closes the window then also takes its release away with it.
+  // Posted one by one from beside, the release could go to a window that the
+  // press had already closed, which brings the office down.
+  Call("UiDriver.Key", [&] {
+    robot->keyPress(event);
+    robot->keyRelease(event);
+  });
+}
+
+// The key code that a character's key sends, and whether it needs Shift.
+sal_Int16 KeyOf(sal_Unicode c, bool& shift) {
+  shift = false;
+  if (c >= 'a' && c <= 'z') return static_cast<sal_Int16>(awt::Key::A + (c - 'a'));
+  if (c >= 'A' && c <= 'Z') {
+    shift = true;
+    return static_cast<sal_Int16>(awt::Key::A + (c - 'A'));
+  }
+  if (c >= '0' && c <= '9') return static_cast<sal_Int16>(awt::Key::NUM0 + (c - '0'));
+  if (c == ' ') return awt::Key::SPACE;
+  return 0;
+}
+
+}  // namespace
+
+std::string UiDriver::DialogTitle() const {
+  return CallHere("UiDriver.DialogTitle", [&] {
+    Reference<awt::XExtendedToolkit> toolkit(awt::Toolkit::create(state_->session->context), uno::UNO_QUERY_THROW);
+    Reference<awt::XDialog> dialog(toolkit->getActiveTopWindow(), uno::UNO_QUERY);
+    return dialog.is() ? ToUtf8(dialog->getTitle()) : std::string();
+  });
+}
+
+namespace {
+
+// The controls under an accessible object, with their places on the screen:
+// the accessibility tree reaches the text boxes, which the office keeps in
+// frames of their own.
+void CollectControls(const Reference<css::accessibility::XAccessibleContext>& parent,
+                     std::vector<std::pair<awt::Point, UiDriver::DialogControl>>& found) {
+  namespace role = css::accessibility::AccessibleRole;
+  namespace state = css::accessibility::AccessibleStateType;
+  sal_Int32 count = parent->getAccessibleChildCount();
+  for (sal_Int32 i = 0; i < count; ++i) {
+    auto child = parent->getAccessibleChild(i);
+    auto context = child.is() ? child->getAccessibleContext() : nullptr;
+    if (!context.is()) continue;
+    UiDriver::DialogControl control;
+    switch (context->getAccessibleRole()) {
+      case role::LABEL: control.kind = "text"; break;
+      case role::TEXT: control.kind = "edit"; break;
+      case role::PUSH_BUTTON: control.kind = "button"; break;
+      case role::CHECK_BOX: control.kind = "check"; break;
+      case role::RADIO_BUTTON: control.kind = "radio"; break;
+      case role::SCROLL_BAR: continue;
+      case role::COMBO_BOX: {
+        // A drop-down list shows its chosen entry in a part of its own.
+        std::vector<std::pair<awt::Point, UiDriver::DialogControl>> parts;
+        CollectControls(context, parts);
+        control.kind = "list";
+        for (const auto& part : parts)
+          if (!part.second.text.empty()) {
+            control.text = part.second.text;
+            break;
+          }
+        break;
+      }
+      default:
+        CollectControls(context, found);
+        continue;
+    }
+    Reference<css::accessibility::XAccessibleText> text(context, uno::UNO_QUERY);
+    if (control.kind != "list") control.text = ToUtf8(text.is() ? text->getText() : context->getAccessibleName());
+    auto states = context->getAccessibleStateSet();
+    if (states.is()) {
+      control.checked = states->contains(state::CHECKED);
+      control.enabled = states->contains(state::ENABLED);
+      control.focused = states->contains(state::FOCUSED);
+    }
+    Reference<css::accessibility::XAccessibleComponent> component(context, uno::UNO_QUERY);
+    found.emplace_back(component.is() ? component->getLocationOnScreen() : awt::Point(), control);
+  }
+}
+
+}  // namespace
+
+std::vector<UiDriver::DialogControl> UiDriver::DialogControls() const {
+  return CallHere("UiDriver.DialogControls", [&] {
+    std::vector<std::pair<awt::Point, DialogControl>> found;
+    Reference<css::accessibility::XAccessible> top(ActiveTop(state_->session), uno::UNO_QUERY_THROW);
+    CollectControls(top->getAccessibleContext(), found);
+    // As a person reads them: by lines from the top, each line from the left.
+    std::stable_sort(found.begin(), found.end(), [](const auto& a, const auto& b) {
+      return a.first.Y != b.first.Y ? a.first.Y < b.first.Y : a.first.X < b.first.X;
+    });
+    std::vector<DialogControl> out;
+    for (auto& f : found) out.push_back(f.second);
+    return out;
+  });
+}
+
+void UiDriver::TypeInDialog(const std::string& text) {
+  CallHere("UiDriver.TypeInDialog", [&] {
+    auto dialog = ActiveTop(state_->session);
+    auto robot = Robot(state_->session);
+    OUString chars = ToOu(text);
+    for (sal_Int32 i = 0; i < chars.getLength(); ++i) {
+      bool shift = false;
+      sal_Int16 code = KeyOf(chars[i], shift);
+      PostKey(robot, dialog, code, chars[i], shift ? awt::KeyModifier::SHIFT : 0);
+    }
+  });
+}
+
+void UiDriver::PressDialogKey(const std::string& key) {
+  CallHere("UiDriver.PressDialogKey", [&] {
+    sal_Int16 modifiers = 0;
+    std::string rest = key;
+    for (;;) {
+      if (rest.rfind("ALT+", 0) == 0) {
+        modifiers |= awt::KeyModifier::MOD2;
+        rest = rest.substr(4);
+      } else if (rest.rfind("SHIFT+", 0) == 0) {
+        modifiers |= awt::KeyModifier::SHIFT;
+        rest = rest.substr(6);
+      } else if (rest.rfind("CTRL+", 0) == 0) {
+        modifiers |= awt::KeyModifier::MOD1;
+        rest = rest.substr(5);
+      } else {
+        break;
+      }
+    }
+    sal_Int16 code = 0;
+    sal_Unicode ch = 0;
+    if (rest == "RETURN") {
+      code = awt::Key::RETURN;
+      ch = '\r';
+    } else if (rest == "ESC") {
+      code = awt::Key::ESCAPE;
+    } else if (rest == "TAB") {
+      code = awt::Key::TAB;
+    } else if (rest == "SPACE") {
+      code = awt::Key::SPACE;
+      ch = ' ';
+    } else if (rest == "DOWN") {
+      code = awt::Key::DOWN;
+    } else if (rest == "UP") {
+      code = awt::Key::UP;
+    } else if (rest == "BACKSPACE") {
+      code = awt::Key::BACKSPACE;
+    } else if (rest.size() == 1) {
+      bool shift = false;
+      ch = static_cast<sal_Unicode>(std::tolower(static_cast<unsigned char>(rest[0])));
+      code = KeyOf(ch, shift);
+    }
+    if (code == 0) throw HostError(HostError::kInvalidArgument, "Unknown key " + key);
+    PostKey(Robot(state_->session), ActiveTop(state_->session), code, ch, modifiers);
+  });
+}
+
+void UiDriver::ClickInDialog(const std::string& caption) {
+  CallHere("UiDriver.ClickInDialog", [&] {
+    auto dialog = ActiveTop(state_->session);
+    for (const auto& window : ControlsOf(dialog)) {
+      bool clickable = Reference<awt::XButton>(window, uno::UNO_QUERY).is() ||
+                       Reference<awt::XCheckBox>(window, uno::UNO_QUERY).is() ||
+                       Reference<awt::XRadioButton>(window, uno::UNO_QUERY).is();
+      if (!clickable || Caption(window) != caption) continue;
+      // Move, press and release with pauses, as a hand would: a button
+      // only clicks when the release ends the press that it tracked.
+      // Buttons take a click anywhere; check boxes and options only on their
+      // box and caption, which begin at the left.
+      auto size = window->getPosSize();
+      bool button = !Reference<awt::XCheckBox>(window, uno::UNO_QUERY).is() &&
+                    !Reference<awt::XRadioButton>(window, uno::UNO_QUERY).is();
+      awt::MouseEvent event;
+      event.Source = window;
+      event.X = button ? size.Width / 2 : std::min<sal_Int32>(6, size.Width / 2);
+      event.Y = size.Height / 2;
+      event.Buttons = awt::MouseButton::LEFT;
+      event.ClickCount = 1;
+      auto robot = Robot(state_->session);
+      robot->mouseMove(event);
+      std::this_thread::sleep_for(std::chrono::milliseconds(100));
+      robot->mousePress(event);
+      std::this_thread::sleep_for(std::chrono::milliseconds(100));
+      robot->mouseRelease(event);
+      return;
+    }
+    throw HostError(HostError::kNotFound, "The dialog has no control '" + caption + "'");
+  });
+}
+
+}  // namespace nivarel::driver

@@ -1,0 +1,79 @@
+// The office as the logic sees it: version, the current objects, and the
+// switches that batch work turns off and on (screen updates, events, alerts).
+// Handles are cheap to copy; all of them share one connection's state.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "Range.h"
+#include "Selection.h"
+#include "Window.h"
+#include "Workbook.h"
+#include "Workbooks.h"
+#include "Worksheet.h"
+
+namespace nivarel::office {
+
+struct HostSession;
+
+class Application {
+ public:
+  explicit Application(std::shared_ptr<HostSession> session);
+
+  // The object model offered: "12.0" (ribbon road) unless the environment
+  // variable NIVAREL_OBJECT_MODEL names an older major version.
+  std::string Version() const;
+  // The office's own product version, e.g. "7.4.7.2".
+  std::string OfficeVersion() const;
+
+  bool ScreenUpdating() const;
+  void SetScreenUpdating(bool on);
+  bool EnableEvents() const;
+  void SetEnableEvents(bool on);
+  bool DisplayAlerts() const;
+  void SetDisplayAlerts(bool on);
+  // Copies made through the layer leave no marching border to clear: nothing to do.
+  void SetCutCopyMode(bool on);
+
+  double InchesToPoints(double inches) const { return inches * 72.0; }
+
+  Workbooks GetWorkbooks() const;
+  // Nothing when no spreadsheet document is open.
+  std::optional<Workbook> ActiveWorkbook() const;
+  std::optional<Worksheet> ActiveSheet() const;
+  std::optional<Window> ActiveWindow() const;
+  std::optional<Range> ActiveCell() const;
+  Selection GetSelection() const;
+
+  // Whether shapes moved or drawn on a sheet snap to the drawing grid (the
+  // office's own setting, for every sheet).
+  bool SnapToGrid() const;
+  void SetSnapToGrid(bool on);
+
+  // Lets the office handle the events waiting in its queue.
+  void DoEvents();
+  // True while a cell of the active spreadsheet is being edited (typed into,
+  // not yet committed).
+  bool CellInEditMode() const;
+  // The office's range picker over the active sheet (the user points at
+  // cells or types an address, and may change sheets): the chosen range, or
+  // nothing when cancelled. Throws HostError when the choice is no range.
+  std::optional<Range> InputBoxRange(const std::string& prompt, const std::string& title,
+                                     const std::string& defaultAddress);
+  // The office's folder picker with this title; empty when cancelled.
+  std::string BrowseForFolder(const std::string& title);
+  // Where the office installed the add-in's extension; empty when it isn't
+  // installed.
+  std::string AddinFolder() const;
+  // Opens a page in the user's web browser (or a file with its program).
+  void OpenInBrowser(const std::string& url);
+
+  const std::shared_ptr<HostSession>& Session() const { return session_; }
+
+ private:
+  std::shared_ptr<HostSession> session_;
+};
+
+}  // namespace nivarel::office

@@ -1,0 +1,490 @@
+#include "Shape.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include <com/sun/star/awt/Point.hpp>
+#include <com/sun/star/awt/Size.hpp>
+#include <com/sun/star/container/XChild.hpp>
+#include <com/sun/star/container/XIdentifierAccess.hpp>
+#include <com/sun/star/drawing/XShapeGroup.hpp>
+#include <com/sun/star/container/XNameContainer.hpp>
+#include <com/sun/star/drawing/Alignment.hpp>
+#include <com/sun/star/drawing/GluePoint2.hpp>
+#include <com/sun/star/drawing/ShapeCollection.hpp>
+#include <com/sun/star/drawing/XGluePointsSupplier.hpp>
+#include <com/sun/star/drawing/XShapeGrouper.hpp>
+#include <com/sun/star/frame/XController.hpp>
+#include <com/sun/star/table/XCell.hpp>
+#include <com/sun/star/view/XSelectionSupplier.hpp>
+#include <com/sun/star/xml/AttributeData.hpp>
+
+#include "AutoShapeTypes.h"
+#include "MsoConstants.h"
+#include "Range.h"
+#include "ShapeStylePresets.h"
+#include "Uno.h"
+#include "Worksheet.h"
+
+namespace nivarel::office {
+
+static void* KeyOf(const Reference<css::drawing::XShape>& shape) {
+  return Reference<uno::XInterface>(shape, uno::UNO_QUERY).get();
+}
+
+std::shared_ptr<ShapeImpl> ShapeFor(const std::shared_ptr<SheetRef>& sheet, const Reference<css::drawing::XShape>& shape) {
+  auto& session = *sheet->session;
+  std::lock_guard<std::mutex> lock(session.shapesMutex);
+  void* key = KeyOf(shape);
+  auto it = session.shapes.find(key);
+  // A handle whose shape was replaced (grouping rebinds it) no longer stands
+  // for the object now at this address.
+  if (it != session.shapes.end())
+    if (auto impl = it->second.lock())
+      if (KeyOf(impl->shape) == key) return impl;
+  if (session.shapes.size() > 256) {
+    for (auto i = session.shapes.begin(); i != session.shapes.end();)
+      i = i->second.expired() ? session.shapes.erase(i) : std::next(i);
+  }
+  auto impl = std::make_shared<ShapeImpl>(ShapeImpl{sheet, shape});
+  session.shapes[key] = impl;
+  return impl;
+}
+
+void RebindByName(const Reference<css::drawing::XShapes>& container,
+                  const std::vector<std::shared_ptr<ShapeImpl>>& impls, const std::vector<std::string>& names) {
+  for (sal_Int32 i = 0; i < container->getCount(); ++i) {
+    Reference<css::drawing::XShape> m(container->getByIndex(i), uno::UNO_QUERY);
+    Reference<css::beans::XPropertySet> mp(m, uno::UNO_QUERY);
+    if (!mp.is()) continue;
+    std::string name = ToUtf8(GetProp<OUString>(mp, "Name"));
+    for (size_t k = 0; k < names.size(); ++k) {
+      if (names[k] != name) continue;
+      auto& session = *impls[k]->sheet->session;
+      std::lock_guard<std::mutex> lock(session.shapesMutex);
+      session.shapes.erase(KeyOf(impls[k]->shape));
+      impls[k]->shape = m;
+      session.shapes[KeyOf(m)] = impls[k];
+    }
+  }
+}
+
+Reference<css::beans::XPropertySet> ShapeImpl::Props() const {
+  return Reference<css::beans::XPropertySet>(shape, uno::UNO_QUERY_THROW);
+}
+
+namespace {
+
+OUString ServiceOf(const ShapeImpl& s) { return s.shape->getShapeType(); }
+
+OUString CustomType(const ShapeImpl& s) {
+  uno::Sequence<css::beans::PropertyValue> geometry;
+  s.Props()->getPropertyValue("CustomShapeGeometry") >>= geometry;
+  for (const auto& p : geometry)
+    if (p.Name == "Type") {
+      OUString t;
+      p.Value >>= t;
+      return t;
+    }
+  return OUString();
+}
+
+int AutoTypeOf(const ShapeImpl& s) {
+  OUString service = ServiceOf(s);
+  if (service == "com.sun.star.drawing.CustomShape") {
+    int id = AutoShapeTypeFromOfficeType(ToUtf8(CustomType(s)));
+    return id ? id : msoShapeMixed;
+  }
+  if (service == "com.sun.star.drawing.RectangleShape" || service == "com.sun.star.drawing.TextShape")
+    return msoShapeRectangle;
+  if (service == "com.sun.star.drawing.EllipseShape") return 9;
+  return msoShapeMixed;
+}
+
+// The cell under a point of the sheet (1/100 mm), found by halving.
+Range CellAt(const std::shared_ptr<SheetRef>& sheet, sal_Int32 x, sal_Int32 y) {
+  auto posOf = [&](int col, int row) {
+    Reference<css::beans::XPropertySet> ps(sheet->sheet->getCellByPosition(col, row), uno::UNO_QUERY_THROW);
+    return GetProp<css::awt::Point>(ps, "Position");
+  };
+  int lo = 0, hi = 16383;
+  while (lo < hi) {
+    int mid = (lo + hi + 1) / 2;
+    if (posOf(mid, 0).X <= x) lo = mid; else hi = mid - 1;
+  }
+  int col = lo;
+  lo = 0;
+  hi = 1048575;
+  while (lo < hi) {
+    int mid = (lo + hi + 1) / 2;
+    if (posOf(0, mid).Y <= y) lo = mid; else hi = mid - 1;
+  }
+  return Range(sheet, lo + 1, col + 1, lo + 1, col + 1);
+}
+
+// Where a glue point sits on the page, in 1/100 mm.
+css::awt::Point GluePosition(const ShapeImpl& s, const css::drawing::GluePoint2& g) {
+  auto pos = s.shape->getPosition();
+  auto size = s.shape->getSize();
+  double rx = 0.5, ry = 0.5;
+  switch (g.PositionAlignment) {
+    case css::drawing::Alignment_TOP_LEFT: rx = 0; ry = 0; break;
+    case css::drawing::Alignment_TOP: ry = 0; break;
+    case css::drawing::Alignment_TOP_RIGHT: rx = 1; ry = 0; break;
+    case css::drawing::Alignment_LEFT: rx = 0; break;
+    case css::drawing::Alignment_RIGHT: rx = 1; break;
+    case css::drawing::Alignment_BOTTOM_LEFT: rx = 0; ry = 1; break;
+    case css::drawing::Alignment_BOTTOM: ry = 1; break;
+    case css::drawing::Alignment_BOTTOM_RIGHT: rx = 1; ry = 1; break;
+    default: break;
+  }
+  double dx = g.Position.X, dy = g.Position.Y;
+  if (g.IsRelative) {
+    dx = dx * size.Width / 10000.0;
+    dy = dy * size.Height / 10000.0;
+  }
+  return css::awt::Point(static_cast<sal_Int32>(std::lround(pos.X + rx * size.Width + dx)),
+                         static_cast<sal_Int32>(std::lround(pos.Y + ry * size.Height + dy)));
+}
+
+const char kStyleAttribute[] = "nivarel-shape-style";
+
+}  // namespace
+
+sal_Int32 SiteGluePoint(const ShapeImpl& shape, int site) {
+  const AutoShapeTypeInfo* info = FindAutoShapeType(AutoTypeOf(shape));
+  if (!info) return site - 1;  // plain shapes: the office's four points
+  Reference<css::drawing::XGluePointsSupplier> gs(shape.shape, uno::UNO_QUERY_THROW);
+  Reference<css::container::XIdentifierAccess> points(gs->getGluePoints(), uno::UNO_QUERY_THROW);
+  auto ids = points->getIdentifiers();
+  std::vector<sal_Int32> sorted(ids.begin(), ids.end());
+  std::sort(sorted.begin(), sorted.end());
+  size_t n = sorted.size();
+  if (n < static_cast<size_t>(info->siteCount) + 4)
+    throw HostError(HostError::kOfficeFailure, "The shape has lost its connection sites");
+  return sorted[n - info->siteCount + site - 1];
+}
+
+std::string Shape::Name() const {
+  return Call("Shape.Name", [&] { return ToUtf8(GetProp<OUString>(impl_->Props(), "Name")); });
+}
+
+void Shape::SetName(const std::string& name) {
+  Call("Shape.Name", [&] {
+    std::vector<Reference<css::drawing::XShape>> all;
+    CollectShapes(Reference<css::drawing::XShapes>(impl_->sheet->Page(), uno::UNO_QUERY_THROW), all);
+    for (const auto& s : all) {
+      if (s == impl_->shape) continue;
+      Reference<css::beans::XPropertySet> ps(s, uno::UNO_QUERY);
+      if (ps.is() && ToUtf8(GetProp<OUString>(ps, "Name")) == name)
+        throw HostError(HostError::kNameTaken, "The name '" + name + "' is already in use on this sheet");
+    }
+    SetProp(impl_->Props(), "Name", ToOu(name));
+  });
+}
+
+int Shape::Type() const {
+  return Call("Shape.Type", [&] {
+    OUString t = ServiceOf(*impl_);
+    if (t == "com.sun.star.drawing.GroupShape") return msoGroup;
+    if (t == "com.sun.star.drawing.LineShape") return msoLine;
+    if (t == "com.sun.star.drawing.TextShape") return msoTextBox;
+    if (t == "com.sun.star.drawing.GraphicObjectShape") return msoPicture;
+    if (t == "com.sun.star.drawing.PolyPolygonShape" || t == "com.sun.star.drawing.PolyLineShape" ||
+        t == "com.sun.star.drawing.OpenBezierShape" || t == "com.sun.star.drawing.ClosedBezierShape")
+      return msoFreeform;
+    if (t == "com.sun.star.drawing.ControlShape") return 8;       // form control
+    if (t == "com.sun.star.drawing.OLE2Shape") return 7;          // embedded object
+    if (t == "com.sun.star.drawing.CustomShape") {
+      int id = AutoTypeOf(*impl_);
+      if (id >= 105 && id <= 124) return msoCallout;
+    }
+    return msoAutoShape;
+  });
+}
+
+int Shape::AutoShapeType() const {
+  return Call("Shape.AutoShapeType", [&] { return AutoTypeOf(*impl_); });
+}
+
+bool Shape::Connector() const {
+  return Call("Shape.Connector", [&] { return ServiceOf(*impl_) == "com.sun.star.drawing.ConnectorShape"; });
+}
+
+double Shape::Left() const {
+  return Call("Shape.Left", [&] { return HmmToPt(impl_->shape->getPosition().X); });
+}
+void Shape::SetLeft(double points) {
+  Call("Shape.Left", [&] {
+    auto p = impl_->shape->getPosition();
+    // A shape stays on the sheet: nothing stands left of column A.
+    p.X = PtToHmm(std::max(0.0, points));
+    impl_->shape->setPosition(p);
+  });
+}
+double Shape::Top() const {
+  return Call("Shape.Top", [&] { return HmmToPt(impl_->shape->getPosition().Y); });
+}
+void Shape::SetTop(double points) {
+  Call("Shape.Top", [&] {
+    auto p = impl_->shape->getPosition();
+    // Nor above row 1.
+    p.Y = PtToHmm(std::max(0.0, points));
+    impl_->shape->setPosition(p);
+  });
+}
+double Shape::Width() const {
+  return Call("Shape.Width", [&] { return HmmToPt(impl_->shape->getSize().Width); });
+}
+void Shape::SetWidth(double points) {
+  Call("Shape.Width", [&] {
+    auto p = impl_->shape->getPosition();
+    auto s = impl_->shape->getSize();
+    s.Width = PtToHmm(points);
+    impl_->shape->setSize(s);
+    impl_->shape->setPosition(p);
+  });
+}
+double Shape::Height() const {
+  return Call("Shape.Height", [&] { return HmmToPt(impl_->shape->getSize().Height); });
+}
+void Shape::SetHeight(double points) {
+  Call("Shape.Height", [&] {
+    auto p = impl_->shape->getPosition();
+    auto s = impl_->shape->getSize();
+    s.Height = PtToHmm(points);
+    impl_->shape->setSize(s);
+    impl_->shape->setPosition(p);
+  });
+}
+
+Range Shape::TopLeftCell() const {
+  return Call("Shape.TopLeftCell", [&] {
+    auto p = impl_->shape->getPosition();
+    return CellAt(impl_->sheet, p.X, p.Y);
+  });
+}
+
+Range Shape::BottomRightCell() const {
+  return Call("Shape.BottomRightCell", [&] {
+    auto p = impl_->shape->getPosition();
+    auto s = impl_->shape->getSize();
+    return CellAt(impl_->sheet, p.X + s.Width, p.Y + s.Height);
+  });
+}
+
+int Shape::Placement() const {
+  return Call("Shape.Placement", [&] {
+    auto ps = impl_->Props();
+    Reference<css::table::XCell> cell(ps->getPropertyValue("Anchor"), uno::UNO_QUERY);
+    if (!cell.is()) return xlFreeFloating;
+    return GetProp<bool>(ps, "ResizeWithCell") ? xlMoveAndSize : xlMove;
+  });
+}
+
+void Shape::SetPlacement(int placement) {
+  Call("Shape.Placement", [&] {
+    auto ps = impl_->Props();
+    auto p = impl_->shape->getPosition();
+    if (placement == xlFreeFloating) {
+      SetProp(ps, "Anchor", impl_->sheet->sheet);
+    } else {
+      Range cell = CellAt(impl_->sheet, p.X, p.Y);
+      SetProp(ps, "Anchor", impl_->sheet->sheet->getCellByPosition(cell.Column() - 1, cell.Row() - 1));
+      SetProp(ps, "ResizeWithCell", placement == xlMoveAndSize);
+    }
+    impl_->shape->setPosition(p);
+  });
+}
+
+TextFrame Shape::GetTextFrame() const { return TextFrame(impl_); }
+
+TextFrame2 Shape::GetTextFrame2() const {
+  if (impl_->sheet->session->objectModelVersion < 12)
+    throw HostError(438, "Object doesn't support this property or method");
+  return TextFrame2(impl_);
+}
+
+FillFormat Shape::Fill() const { return FillFormat(impl_); }
+LineFormat Shape::Line() const { return LineFormat(impl_); }
+ShadowFormat Shape::Shadow() const { return ShadowFormat(impl_); }
+
+int GetShapeAttribute(const ShapeImpl& shape, const char* key, int fallback) {
+  Reference<css::container::XNameContainer> attrs(shape.Props()->getPropertyValue("UserDefinedAttributes"), uno::UNO_QUERY);
+  OUString name = OUString::createFromAscii(key);
+  if (!attrs.is() || !attrs->hasByName(name)) return fallback;
+  css::xml::AttributeData d;
+  attrs->getByName(name) >>= d;
+  return d.Value.isEmpty() ? fallback : d.Value.toInt32();
+}
+
+void SetShapeAttribute(const ShapeImpl& shape, const char* key, int value) {
+  auto ps = shape.Props();
+  Reference<css::container::XNameContainer> attrs(ps->getPropertyValue("UserDefinedAttributes"), uno::UNO_QUERY_THROW);
+  OUString name = OUString::createFromAscii(key);
+  css::xml::AttributeData d;
+  d.Type = "CDATA";
+  d.Value = OUString::number(value);
+  if (attrs->hasByName(name)) attrs->replaceByName(name, uno::Any(d));
+  else attrs->insertByName(name, uno::Any(d));
+  ps->setPropertyValue("UserDefinedAttributes", uno::Any(attrs));
+}
+
+int Shape::ShapeStyle() const {
+  if (impl_->sheet->session->objectModelVersion < 12)
+    throw HostError(438, "Object doesn't support this property or method");
+  return Call("Shape.ShapeStyle", [&] { return GetShapeAttribute(*impl_, kStyleAttribute, 0); });
+}
+
+void Shape::SetShapeStyle(int style) {
+  if (impl_->sheet->session->objectModelVersion < 12)
+    throw HostError(438, "Object doesn't support this property or method");
+  bool lineStyle = FindLineStylePreset(style) != nullptr;
+  if (!FindShapeStylePreset(style) && !(lineStyle && (Connector() || Type() == msoLine)))
+    throw HostError(HostError::kInvalidArgument, "The specified value is out of range.");
+  // Calc has no theme gallery: the id stays with the shape and the layer draws the preset's look itself.
+  Call("Shape.ShapeStyle", [&] { SetShapeAttribute(*impl_, kStyleAttribute, style); });
+  if (lineStyle) ApplyLineStylePreset(*this, style);
+  else ApplyShapeStylePreset(*this, style, true);
+}
+
+ConnectorFormat Shape::GetConnectorFormat() const {
+  if (!Connector()) throw HostError(HostError::kOfficeFailure, "This member can only be accessed for a connector shape");
+  return ConnectorFormat(impl_);
+}
+
+int Shape::ConnectionSiteCount() const {
+  return Call("Shape.ConnectionSiteCount", [&] {
+    int id = AutoTypeOf(*impl_);
+    if (const AutoShapeTypeInfo* info = FindAutoShapeType(id)) return info->siteCount;
+    OUString service = ServiceOf(*impl_);
+    if (service == "com.sun.star.drawing.ConnectorShape" || service == "com.sun.star.drawing.LineShape" ||
+        service == "com.sun.star.drawing.GroupShape")
+      return 0;
+    return 4;
+  });
+}
+
+std::pair<double, double> Shape::ConnectionSitePosition(int site) const {
+  int count = ConnectionSiteCount();
+  if (site < 1 || site > count) throw HostError(HostError::kInvalidArgument, "The specified value is out of range.");
+  return Call("Shape.ConnectionSite", [&] {
+    Reference<css::drawing::XGluePointsSupplier> gs(impl_->shape, uno::UNO_QUERY_THROW);
+    Reference<css::container::XIdentifierAccess> points(gs->getGluePoints(), uno::UNO_QUERY_THROW);
+    css::drawing::GluePoint2 g;
+    points->getByIdentifier(SiteGluePoint(*impl_, site)) >>= g;
+    auto p = GluePosition(*impl_, g);
+    return std::make_pair(HmmToPt(p.X), HmmToPt(p.Y));
+  });
+}
+
+void Shape::RerouteConnections() {
+  ConnectorFormat cf = GetConnectorFormat();
+  auto begin = cf.BeginConnectedShape();
+  auto end = cf.EndConnectedShape();
+  if (!begin || !end) return;
+  int bestBegin = 0, bestEnd = 0;
+  double best = std::numeric_limits<double>::max();
+  int nb = begin->ConnectionSiteCount(), ne = end->ConnectionSiteCount();
+  std::vector<std::pair<double, double>> ends;
+  for (int j = 1; j <= ne; ++j) ends.push_back(end->ConnectionSitePosition(j));
+  for (int i = 1; i <= nb; ++i) {
+    auto a = begin->ConnectionSitePosition(i);
+    for (int j = 1; j <= ne; ++j) {
+      double dx = a.first - ends[j - 1].first, dy = a.second - ends[j - 1].second;
+      double d = dx * dx + dy * dy;
+      if (d < best - 1e-9) {
+        best = d;
+        bestBegin = i;
+        bestEnd = j;
+      }
+    }
+  }
+  if (bestBegin == 0) return;
+  cf.BeginConnect(*begin, bestBegin);
+  cf.EndConnect(*end, bestEnd);
+}
+
+std::vector<Shape> Shape::GroupItems() const {
+  return Call("Shape.GroupItems", [&] {
+    Reference<css::drawing::XShapes> group(impl_->shape, uno::UNO_QUERY);
+    if (!group.is() || ServiceOf(*impl_) != "com.sun.star.drawing.GroupShape")
+      throw HostError(HostError::kOfficeFailure, "This member can only be accessed for a group");
+    std::vector<Shape> items;
+    for (sal_Int32 i = 0; i < group->getCount(); ++i) {
+      Reference<css::drawing::XShape> s(group->getByIndex(i), uno::UNO_QUERY);
+      if (s.is()) items.emplace_back(ShapeFor(impl_->sheet, s));
+    }
+    return items;
+  });
+}
+
+std::vector<Shape> Shape::Ungroup() {
+  std::vector<Shape> items = GroupItems();
+  std::vector<std::string> names;
+  for (const auto& s : items) names.push_back(s.Name());
+  Call("Shape.Ungroup", [&] {
+    Reference<css::drawing::XShapeGrouper> grouper(impl_->sheet->Page(), uno::UNO_QUERY_THROW);
+    Reference<css::drawing::XShapeGroup> group(impl_->shape, uno::UNO_QUERY_THROW);
+    grouper->ungroup(group);
+    std::vector<std::shared_ptr<ShapeImpl>> impls;
+    for (const auto& item : items) impls.push_back(item.Impl());
+    RebindByName(Reference<css::drawing::XShapes>(impl_->sheet->Page(), uno::UNO_QUERY_THROW), impls, names);
+  });
+  return items;
+}
+
+void Shape::Delete() {
+  Call("Shape.Delete", [&] {
+    Reference<css::container::XChild> child(impl_->shape, uno::UNO_QUERY);
+    Reference<css::drawing::XShapes> parent(child.is() ? child->getParent() : uno::Reference<uno::XInterface>(), uno::UNO_QUERY);
+    if (!parent.is()) parent.set(impl_->sheet->Page(), uno::UNO_QUERY_THROW);
+    parent->remove(impl_->shape);
+  });
+}
+
+void Shape::Select(bool replace) const {
+  Call("Shape.Select", [&] {
+    Reference<css::frame::XModel> model(impl_->sheet->document, uno::UNO_QUERY_THROW);
+    Reference<css::view::XSelectionSupplier> sel(model->getCurrentController(), uno::UNO_QUERY_THROW);
+    auto shapes = css::drawing::ShapeCollection::create(impl_->sheet->session->context);
+    if (!replace) {
+      Reference<css::drawing::XShapes> current(sel->getSelection(), uno::UNO_QUERY);
+      Reference<css::drawing::XShape> one(sel->getSelection(), uno::UNO_QUERY);
+      if (current.is())
+        for (sal_Int32 i = 0; i < current->getCount(); ++i)
+          shapes->add(Reference<css::drawing::XShape>(current->getByIndex(i), uno::UNO_QUERY));
+      else if (one.is())
+        shapes->add(one);
+    }
+    shapes->add(impl_->shape);
+    sel->select(uno::Any(Reference<css::drawing::XShapes>(shapes, uno::UNO_QUERY_THROW)));
+  });
+}
+
+void Shape::ZOrder(int command) {
+  Call("Shape.ZOrder", [&] {
+    auto ps = impl_->Props();
+    sal_Int32 z = GetProp<sal_Int32>(ps, "ZOrder");
+    sal_Int32 top = impl_->sheet->Page()->getCount() - 1;
+    switch (command) {
+      case msoBringToFront: z = top; break;
+      case msoSendToBack: z = 0; break;
+      case msoBringForward: z = std::min(top, z + 1); break;
+      case msoSendBackward: z = std::max<sal_Int32>(0, z - 1); break;
+      default: throw HostError(HostError::kInvalidArgument, "The specified value is out of range.");
+    }
+    SetProp(ps, "ZOrder", z);
+  });
+}
+
+int Shape::ZOrderPosition() const {
+  return Call("Shape.ZOrderPosition", [&] { return static_cast<int>(GetProp<sal_Int32>(impl_->Props(), "ZOrder")) + 1; });
+}
+
+Worksheet Shape::Parent() const { return Worksheet(impl_->sheet); }
+
+bool Shape::SameAs(const Shape& other) const { return impl_->shape == other.impl_->shape; }
+
+}  // namespace nivarel::office

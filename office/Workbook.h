@@ -1,0 +1,53 @@
+// One spreadsheet document: its sheets, saving, sharing state and the
+// document events that end a flowcharting session.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "Subscription.h"
+#include "Worksheet.h"
+
+namespace nivarel::office {
+
+struct HostSession;
+struct WorkbookImpl;
+
+class Workbook {
+ public:
+  explicit Workbook(std::shared_ptr<WorkbookImpl> impl) : impl_(std::move(impl)) {}
+
+  int SheetCount() const;
+  // Sheets by 1-based index.
+  Worksheet Sheet(int index) const;
+  // A new sheet after the last one; it becomes the active sheet.
+  Worksheet AddSheet();
+  // Copies every sheet of source, with its cells, shapes and page setup, in
+  // behind the sheet after; a name already taken gets a number. Returns the
+  // first copy.
+  Worksheet CopySheetsFrom(const Workbook& source, const Worksheet& after);
+  std::string Name() const;
+  // Saves under path, which the document then stands for; the format follows the extension (.ods, .xlsx, .xls,
+  // .xltx, .xlt, .ots).
+  void SaveAs(const std::string& path);
+  // Prints the whole document into the file at path instead of to a printer,
+  // and returns when the printing is done; the document's print event fires.
+  void PrintOut(const std::string& path);
+  bool MultiUserEditing() const;
+  void Close();
+  void Activate();
+  bool SameAs(const Workbook& other) const;
+
+  enum class Event { BeforeClose, BeforePrint, BeforeSave };
+  // Called before the document closes, prints or saves; the office's action goes on. A close is
+  // told once, whether the user or a program closes the document.
+  Subscription OnEvent(std::function<void(Event)> handler);
+
+  const std::shared_ptr<WorkbookImpl>& Impl() const { return impl_; }
+
+ private:
+  std::shared_ptr<WorkbookImpl> impl_;
+};
+
+}  // namespace nivarel::office
