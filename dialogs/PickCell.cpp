@@ -2,7 +2,6 @@
 
 #include "CRangePrompt.h"
 #include "MsgBox.h"
-#include "TextConvert.h"
 #include "Text.h"
 
 namespace nivarel::dialogs {

@@ -2,7 +2,6 @@
 
 #include "MErrorHandler.h"
 #include "MGlobalVariables.h"
-#include "TextConvert.h"
 #include "UserDialog.h"
 #include "Text.h"
 

@@ -5,7 +5,6 @@
 #include "MUtilities.h"
 #include "MsgBox.h"
 #include "PickCell.h"
-#include "TextConvert.h"
 #include "UserDialog.h"
 #include "Text.h"
 

@@ -6,8 +6,6 @@
 #include "MGlobalVariables.h"
 #include "MsgBox.h"
 #include "PickCell.h"
-#include "TextConvert.h"
-#include "TextEncoding.h"
 #include "UserDialog.h"
 #include "Text.h"
 

@@ -17,6 +17,11 @@ bool CanDispatch(const office::Application& app, const std::string& url);
 // is enabled now, as a menu entry asks before it shows.
 bool CommandEnabled(const office::Application& app, const std::string& url);
 
+// Adds to the command's handler a status listener that throws whenever it is
+// told the command's state, as a broken menu entry might, and removes it
+// again. True when the handler's addStatusListener came back normally.
+bool AddFailingStatusListener(const office::Application& app, const std::string& url);
+
 // Runs the jobs that the office has registered for a job event, as when the
 // office raises it. Throws HostError when the office refuses.
 void FireJobEvent(const office::Application& app, const std::string& event);

@@ -26,6 +26,7 @@
 #include <com/sun/star/awt/Toolkit.hpp>
 #include <com/sun/star/awt/XButton.hpp>
 #include <com/sun/star/awt/XCheckBox.hpp>
+#include <com/sun/star/awt/XFixedHyperlink.hpp>
 #include <com/sun/star/awt/XDialog.hpp>
 #include <com/sun/star/awt/XExtendedToolkit.hpp>
 #include <com/sun/star/awt/XRadioButton.hpp>
@@ -445,16 +446,19 @@ void UiDriver::ClickInDialog(const std::string& caption) {
     auto dialog = ActiveTop(state_->session);
     for (const auto& window : ControlsOf(dialog)) {
       bool clickable = Reference<awt::XButton>(window, uno::UNO_QUERY).is() ||
+                       Reference<awt::XFixedHyperlink>(window, uno::UNO_QUERY).is() ||
                        Reference<awt::XCheckBox>(window, uno::UNO_QUERY).is() ||
                        Reference<awt::XRadioButton>(window, uno::UNO_QUERY).is();
       if (!clickable || Caption(window) != caption) continue;
       // Move, press and release with pauses, as a hand would: a button
       // only clicks when the release ends the press that it tracked.
-      // Buttons take a click anywhere; check boxes and options only on their
-      // box and caption, which begin at the left.
+      // Buttons take a click anywhere; check boxes, options and links only on
+      // their box and caption, which begin at the left.
       auto size = window->getPosSize();
+      // (A check box's peer is a button too.)
       bool button = !Reference<awt::XCheckBox>(window, uno::UNO_QUERY).is() &&
-                    !Reference<awt::XRadioButton>(window, uno::UNO_QUERY).is();
+                    !Reference<awt::XRadioButton>(window, uno::UNO_QUERY).is() &&
+                    !Reference<awt::XFixedHyperlink>(window, uno::UNO_QUERY).is();
       awt::MouseEvent event;
       event.Source = window;
       event.X = button ? size.Width / 2 : std::min<sal_Int32>(6, size.Width / 2);

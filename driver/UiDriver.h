@@ -64,7 +64,7 @@ class UiDriver {
   void TypeInDialog(const std::string& text);
   // Presses a key in the active window: "RETURN", "ESC", "TAB", "SPACE", "DOWN", "ALT+N"...
   void PressDialogKey(const std::string& key);
-  // Clicks the button, check box or option with this caption ("~" ignored).
+  // Clicks the button, check box, option or link with this caption ("~" ignored).
   void ClickInDialog(const std::string& caption);
 
  private:

@@ -1,10 +1,8 @@
 #include "CommandKeys.h"
+
 #include "Text.h"
 
-#include <cctype>
-
 namespace nivarel::host {
-
 
 namespace {
 

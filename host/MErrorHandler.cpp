@@ -85,8 +85,11 @@ const bool borderLogSet = (SetBorderLog([](const std::string& source, const std:
 }  // namespace
 
 void FailWhenAsked(const std::string& name, const std::string& what) {
-  const char* fault = std::getenv("NIVAREL_TEST_FAULT_KEY");
-  if (fault && name == fault) throw HostError(HostError::kOfficeFailure, "Test fault on " + what + " '" + name + "'");
+  const char* faults = std::getenv("NIVAREL_TEST_FAULT_KEY");
+  if (!faults) return;
+  std::stringstream list(faults);
+  for (std::string fault; std::getline(list, fault, ',');)
+    if (name == fault) throw HostError(HostError::kOfficeFailure, "Test fault on " + what + " '" + name + "'");
 }
 
 bool ErrorHandler(const std::string& source, const std::string& procedure, bool entryPoint) {

@@ -36,8 +36,8 @@ bool ErrorHandler(const std::string& source, const std::string& procedure, bool 
 // The same for an error already taken apart.
 bool ErrorHandler(const std::string& source, const std::string& procedure, bool entryPoint, ErrObject error);
 
-// The test switch: the command key or dialog event ("<dialog>.<method>")
-// named by the environment's NIVAREL_TEST_FAULT_KEY fails as an unexpected
+// The test switch: a command key or dialog event ("<dialog>.<method>")
+// named in the environment's NIVAREL_TEST_FAULT_KEY (a comma-separated list) fails as an unexpected
 // error would ("Test fault on <what> '<name>'"), so that tests can watch the
 // report. Does nothing otherwise.
 void FailWhenAsked(const std::string& name, const std::string& what);

@@ -16,8 +16,6 @@ namespace fs = std::filesystem;
 
 namespace nivarel::host {
 
-using namespace office;
-
 namespace {
 
 constexpr char kSource[] = "MSpecialFolders";
@@ -97,7 +95,7 @@ std::string SettingsFilePath(const std::string& fileName, const std::string& mis
     std::string source = GetInstallFolder() + "/" + fileName;
     if (!IsFile(source)) {
       MsgBox(missingText + "\r\nPlease re-install the software or contact " + kSupportAddress + " for assistance.",
-             vbCritical, "Cannot Locate Critical File");
+             office::vbCritical, "Cannot Locate Critical File");
       return std::string();
     }
     std::error_code ec;
@@ -106,7 +104,7 @@ std::string SettingsFilePath(const std::string& fileName, const std::string& mis
       if (GetOSMajorVersion() >= 6) {
         MsgBox("Nivarel cannot access the file. It does not have read/write permissions to " + path +
                    "\r\nPlease contact " + kSupportAddress + " for assistance.",
-               vbCritical, "Cannot Create Critical File");
+               office::vbCritical, "Cannot Create Critical File");
         return std::string();
       }
       return source;

@@ -4,8 +4,6 @@
 
 namespace nivarel::host {
 
-using namespace office;
-
 const char kAppTitle[] = "Nivarel";
 const char kHostTitle[] = "Calc";
 

@@ -376,24 +376,37 @@ class StateListener : public cppu::WeakImplHelper1<css::frame::XStatusListener> 
 
 }  // namespace
 
+Reference<css::frame::XDispatch> CommandDispatch(const HostSession& s, css::util::URL& parsed, const std::string& url) {
+  parsed.Complete = ToOu(url);
+  css::util::URLTransformer::create(s.context)->parseStrict(parsed);
+  Reference<css::frame::XDispatchProvider> provider(s.desktop, uno::UNO_QUERY_THROW);
+  Reference<css::frame::XModel> model(s.desktop->getCurrentComponent(), uno::UNO_QUERY);
+  if (model.is() && model->getCurrentController().is()) {
+    Reference<css::frame::XDispatchProvider> frame(model->getCurrentController()->getFrame(), uno::UNO_QUERY);
+    if (frame.is()) provider = frame;
+  }
+  return provider->queryDispatch(parsed, OUString(), 0);
+}
+
 bool Application::CellInEditMode() const {
-  return Call("Application.CellInEditMode", [&] {
-    Reference<css::frame::XModel> model(CurrentDocument(*session_), uno::UNO_QUERY);
-    if (!model.is() || !model->getCurrentController().is()) return false;
-    Reference<css::frame::XDispatchProvider> provider(model->getCurrentController()->getFrame(), uno::UNO_QUERY);
-    if (!provider.is()) return false;
-    // Calc turns the format paintbrush off exactly while a cell has an edit
-    // view; a listener hears the command's state as it is added.
+  // Calc turns the format paintbrush off exactly while a cell has an edit
+  // view.
+  auto paintbrush = CommandState(".uno:FormatPaintbrush");
+  return paintbrush && !*paintbrush;
+}
+
+std::optional<bool> Application::CommandState(const std::string& command) const {
+  return Call("Application.CommandState", [&]() -> std::optional<bool> {
     css::util::URL url;
-    url.Complete = ".uno:FormatPaintbrush";
-    css::util::URLTransformer::create(session_->context)->parseStrict(url);
-    auto dispatch = provider->queryDispatch(url, OUString(), 0);
-    if (!dispatch.is()) return false;
+    auto dispatch = CommandDispatch(*session_, url, command);
+    if (!dispatch.is()) return std::nullopt;
+    // A listener hears the command's state as it is added.
     rtl::Reference<StateListener> heard(new StateListener);
     Reference<css::frame::XStatusListener> listener(heard.get());
     dispatch->addStatusListener(listener, url);
     dispatch->removeStatusListener(listener, url);
-    return heard->reported && !heard->enabled;
+    if (!heard->reported) return std::nullopt;
+    return heard->enabled;
   });
 }
 

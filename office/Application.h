@@ -57,6 +57,11 @@ class Application {
   // True while a cell of the active spreadsheet is being edited (typed into,
   // not yet committed).
   bool CellInEditMode() const;
+  // Whether a command ("vnd.nivarel:...", ".uno:...") is enabled, as its
+  // handler tells the menus of the current document's window (or of the
+  // desktop when no document shows); nothing when no handler answers or
+  // none tells.
+  std::optional<bool> CommandState(const std::string& url) const;
   // The office's range picker over the active sheet (the user points at
   // cells or types an address, and may change sheets): the chosen range, or
   // nothing when cancelled. Throws HostError when the choice is no range.

@@ -14,6 +14,8 @@
 #include <vector>
 
 #include <com/sun/star/awt/XWindowPeer.hpp>
+#include <com/sun/star/frame/XDispatch.hpp>
+#include <com/sun/star/util/URL.hpp>
 #include <com/sun/star/document/XUndoManager.hpp>
 #include <com/sun/star/beans/PropertyValue.hpp>
 #include <com/sun/star/beans/XPropertySet.hpp>
@@ -95,6 +97,10 @@ class OfficeThreadScope {
 // The window that the add-in's dialogs and messages belong to: that of the
 // active spreadsheet, else the office's current one; empty when there is none.
 Reference<css::awt::XWindowPeer> OfficeWindowPeer(const HostSession& s);
+// The handler of a command URL in the current document's window, or the
+// desktop's when no document shows; parsed is set to the parsed URL. Null
+// when no handler answers.
+Reference<css::frame::XDispatch> CommandDispatch(const HostSession& s, css::util::URL& parsed, const std::string& url);
 
 // One sheet of one document.
 struct SheetRef {

@@ -186,7 +186,7 @@ class SheetChanges : public cppu::WeakImplHelper1<css::util::XChangesListener> {
  public:
   SheetChanges(std::shared_ptr<SheetRef> sheet, std::function<void(const Range&)> f,
                std::shared_ptr<std::atomic<bool>> alive)
-      : sheet_(std::move(sheet)), f_(std::move(f)), alive_(std::move(alive)) {}
+      : sheet_(std::move(sheet)), page_(sheet_->Page(), uno::UNO_QUERY), f_(std::move(f)), alive_(std::move(alive)) {}
 
   void SAL_CALL changesOccurred(const css::util::ChangesEvent& event) override {
     OfficeThreadScope scope;
@@ -195,10 +195,11 @@ class SheetChanges : public cppu::WeakImplHelper1<css::util::XChangesListener> {
       // Undo and redo replay what was recorded; that is not the user typing.
       if (UndoList(Workbook(std::make_shared<WorkbookImpl>(WorkbookImpl{sheet_->session, sheet_->document}))).Busy())
         return;
-      int index = sheet_->Index();
-      // A sheet deleted meanwhile keeps an object without a name.
-      if (Reference<css::container::XNamed>(sheet_->sheet, uno::UNO_QUERY_THROW)->getName().isEmpty())
+      // The object of a sheet deleted meanwhile goes on answering for
+      // another sheet; its drawing page tells.
+      if (Reference<uno::XInterface>(sheet_->Page(), uno::UNO_QUERY) != page_)
         throw HostError(HostError::kNotFound, "The sheet watched for changes has been deleted");
+      int index = sheet_->Index();
       std::vector<Range> ranges;
       for (const auto& change : event.Changes) {
         OUString accessor;
@@ -233,6 +234,7 @@ class SheetChanges : public cppu::WeakImplHelper1<css::util::XChangesListener> {
 
  private:
   std::shared_ptr<SheetRef> sheet_;
+  Reference<uno::XInterface> page_;
   std::function<void(const Range&)> f_;
   std::shared_ptr<std::atomic<bool>> alive_;
 };

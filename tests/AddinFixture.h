@@ -26,6 +26,10 @@ namespace nivarel::testing {
 
 // Points the settings files at a folder of the test's own, filled on first
 // use from the shipped files, until it goes out of scope.
+// The office of this binary fails the command "faultkey" and the About box's
+// link, as unexpected errors.
+inline const bool kFaultSwitchSet = setenv("NIVAREL_TEST_FAULT_KEY", "faultkey,frmAbout.lnkSupport_Click", 1) == 0;
+
 class SettingsFolder {
  public:
   explicit SettingsFolder(const std::string& folder)

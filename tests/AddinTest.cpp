@@ -32,9 +32,6 @@ using namespace host;
 using namespace office;
 using namespace driver;
 
-// The office of this binary fails this one command, as an unexpected error.
-const bool faultKeySet = setenv("NIVAREL_TEST_FAULT_KEY", "faultkey", 1) == 0;
-
 constexpr char kEditModeText[] =
     "Cannot run a Nivarel function\nwhen Calc is in Edit mode.\n\nPress {ENTER} or {ESC} to exit edit mode.";
 constexpr char kSharedText[] =
