@@ -196,9 +196,11 @@ class SheetChanges : public cppu::WeakImplHelper1<css::util::XChangesListener> {
       if (UndoList(Workbook(std::make_shared<WorkbookImpl>(WorkbookImpl{sheet_->session, sheet_->document}))).Busy())
         return;
       // The object of a sheet deleted meanwhile goes on answering for
-      // another sheet; its drawing page tells.
-      if (Reference<uno::XInterface>(sheet_->Page(), uno::UNO_QUERY) != page_)
+      // another sheet; its drawing page tells. Told once, then no more.
+      if (Reference<uno::XInterface>(sheet_->Page(), uno::UNO_QUERY) != page_) {
+        *alive_ = false;
         throw HostError(HostError::kNotFound, "The sheet watched for changes has been deleted");
+      }
       int index = sheet_->Index();
       std::vector<Range> ranges;
       for (const auto& change : event.Changes) {
