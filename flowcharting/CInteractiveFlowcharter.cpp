@@ -220,7 +220,6 @@ void CInteractiveFlowcharter::m_ws_Change(const office::Range& target) {
   // Everything one change draws is one entry of the undo list, opened at
   // the first step found, before anything is changed.
   std::optional<office::UndoList::Entry> entry;
-  std::optional<office::KeptShading> shading;
   std::optional<office::AddedShapes> added;
   try {
     host::ExcelApp->SetScreenUpdating(false);
@@ -238,7 +237,6 @@ void CInteractiveFlowcharter::m_ws_Change(const office::Range& target) {
         if (!entry) {
           TakeOverTheEdit(target);
           entry.emplace(m_ws->Parent(), kEntryPrefix + m_Text);
-          shading.emplace(*m_ws);
           added.emplace(*m_ws);
           CatchUpWithUndo();
         }
