@@ -1,6 +1,8 @@
 #include "LineFormat.h"
 
+#include <algorithm>
 #include <cmath>
+#include <vector>
 
 #include <com/sun/star/awt/Point.hpp>
 #include <com/sun/star/drawing/DashStyle.hpp>
@@ -19,9 +21,6 @@ namespace {
 // the logic set are kept beside them so that they read back unchanged.
 const char kDashKey[] = "nivarel-line-dash";
 const char kStyleKey[] = "nivarel-line-style";
-const char kArrowKey[] = "nivarel-arrow";
-const char kArrowLengthKey[] = "nivarel-arrow-length";
-const char kArrowWidthKey[] = "nivarel-arrow-width";
 // Widths are 1/100 mm in the office: the weight the logic set is kept beside
 // the width, in 1/12700 points, and reads back while the width is still its own.
 const char kWeightKey[] = "nivarel-line-weight";
@@ -59,6 +58,80 @@ css::drawing::PolyPolygonBezierCoords ArrowFor(int style) {
   c.Flags = uno::Sequence<uno::Sequence<css::drawing::PolygonFlags>>(1);
   c.Flags.getArray()[0] = uno::Sequence<css::drawing::PolygonFlags>(static_cast<sal_Int32>(pts.size()));
   return c;
+}
+
+// A marker's width over its line's width, as the office's own import of
+// Office files sizes arrowheads: an open arrow half a width more.
+double WidthFactor(int style, int width) {
+  double open = style == msoArrowheadOpen ? 0.5 : 0.0;
+  if (width == msoArrowheadNarrow) return 2.0 + open;
+  if (width == msoArrowheadWide) return 5.0 + open;
+  return 3.0 + open;
+}
+// What a marker's width is measured against: the line's width, at least
+// 0.7 mm, so that a thin line's arrowhead still shows.
+sal_Int32 MarkerBase(sal_Int32 lineWidth) { return std::max<sal_Int32>(lineWidth, 70); }
+
+struct Marker {
+  int style = msoArrowheadNone;
+  int length = msoArrowheadLengthMedium;
+  int width = msoArrowheadWidthMedium;
+};
+
+// The line's end marker as the office draws it: the outline's form, its
+// proportions and its width against the line's.
+Marker DrawnMarker(const Reference<css::beans::XPropertySet>& ps) {
+  Marker m;
+  auto end = GetProp<css::drawing::PolyPolygonBezierCoords>(ps, "LineEnd");
+  if (end.Coordinates.getLength() == 0 || end.Coordinates[0].getLength() < 3) return m;
+  std::vector<css::awt::Point> pts(end.Coordinates[0].begin(), end.Coordinates[0].end());
+  if (pts.size() > 3 && pts.front().X == pts.back().X && pts.front().Y == pts.back().Y) pts.pop_back();
+  sal_Int32 left = pts[0].X, right = pts[0].X, top = pts[0].Y, bottom = pts[0].Y;
+  for (const auto& p : pts) {
+    left = std::min(left, p.X), right = std::max(right, p.X);
+    top = std::min(top, p.Y), bottom = std::max(bottom, p.Y);
+  }
+  double w = std::max<sal_Int32>(1, right - left), h = std::max<sal_Int32>(1, bottom - top);
+  m.style = msoArrowheadTriangle;
+  for (int style : {msoArrowheadTriangle, msoArrowheadOpen, msoArrowheadStealth, msoArrowheadDiamond,
+                    msoArrowheadOval}) {
+    auto form = ArrowFor(style).Coordinates[0];
+    if (static_cast<size_t>(form.getLength()) != pts.size() + 1) continue;
+    bool same = true;
+    for (size_t i = 0; i < pts.size() && same; ++i)
+      same = std::abs((pts[i].X - left) * 100.0 / w - form[i].X) <= 3 &&
+             std::abs((pts[i].Y - top) * 100.0 / h - form[i].Y) <= 3;
+    if (same) {
+      m.style = style;
+      break;
+    }
+  }
+  double aspect = h / w;
+  m.length = aspect < 0.83 ? msoArrowheadShort : aspect > 1.25 ? msoArrowheadLong : msoArrowheadLengthMedium;
+  double ratio = GetProp<sal_Int32>(ps, "LineEndWidth") / static_cast<double>(MarkerBase(GetProp<sal_Int32>(ps, "LineWidth")));
+  m.width = msoArrowheadWidthMedium;
+  double best = 1e9;
+  for (int code : {msoArrowheadNarrow, msoArrowheadWidthMedium, msoArrowheadWide}) {
+    double off = std::abs(ratio - WidthFactor(m.style, code));
+    if (off < best) best = off, m.width = code;
+  }
+  return m;
+}
+
+// Draws the end marker at the line's present width.
+void PutMarker(const Reference<css::beans::XPropertySet>& ps, const Marker& m) {
+  if (m.style == msoArrowheadNone) {
+    SetProp(ps, "LineEnd", css::drawing::PolyPolygonBezierCoords());
+    SetProp(ps, "LineEndWidth", static_cast<sal_Int32>(0));
+    return;
+  }
+  auto arrow = ArrowFor(m.style);
+  double aspect = m.length == msoArrowheadShort ? 0.66 : m.length == msoArrowheadLong ? 1.5 : 1.0;
+  for (auto& p : arrow.Coordinates.getArray()[0]) p.Y = static_cast<sal_Int32>(p.Y * aspect);
+  SetProp(ps, "LineEnd", arrow);
+  double base = MarkerBase(GetProp<sal_Int32>(ps, "LineWidth"));
+  SetProp(ps, "LineEndWidth", static_cast<sal_Int32>(std::lround(base * WidthFactor(m.style, m.width))));
+  SetProp(ps, "LineEndCenter", false);
 }
 
 }  // namespace
@@ -100,7 +173,11 @@ void LineFormat::SetWeight(double points) {
     sal_Int32 kept[4] = {};
     if (hasText)
       for (int i = 0; i < 4; ++i) kept[i] = GetProp<sal_Int32>(ps, distances[i]);
+    // The arrowhead is sized by the line's width: it follows it.
+    bool line = ps->getPropertySetInfo()->hasPropertyByName("LineEnd");
+    Marker marker = line ? DrawnMarker(ps) : Marker();
     SetProp(ps, "LineWidth", PtToHmm(points));
+    if (marker.style != msoArrowheadNone) PutMarker(ps, marker);
     if (hasText)
       for (int i = 0; i < 4; ++i)
         if (GetProp<sal_Int32>(ps, distances[i]) != kept[i]) SetProp(ps, distances[i], kept[i]);
@@ -142,18 +219,22 @@ void LineFormat::SetDashStyle(int dash) {
 ColorFormat LineFormat::ForeColor() const { return ColorFormat(shape_, "LineColor"); }
 
 int LineFormat::EndArrowheadStyle() const {
-  return Call("LineFormat.EndArrowheadStyle", [&] {
-    return GetShapeAttribute(*shape_, kArrowKey, msoArrowheadNone);
-  });
+  return Call("LineFormat.EndArrowheadStyle", [&] { return DrawnMarker(shape_->Props()).style; });
 }
+
 int LineFormat::EndArrowheadLength() const {
-  return Call("LineFormat.EndArrowheadLength", [&] {
-    return GetShapeAttribute(*shape_, kArrowLengthKey, msoArrowheadLengthMedium);
-  });
+  return Call("LineFormat.EndArrowheadLength", [&] { return DrawnMarker(shape_->Props()).length; });
 }
+
 int LineFormat::EndArrowheadWidth() const {
-  return Call("LineFormat.EndArrowheadWidth", [&] {
-    return GetShapeAttribute(*shape_, kArrowWidthKey, msoArrowheadWidthMedium);
+  return Call("LineFormat.EndArrowheadWidth", [&] { return DrawnMarker(shape_->Props()).width; });
+}
+
+double LineFormat::EndArrowheadDrawnWidth() const {
+  return Call("LineFormat.EndArrowheadDrawnWidth", [&] {
+    auto ps = shape_->Props();
+    if (DrawnMarker(ps).style == msoArrowheadNone) return 0.0;
+    return HmmToPt(GetProp<sal_Int32>(ps, "LineEndWidth"));
   });
 }
 
@@ -162,26 +243,7 @@ void LineFormat::SetEndArrowheadLength(int length) { ApplyArrowhead(EndArrowhead
 void LineFormat::SetEndArrowheadWidth(int width) { ApplyArrowhead(EndArrowheadStyle(), EndArrowheadLength(), width); }
 
 void LineFormat::ApplyArrowhead(int style, int length, int width) {
-  Call("LineFormat.EndArrowhead", [&] {
-    auto ps = shape_->Props();
-    if (style == msoArrowheadNone) {
-      SetProp(ps, "LineEnd", css::drawing::PolyPolygonBezierCoords());
-      SetProp(ps, "LineEndWidth", static_cast<sal_Int32>(0));
-    } else {
-      // Width follows the width code and the line weight, as the host sizes them.
-      double weight = std::max(0.75, Weight());
-      double factor = width == msoArrowheadNarrow ? 2.0 : width == msoArrowheadWide ? 5.0 : 3.0;
-      auto arrow = ArrowFor(style);
-      double aspect = length == msoArrowheadShort ? 0.66 : length == msoArrowheadLong ? 1.5 : 1.0;
-      for (auto& p : arrow.Coordinates.getArray()[0]) p.Y = static_cast<sal_Int32>(p.Y * aspect);
-      SetProp(ps, "LineEnd", arrow);
-      SetProp(ps, "LineEndWidth", PtToHmm(weight * factor));
-      SetProp(ps, "LineEndCenter", false);
-    }
-    SetShapeAttribute(*shape_, kArrowKey, style);
-    SetShapeAttribute(*shape_, kArrowLengthKey, length);
-    SetShapeAttribute(*shape_, kArrowWidthKey, width);
-  });
+  Call("LineFormat.EndArrowhead", [&] { PutMarker(shape_->Props(), Marker{style, length, width}); });
 }
 
 }  // namespace nivarel::office

@@ -26,6 +26,8 @@ class LineFormat {
   int EndArrowheadLength() const;
   void SetEndArrowheadLength(int length);
   int EndArrowheadWidth() const;
+  // The end marker's width as the office draws it, in points (0 without one).
+  double EndArrowheadDrawnWidth() const;
   void SetEndArrowheadWidth(int width);
 
  private:

@@ -337,6 +337,11 @@ TEST_F(FlowLinesTest, EveryStyleReadsBackAndLooksTheSameOnBothRoads) {
     formatter_.SetNewSolidFlowLineFormat(line, style);
     EXPECT_EQ(10000 + style, line.ShapeStyle());
     EXPECT_EQ(style, formatter_.GetLineStyle(line));
+    // A medium triangle is three widths of its line (a line under 0.7 mm
+    // counts as 0.7 mm), whatever weight the style gives the line.
+    EXPECT_EQ(msoArrowheadTriangle, line.Line().EndArrowheadStyle());
+    EXPECT_EQ(msoArrowheadWidthMedium, line.Line().EndArrowheadWidth());
+    EXPECT_NEAR(3 * std::max(line.Line().Weight(), 0.7 * 72 / 25.4), line.Line().EndArrowheadDrawnWidth(), 0.05);
     presetLines.push_back(line);
     looks.push_back(LookOf(line));
   }
