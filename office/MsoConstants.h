@@ -36,6 +36,9 @@ constexpr int msoTextOrientationHorizontal = 1, msoTextOrientationUpward = 2,
 
 // Auto size.
 constexpr int msoAutoSizeNone = 0, msoAutoSizeShapeToFitText = 1;
+// Where the text block sits across the shape: spread over its width
+// (the paragraphs align), centred, or from the left edge.
+constexpr int msoAnchorNone = 1, msoAnchorCenter = 2, msoAnchorLeft = 3;
 
 // Lines.
 constexpr int msoLineSolid = 1, msoLineSquareDot = 2, msoLineRoundDot = 3, msoLineDash = 4,

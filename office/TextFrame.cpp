@@ -43,7 +43,10 @@ void FitShapeToText(const ShapeImpl& shape, bool fit) {
   // from its left edge.
   bool wrap = GetProp<bool>(ps, "TextWordWrap");
   if (ps->getPropertySetInfo()->hasPropertyByName("TextAutoGrowWidth")) {
-    if (fit && !wrap) SetProp(ps, "TextHorizontalAdjust", css::drawing::TextHorizontalAdjust_LEFT);
+    // Once the shape no longer grows sideways, the text area spans it again,
+    // or centred paragraphs would stay drawn from the left edge.
+    SetProp(ps, "TextHorizontalAdjust",
+            fit && !wrap ? css::drawing::TextHorizontalAdjust_LEFT : css::drawing::TextHorizontalAdjust_BLOCK);
     SetProp(ps, "TextAutoGrowWidth", fit && !wrap);
   }
   shape.shape->setPosition(corner);

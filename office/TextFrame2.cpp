@@ -1,11 +1,22 @@
 #include "TextFrame2.h"
 
+#include <com/sun/star/drawing/TextHorizontalAdjust.hpp>
 #include <com/sun/star/text/XText.hpp>
 
 #include "MsoConstants.h"
 #include "Uno.h"
 
 namespace nivarel::office {
+
+int TextFrame2::HorizontalAnchor() const {
+  return Call("TextFrame2.HorizontalAnchor", [&] {
+    switch (GetProp<css::drawing::TextHorizontalAdjust>(shape_->Props(), "TextHorizontalAdjust")) {
+      case css::drawing::TextHorizontalAdjust_BLOCK: return msoAnchorNone;
+      case css::drawing::TextHorizontalAdjust_CENTER: return msoAnchorCenter;
+      default: return msoAnchorLeft;
+    }
+  });
+}
 
 int TextFrame2::WordWrap() const {
   return Call("TextFrame2.WordWrap", [&] { return GetProp<bool>(shape_->Props(), "TextWordWrap") ? msoTrue : msoFalse; });

@@ -16,6 +16,9 @@ class TextFrame2 {
   void SetWordWrap(int value);
   int AutoSize() const;  // msoAutoSizeNone or msoAutoSizeShapeToFitText
   void SetAutoSize(int value);
+  // How the office places the text block across the shape: msoAnchorNone
+  // when it spans the shape, msoAnchorCenter or msoAnchorLeft (or right, also told as Left).
+  int HorizontalAnchor() const;
   std::string Text() const;
   void SetText(const std::string& text);
 

@@ -133,6 +133,9 @@ TEST_F(ShapeSizingTest, TextsOfEveryKindComeOutInWholeRows) {
       EXPECT_NEAR(ws_->GetRange("E5").Top(), shape->Top(), 0.02) << c.name << " as " << type;
       std::string kept = shape->GetTextFrame().GetCharacters().Text();
       EXPECT_EQ(c.text.empty() ? " " : c.text, kept) << c.name << " as " << type << ": the text as typed";
+      // Sized, the text block spans the shape again: centred paragraphs
+      // are drawn centred in it.
+      EXPECT_EQ(office::msoAnchorNone, shape->GetTextFrame2().HorizontalAnchor()) << c.name << " as " << type;
     }
   }
 }
