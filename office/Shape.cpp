@@ -102,8 +102,16 @@ int AutoTypeOf(const ShapeImpl& s) {
   return msoShapeMixed;
 }
 
-// The cell under a point of the sheet (1/100 mm), found by halving.
+// The office keeps positions in 1/100 mm and row heights in twips, so an
+// edge put on a cell boundary may land a hair before it: within this
+// (0.1 pt) it counts as on the boundary.
+constexpr sal_Int32 kOnTheBoundary = 4;
+
+// The cell under a point of the sheet (1/100 mm), found by halving; a point
+// on a boundary is in the cell that begins there.
 Range CellAt(const std::shared_ptr<SheetRef>& sheet, sal_Int32 x, sal_Int32 y) {
+  x += kOnTheBoundary;
+  y += kOnTheBoundary;
   auto posOf = [&](int col, int row) {
     Reference<css::beans::XPropertySet> ps(sheet->sheet->getCellByPosition(col, row), uno::UNO_QUERY_THROW);
     return GetProp<css::awt::Point>(ps, "Position");

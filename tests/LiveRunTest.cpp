@@ -3,6 +3,8 @@
 // before, and the cursor goes where the next step belongs.
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include <filesystem>
 #include <fstream>
 
@@ -72,6 +74,18 @@ class LiveRunTest : public testing::AddinFixture {
   rules::CConfig config_;
   std::unique_ptr<flowcharting::CInteractiveFlowcharter> run_;
 };
+
+TEST_F(LiveRunTest, IdenticalStepsAreDrawnAtEqualGaps) {
+  Start();
+  for (int i = 0; i < 30; ++i) Step("check the order");
+  std::vector<Shape> symbols = Symbols();
+  ASSERT_EQ(31u, symbols.size());
+  // Measured in points, not through the cell lookup that places them.
+  double row = sheet_->GetRange("A1").Height();
+  std::vector<long> gaps;
+  for (size_t i = 2; i < symbols.size(); ++i) gaps.push_back(std::lround((symbols[i].Top() - symbols[i - 1].Top()) / row));
+  for (size_t i = 1; i < gaps.size(); ++i) EXPECT_EQ(gaps[0], gaps[i]) << "gap " << i + 1 << " in rows";
+}
 
 TEST_F(LiveRunTest, TypedStepsBecomeJoinedSymbolsAndTheCursorMovesOn) {
   Start();
