@@ -12,6 +12,7 @@
 
 #include "Draw.h"
 #include "HostError.h"
+#include "MErrorHandler.h"
 #include "MsoConstants.h"
 #include "OfficeProcess.h"
 #include "ShapeListing.h"
@@ -22,14 +23,40 @@ using namespace nivarel::driver;
 
 namespace {
 
-int Usage() {
-  std::fprintf(stderr,
-               "usage: nivarel draw STEPS -o OUT [-o OUT...] [--png PICTURE] [--start CELL] [--config FILE]\n"
-               "                               type each line of STEPS (- for standard input) into the cell the\n"
-               "                               run selects, stop the run and save OUT (.ods or .xlsx)\n"
-               "       nivarel demo [OUTDIR]   draw a small flowchart and save OUTDIR/demo.ods and demo.xlsx\n"
-               "       nivarel shapes FILE     list the shapes of FILE's first sheet, one JSON object a line\n");
-  return 2;
+const char kDrawUsage[] =
+    "usage: nivarel draw STEPS -o OUT [-o OUT...] [--png PICTURE] [--start CELL] [--config FILE]\n"
+    "  Types each line of STEPS (- for standard input) into the cell the run selects,\n"
+    "  stops the run and saves OUT (.ods or .xlsx); --png also writes a picture.\n";
+const char kDemoUsage[] =
+    "usage: nivarel demo [OUTDIR]\n"
+    "  Draws a small flowchart and saves OUTDIR/demo.ods and demo.xlsx (OUTDIR: out).\n";
+const char kShapesUsage[] =
+    "usage: nivarel shapes FILE\n"
+    "  Lists the shapes of FILE's first sheet, one JSON object a line.\n";
+
+// The whole usage: on standard output when asked for (exit 0), on standard
+// error after a mistake (exit 2).
+int Usage(bool asked) {
+  FILE* out = asked ? stdout : stderr;
+  std::fprintf(out,
+               "usage: nivarel COMMAND [ARGS]   (nivarel COMMAND --help for more)\n"
+               "  draw STEPS -o OUT ...   draw a flowchart live from a list of steps\n"
+               "  demo [OUTDIR]           draw a small flowchart and save it\n"
+               "  shapes FILE             list the shapes of a saved sheet as JSON lines\n"
+               "  --help, --version\n");
+  return asked ? 0 : 2;
+}
+
+// A command's own usage, likewise.
+int CommandUsage(const char* text, bool asked) {
+  std::fputs(text, asked ? stdout : stderr);
+  return asked ? 0 : 2;
+}
+
+bool AsksForHelp(int argc, char** argv) {
+  for (int i = 2; i < argc; ++i)
+    if (!std::strcmp(argv[i], "--help") || !std::strcmp(argv[i], "-h")) return true;
+  return false;
 }
 
 int Demo(const std::string& outDir, const std::string& extension) {
@@ -67,8 +94,19 @@ int Demo(const std::string& outDir, const std::string& extension) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc < 2) return Usage();
+  if (argc < 2) return Usage(false);
   std::string command = argv[1];
+  if (command == "--help" || command == "-h" || command == "help") return Usage(true);
+  if (command == "--version") {
+    std::printf("nivarel %d.%d.%d\n", nivarel::host::kVersionMajor, nivarel::host::kVersionMinor,
+                nivarel::host::kVersionRevision);
+    return 0;
+  }
+  if (AsksForHelp(argc, argv)) {
+    if (command == "draw") return CommandUsage(kDrawUsage, true);
+    if (command == "demo") return CommandUsage(kDemoUsage, true);
+    if (command == "shapes") return CommandUsage(kShapesUsage, true);
+  }
   const char* ext = std::getenv("NIVAREL_OXT");
   std::string extension = ext && *ext ? ext : NIVAREL_OXT;
   try {
@@ -87,13 +125,19 @@ int main(int argc, char** argv) {
         else if (arg == "--png") options.picture = value();
         else if (arg == "--start") options.start = value();
         else if (arg == "--config") options.config = value();
-        else if (options.steps.empty()) options.steps = arg;
-        else return Usage();
+        else if (options.steps.empty() && (arg == "-" || arg[0] != '-')) options.steps = arg;
+        else {
+          std::fprintf(stderr, "nivarel draw: unexpected argument '%s'\n", arg.c_str());
+          return CommandUsage(kDrawUsage, false);
+        }
       }
-      if (options.steps.empty() || options.outputs.empty()) return Usage();
+      if (options.steps.empty() || options.outputs.empty()) return CommandUsage(kDrawUsage, false);
       return nivarel::cli::Draw(options, std::cin, std::cout, std::cerr);
     }
-    if (command == "shapes" && argc == 3) return nivarel::cli::ListShapesInFile(argv[2], std::cout, std::cerr);
+    if (command == "shapes") {
+      if (argc != 3) return CommandUsage(kShapesUsage, false);
+      return nivarel::cli::ListShapesInFile(argv[2], std::cout, std::cerr);
+    }
   } catch (const HostError& e) {
     std::fprintf(stderr, "nivarel: %s\n", e.Description().c_str());
     return 1;
@@ -101,5 +145,6 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "nivarel: %s\n", e.what());
     return 1;
   }
-  return Usage();
+  std::fprintf(stderr, "nivarel: unknown command '%s'\n", command.c_str());
+  return Usage(false);
 }
