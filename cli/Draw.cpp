@@ -116,17 +116,25 @@ int Draw(const DrawOptions& options, std::istream& in, std::ostream& out, std::o
     err << "nivarel: cannot read the settings file '" << options.config << "'\n";
     return 1;
   }
+  if (!options.symbols.empty() && !fs::is_regular_file(options.symbols)) {
+    err << "nivarel: cannot read the symbol rules '" << options.symbols << "'\n";
+    return 1;
+  }
 
-  // The run's settings live in a folder of this command's own, which the
-  // office started below shares.
+  // The run works on copies of the user's own settings (or of the files
+  // given), in a folder of this command's own that the office started below
+  // shares: the user's files stay as they are. Missing ones come from the
+  // shipped files, as in the add-in.
+  fs::path user = fs::path(GetAppDataPath()) / "Tamrisk" / "Nivarel";
+  std::string settings = options.config.empty() ? (user / "nivarel.cfg").string() : options.config;
+  std::string rules = options.symbols.empty() ? (user / "symbols.ini").string() : options.symbols;
   fs::path home = fs::temp_directory_path() / ("nivarel-draw-" + std::to_string(::getpid()));
   fs::create_directories(home);
   setenv("XDG_CONFIG_HOME", home.c_str(), 1);
   SetInstallFolder(options.shipped);
-  if (!options.config.empty()) {
-    fs::path folder = NivarelFolder(home.string());
-    fs::copy_file(options.config, folder / "nivarel.cfg", fs::copy_options::overwrite_existing);
-  }
+  fs::path folder = NivarelFolder(home.string());
+  if (fs::is_regular_file(settings)) fs::copy_file(settings, folder / "nivarel.cfg", fs::copy_options::overwrite_existing);
+  if (fs::is_regular_file(rules)) fs::copy_file(rules, folder / "symbols.ini", fs::copy_options::overwrite_existing);
   rules::CConfig config;
   config.LoadConfigData();
   if (!options.start.empty()) {

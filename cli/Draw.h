@@ -13,7 +13,8 @@ struct DrawOptions {
   std::vector<std::string> outputs;  // .ods or .xlsx, one file each
   std::string picture;  // a .png of the sheet, or empty
   std::string start;    // the first cell, or empty for the settings' own
-  std::string config;   // a nivarel.cfg to run with, or empty for the shipped one
+  std::string config;   // a nivarel.cfg to run with, or empty for the user's own
+  std::string symbols;  // a symbols.ini to run with, or empty for the user's own
   std::string extension;
   std::string shipped;  // the folder holding the shipped nivarel.cfg and symbols.ini
 };

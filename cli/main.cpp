@@ -25,8 +25,11 @@ namespace {
 
 const char kDrawUsage[] =
     "usage: nivarel draw STEPS -o OUT [-o OUT...] [--png PICTURE] [--start CELL] [--config FILE]\n"
+    "                    [--symbols FILE]\n"
     "  Types each line of STEPS (- for standard input) into the cell the run selects,\n"
-    "  stops the run and saves OUT (.ods or .xlsx); --png also writes a picture.\n";
+    "  stops the run and saves OUT (.ods or .xlsx); --png also writes a picture.\n"
+    "  The run uses the user's own nivarel.cfg and symbols.ini ($XDG_CONFIG_HOME/Tamrisk/Nivarel)\n"
+    "  unless --config or --symbols names others; the user's files are not changed.\n";
 const char kDemoUsage[] =
     "usage: nivarel demo [OUTDIR]\n"
     "  Draws a small flowchart and saves OUTDIR/demo.ods and demo.xlsx (OUTDIR: out).\n";
@@ -125,6 +128,7 @@ int main(int argc, char** argv) {
         else if (arg == "--png") options.picture = value();
         else if (arg == "--start") options.start = value();
         else if (arg == "--config") options.config = value();
+        else if (arg == "--symbols") options.symbols = value();
         else if (options.steps.empty() && (arg == "-" || arg[0] != '-')) options.steps = arg;
         else {
           std::fprintf(stderr, "nivarel draw: unexpected argument '%s'\n", arg.c_str());

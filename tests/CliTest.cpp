@@ -290,6 +290,34 @@ TEST_F(CliTest, DrawTypesEachStepIntoTheRunAndSavesTheChart) {
   }
 }
 
+TEST_F(CliTest, DrawRunsWithTheUsersOwnSettingsAndLeavesThemAsTheyWere) {
+  std::string folder = ConfigHome() + "/Tamrisk/Nivarel";
+  std::filesystem::create_directories(folder);
+  std::string path = folder + "/nivarel.cfg";
+  std::optional<std::string> before;
+  if (std::ifstream in{path}) before = std::string((std::istreambuf_iterator<char>(in)), {});
+  std::ifstream shipped(NIVAREL_SOURCE_DIR "/extension/nivarel.cfg");
+  std::string cfg((std::istreambuf_iterator<char>(shipped)), std::istreambuf_iterator<char>());
+  cfg = std::regex_replace(cfg, std::regex("QuestionMarkIsDecision=True"), "QuestionMarkIsDecision=False");
+  std::ofstream(path) << cfg;
+
+  std::string steps = folder_ + "/question.txt";
+  std::ofstream(steps) << "is it ok?\n";
+  std::string out = folder_ + "/question.ods";
+  CommandRun drawn = Run("draw '" + steps + "' -o '" + out + "'");
+  std::ifstream after(path);
+  std::string kept((std::istreambuf_iterator<char>(after)), {});
+  if (before) std::ofstream(path) << *before; else std::filesystem::remove(path);
+
+  ASSERT_EQ(0, drawn.exitCode) << drawn.output;
+  EXPECT_EQ(cfg, kept) << "the user's settings are not changed";
+  std::vector<json> symbols = Symbols(Parse(ListShapes(out)));
+  ASSERT_LE(2u, symbols.size()) << drawn.output;
+  EXPECT_EQ("Is it ok?", symbols[1]["text"]);
+  EXPECT_EQ(61, symbols[1]["autoshape"]) << "a question mark makes no decision in the user's settings";
+  ExpectNothingLeftBehind();
+}
+
 TEST_F(CliTest, DrawFollowsTheGivenSettingsAndRefusesBadInput) {
   // The shipped settings with the flow running left to right.
   std::ifstream shipped(NIVAREL_SOURCE_DIR "/extension/nivarel.cfg");
