@@ -82,6 +82,11 @@ std::string DescribeShape(const office::Shape& shape) {
   line.Points("width", shape.Width());
   line.Points("height", shape.Height());
   line.Text("text", TextOf(shape));
+  try {
+    if (int style = shape.ShapeStyle()) line.Number("style", style);
+  } catch (const HostError&) {
+    // A shape without a style id.
+  }
   if (connector) {
     office::ConnectorFormat glue = shape.GetConnectorFormat();
     line.Name("begin", NameOf(glue.BeginConnectedShape()));

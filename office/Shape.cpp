@@ -318,10 +318,26 @@ FillFormat Shape::Fill() const { return FillFormat(impl_); }
 LineFormat Shape::Line() const { return LineFormat(impl_); }
 ShadowFormat Shape::Shadow() const { return ShadowFormat(impl_); }
 
+namespace {
+
+// The add-in's attributes are saved in a namespace of its own, so that the
+// files stay valid OpenDocument: "nivarel-shape-style" is written as
+// "nivarel:shape-style". Files written before carry the plain name.
+constexpr char kAttributeNamespace[] = "urn:org.nivarel:shape:1";
+OUString QualifiedName(const char* key) {
+  std::string k(key);
+  if (k.rfind("nivarel-", 0) == 0) k[7] = ':';
+  return ToOu(k);
+}
+
+}  // namespace
+
 int GetShapeAttribute(const ShapeImpl& shape, const char* key, int fallback) {
   Reference<css::container::XNameContainer> attrs(shape.Props()->getPropertyValue("UserDefinedAttributes"), uno::UNO_QUERY);
-  OUString name = OUString::createFromAscii(key);
-  if (!attrs.is() || !attrs->hasByName(name)) return fallback;
+  if (!attrs.is()) return fallback;
+  OUString name = QualifiedName(key);
+  if (!attrs->hasByName(name)) name = OUString::createFromAscii(key);
+  if (!attrs->hasByName(name)) return fallback;
   css::xml::AttributeData d;
   attrs->getByName(name) >>= d;
   return d.Value.isEmpty() ? fallback : d.Value.toInt32();
@@ -330,9 +346,11 @@ int GetShapeAttribute(const ShapeImpl& shape, const char* key, int fallback) {
 void SetShapeAttribute(const ShapeImpl& shape, const char* key, int value) {
   auto ps = shape.Props();
   Reference<css::container::XNameContainer> attrs(ps->getPropertyValue("UserDefinedAttributes"), uno::UNO_QUERY_THROW);
-  OUString name = OUString::createFromAscii(key);
+  OUString name = QualifiedName(key), plain = OUString::createFromAscii(key);
+  if (plain != name && attrs->hasByName(plain)) attrs->removeByName(plain);
   css::xml::AttributeData d;
   d.Type = "CDATA";
+  d.Namespace = kAttributeNamespace;
   d.Value = OUString::number(value);
   if (attrs->hasByName(name)) attrs->replaceByName(name, uno::Any(d));
   else attrs->insertByName(name, uno::Any(d));

@@ -218,6 +218,18 @@ TEST_F(CliTest, HelpAndVersionGoToStandardOutputAndMistakesToStandardError) {
   }
 }
 
+TEST_F(CliTest, AFileSavedWithPlainAttributeNamesStillReadsItsStyles) {
+  // Saved by an earlier build, whose shape attributes had no namespace.
+  std::vector<json> shapes = Parse(ListShapes(NIVAREL_SOURCE_DIR "/tests/data/plain-attributes.ods"));
+  ASSERT_EQ(9u, shapes.size());
+  for (const json& s : shapes) {
+    if (s.contains("begin"))
+      EXPECT_EQ(10009, s.value("style", 0)) << s.dump();
+    else
+      EXPECT_LT(0, s.value("style", 0)) << s.dump();
+  }
+}
+
 TEST_F(CliTest, AFileItCannotReadFailsWithAMessageAndLeavesNoOffice) {
   CommandRun missing = ListShapes(folder_ + "/no such file.ods");
   EXPECT_EQ(1, missing.exitCode);
@@ -247,6 +259,24 @@ TEST_F(CliTest, AFileItCannotReadFailsWithAMessageAndLeavesNoOffice) {
 }
 
 
+// The attributes without a namespace prefix in a member of a saved package.
+std::vector<std::string> PlainAttributes(const std::string& package, const std::string& member) {
+  std::string xml;
+  if (FILE* p = popen(("unzip -p '" + package + "' " + member).c_str(), "r")) {
+    char buffer[65536];
+    for (size_t n; (n = fread(buffer, 1, sizeof buffer, p)) > 0;) xml.append(buffer, n);
+    pclose(p);
+  }
+  EXPECT_FALSE(xml.empty()) << member << " of " << package;
+  // The XML declaration's pseudo-attributes are not attributes.
+  if (xml.rfind("<?xml", 0) == 0) xml.erase(0, xml.find("?>"));
+  std::vector<std::string> plain;
+  std::regex attribute(R"(\s([A-Za-z_][\w.\-]*)(:[\w.\-]+)?=")");
+  for (std::sregex_iterator i(xml.begin(), xml.end(), attribute), end; i != end; ++i)
+    if (!(*i)[2].matched) plain.push_back((*i)[1]);
+  return plain;
+}
+
 // The symbols of a listing, connectors and labels left out, groups by their
 // first member (a decision grouped with its labels).
 std::vector<json> Symbols(const std::vector<json>& shapes) {
@@ -267,6 +297,9 @@ TEST_F(CliTest, DrawTypesEachStepIntoTheRunAndSavesTheChart) {
   EXPECT_TRUE(std::filesystem::file_size(folder_ + "/drawn.png") > 1000) << "a picture of the drawing";
   ExpectNothingLeftBehind();
 
+  for (const char* member : {"content.xml", "styles.xml"})
+    EXPECT_EQ(std::vector<std::string>(), PlainAttributes(out, member)) << member << ": valid OpenDocument";
+
   std::vector<json> shapes = Parse(ListShapes(out));
   std::vector<json> symbols = Symbols(shapes);
   ASSERT_EQ(5u, symbols.size()) << drawn.output;
@@ -282,6 +315,8 @@ TEST_F(CliTest, DrawTypesEachStepIntoTheRunAndSavesTheChart) {
   for (const json& s : shapes)
     if (s.contains("begin") && !s["begin"].is_null() && !s["end"].is_null()) lines.emplace_back(s["begin"], s["end"]);
   EXPECT_EQ(4u, lines.size());
+  for (const json& s : shapes)
+    if (s.contains("begin")) EXPECT_EQ(10009, s.value("style", 0)) << "the line style id read back from the file";
   for (size_t i = 0; i + 1 < symbols.size(); ++i) {
     std::string from = symbols[i].contains("members") ? symbols[i]["members"][0] : symbols[i]["name"];
     std::string to = symbols[i + 1].contains("members") ? symbols[i + 1]["members"][0] : symbols[i + 1]["name"];
