@@ -215,9 +215,19 @@ void CEventHandler::StopInteractiveFlowcharting(bool fromWorkbookEvent) {
 }
 
 // The tools behind these commands arrive one by one; until then a command
-// that reaches its operation does nothing.
-void CEventHandler::ApplyStyles() {}
-void CEventHandler::CreateFlowchartKey() {}
+// that reaches its operation says so.
+namespace {
+void NotInThisVersion(const std::string& tool) {
+  try {
+    MsgBox("\"" + tool + "\" is not available in this version of Nivarel.", vbInformation);
+  } catch (...) {
+    ErrorHandler(kSource, "NotInThisVersion", false);
+  }
+}
+}  // namespace
+
+void CEventHandler::ApplyStyles() { NotInThisVersion("Default Styles"); }
+void CEventHandler::CreateFlowchartKey() { NotInThisVersion("Create a Symbol Key"); }
 void CEventHandler::CreateWorksheetGrid() {
   try {
     auto book = ExcelApp ? ExcelApp->ActiveWorkbook() : std::nullopt;
@@ -228,23 +238,23 @@ void CEventHandler::CreateWorksheetGrid() {
     ErrorHandler(kSource, "CreateWorksheetGrid", false);
   }
 }
-void CEventHandler::ExtractText() {}
-void CEventHandler::InsertFlowLine() {}
-void CEventHandler::InsertBranch() {}
-void CEventHandler::InsertGroupBox() {}
-void CEventHandler::ExportImage() {}
+void CEventHandler::ExtractText() { NotInThisVersion("Extract Flowchart Text"); }
+void CEventHandler::InsertFlowLine() { NotInThisVersion("Insert Flow Line"); }
+void CEventHandler::InsertBranch() { NotInThisVersion("Insert Branch"); }
+void CEventHandler::InsertGroupBox() { NotInThisVersion("Insert Group Box"); }
+void CEventHandler::ExportImage() { NotInThisVersion("Export as Picture"); }
 // Needs the about box.
 void CEventHandler::ShowAbout() {
   dialogs::frmAbout form;
   form.Display();
 }
-void CEventHandler::ShowFlowchartWizard() {}
-void CEventHandler::ShowHelpContents() {}
-void CEventHandler::ShowSettings() {}
-void CEventHandler::ShowShapeSelectionForm() {}
-void CEventHandler::ShowStyleWizard() {}
-void CEventHandler::ShowTemplateGeneratorForm() {}
-void CEventHandler::ShowTemplateSelectionForm() {}
+void CEventHandler::ShowFlowchartWizard() { NotInThisVersion("Flowchart Wizard"); }
+void CEventHandler::ShowHelpContents() { NotInThisVersion("Help Contents"); }
+void CEventHandler::ShowSettings() { NotInThisVersion("Settings"); }
+void CEventHandler::ShowShapeSelectionForm() { NotInThisVersion("Shape Selection Tool"); }
+void CEventHandler::ShowStyleWizard() { NotInThisVersion("Style Wizard"); }
+void CEventHandler::ShowTemplateGeneratorForm() { NotInThisVersion("Create a Template"); }
+void CEventHandler::ShowTemplateSelectionForm() { NotInThisVersion("Load Template"); }
 
 void CEventHandler::CheckForUpdates() {
   try {

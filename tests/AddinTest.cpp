@@ -95,6 +95,23 @@ TEST_F(AddinTest, UnknownCommandsDoNothing) {
   EXPECT_EQ(1, std::count(log.begin(), log.end(), '\n')) << log;
 }
 
+TEST_F(AddinTest, ACommandWhoseToolIsNotInThisVersionSaysSo) {
+  const std::pair<const char*, const char*> commands[] = {
+      {"ApplyStyles", "Default Styles"}, {"CreateKey", "Create a Symbol Key"},
+      {"ExtractText", "Extract Flowchart Text"}, {"InsertFlowLine", "Insert Flow Line"},
+      {"InsertBranch", "Insert Branch"}, {"InsertGroupBox", "Insert Group Box"},
+      {"SavePicture", "Export as Picture"}, {"FlowchartWizard", "Flowchart Wizard"},
+      {"HelpContents", "Help Contents"}, {"NivarelSettings", "Settings"},
+      {"ShapeSelectionTool", "Shape Selection Tool"}, {"StyleWizard", "Style Wizard"},
+      {"CreateTemplate", "Create a Template"}, {"LoadTemplate", "Load Template"}};
+  for (const auto& [id, caption] : commands)
+    EXPECT_EQ(std::make_pair(std::string("Nivarel"),
+                             "\"" + std::string(caption) + "\" is not available in this version of Nivarel."),
+              CommandMessage(std::string("vnd.nivarel:rxNivarel") + id))
+        << id;
+  EXPECT_EQ("", ReadLogFile());
+}
+
 TEST_F(AddinTest, ACellBeingEditedBlocksEveryCommand) {
   auto commands = MenuCommands();
   ASSERT_GE(commands.size(), 27u);
