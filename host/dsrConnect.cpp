@@ -150,13 +150,11 @@ void dsrConnect::Dispatch(Command command) {
       break;
     case Command::ShowFlowchartWizard: h.ShowFlowchartWizard(); break;
     case Command::StopInteractiveFlowcharting:
+      // The workbook stays watched, so that saving the chart as .xlsx later
+      // still repairs its connectors.
       h.StopInteractiveFlowcharting(false);
       InvalidateRibbonContols();
       InvalidateFeatureRibbonControls();
-      try {
-        WatchWorkbook(std::nullopt);
-      } catch (...) {
-      }
       break;
     case Command::ShowSettings: h.ShowSettings(); break;
     case Command::ShowTemplateGeneratorForm: h.ShowTemplateGeneratorForm(); break;
@@ -188,7 +186,21 @@ void dsrConnect::WatchWorkbook(const std::optional<Workbook>& workbook) {
   m_WorkbookEvents.Reset();
   CurrentWorkbook = workbook;
   if (!CurrentWorkbook) return;
-  m_WorkbookEvents = CurrentWorkbook->OnEvent([this](Workbook::Event) { InterruptFlowchartSession(); });
+  m_WorkbookEvents = CurrentWorkbook->OnEvent([this](Workbook::Event e) {
+    if (e == Workbook::Event::AfterSave)
+      RepairSavedWorkbook();
+    else
+      InterruptFlowchartSession();
+  });
+}
+
+void dsrConnect::RepairSavedWorkbook() {
+  try {
+    if (CurrentWorkbook) CurrentWorkbook->RepairSavedConnectors();
+  } catch (...) {
+    ErrObject e = CurrentError();
+    LogEvent(kSource, "RepairSavedWorkbook", "Error (" + std::to_string(e.Number) + "), " + e.Description);
+  }
 }
 
 void dsrConnect::InterruptFlowchartSession() {

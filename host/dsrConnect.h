@@ -43,7 +43,11 @@ class dsrConnect {
   // Ends a running flowcharting session because its workbook is being closed,
   // printed or saved; the office's action goes on.
   void InterruptFlowchartSession();
-  // The workbook whose closing, printing or saving interrupts a session.
+  // After the watched workbook was saved as .xlsx, makes the file's
+  // connectors name the shapes they are glued to; a failure is logged.
+  void RepairSavedWorkbook();
+  // The workbook whose closing, printing or saving interrupts a session; it
+  // stays watched after the session until the next one starts.
   void WatchWorkbook(const std::optional<office::Workbook>& workbook);
   bool WatchingWorkbook() const { return CurrentWorkbook.has_value(); }
 

@@ -20,6 +20,11 @@
 #include <osl/file.hxx>
 
 #include "Border.h"
+#include "ConnectorFormat.h"
+#include "MsoConstants.h"
+#include "Shape.h"
+#include "Shapes.h"
+#include "XlsxConnectors.h"
 #include "Uno.h"
 
 namespace nivarel::office {
@@ -116,6 +121,45 @@ void Workbook::SaveAs(const std::string& path) {
     // The document becomes that file, as after the user's Save As.
     store->storeAsURL(ToOu("file://" + std::filesystem::absolute(path).string()), args);
   });
+  RepairSavedConnectors();
+}
+
+void Workbook::RepairSavedConnectors() {
+  std::string path;
+  Call("Workbook.SaveAs", [&] {
+    auto model = impl_->Model();
+    OUString filter;
+    for (const auto& a : model->getArgs())
+      if (a.Name == "FilterName") a.Value >>= filter;
+    OUString system;
+    if (!filter.startsWith("Calc MS Excel 2007") || model->getURL().isEmpty() ||
+        osl::FileBase::getSystemPathFromFileURL(model->getURL(), system) != osl::FileBase::E_None)
+      return;
+    path = ToUtf8(system);
+  });
+  if (path.empty()) return;
+  std::vector<std::vector<XlsxConnectors::Connector>> sheets;
+  for (int i = 1, n = SheetCount(); i <= n; ++i) {
+    auto& glued = sheets.emplace_back();
+    std::vector<Shape> pending;
+    Shapes shapes = Sheet(i).GetShapes();
+    for (int k = 1, m = shapes.Count(); k <= m; ++k) pending.push_back(shapes.Item(k));
+    while (!pending.empty()) {
+      Shape s = pending.back();
+      pending.pop_back();
+      if (s.Type() == msoGroup) {
+        for (auto& member : s.GroupItems()) pending.push_back(member);
+        continue;
+      }
+      if (!s.Connector()) continue;
+      ConnectorFormat c = s.GetConnectorFormat();
+      XlsxConnectors::Connector entry{s.Name(), {}, {}};
+      if (auto b = c.BeginConnectedShape()) entry.begin = {b->Name(), c.BeginConnectionSite()};
+      if (auto e = c.EndConnectedShape()) entry.end = {e->Name(), c.EndConnectionSite()};
+      glued.push_back(entry);
+    }
+  }
+  XlsxConnectors(std::move(sheets)).Rewrite(path);
 }
 
 void Workbook::PrintOut(const std::string& path) {
@@ -189,6 +233,8 @@ class DocumentEvents : public cppu::WeakImplHelper1<css::document::XDocumentEven
         f_(Workbook::Event::BeforePrint);
       else if (n == "OnSave" || n == "OnSaveAs")
         f_(Workbook::Event::BeforeSave);
+      else if (n == "OnSaveDone" || n == "OnSaveAsDone")
+        f_(Workbook::Event::AfterSave);
     });
   }
   void SAL_CALL disposing(const css::lang::EventObject&) override {}

@@ -31,6 +31,10 @@ class Workbook {
   // Saves under path, which the document then stands for; the format follows the extension (.ods, .xlsx, .xls,
   // .xltx, .xlt, .ots).
   void SaveAs(const std::string& path);
+  // After the office saved this document as .xlsx or .xltx: rewrites the
+  // file so that other programs see each connector glued to its shapes (see
+  // XlsxConnectors). Does nothing for other formats or an unsaved document.
+  void RepairSavedConnectors();
   // Prints the whole document into the file at path instead of to a printer,
   // and returns when the printing is done; the document's print event fires.
   void PrintOut(const std::string& path);
@@ -39,9 +43,10 @@ class Workbook {
   void Activate();
   bool SameAs(const Workbook& other) const;
 
-  enum class Event { BeforeClose, BeforePrint, BeforeSave };
-  // Called before the document closes, prints or saves; the office's action goes on. A close is
-  // told once, whether the user or a program closes the document.
+  enum class Event { BeforeClose, BeforePrint, BeforeSave, AfterSave };
+  // Called before the document closes, prints or saves, and after it was saved
+  // under its own location; the office's action goes on. A close is told once,
+  // whether the user or a program closes the document.
   Subscription OnEvent(std::function<void(Event)> handler);
 
   const std::shared_ptr<WorkbookImpl>& Impl() const { return impl_; }

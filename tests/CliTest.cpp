@@ -17,6 +17,7 @@
 
 #include "MsoConstants.h"
 #include "OfficeTest.h"
+#include "SavedXlsx.h"
 #include "Shapes.h"
 
 using namespace nivarel::office;
@@ -261,13 +262,7 @@ TEST_F(CliTest, AFileItCannotReadFailsWithAMessageAndLeavesNoOffice) {
 
 // The attributes without a namespace prefix in a member of a saved package.
 std::vector<std::string> PlainAttributes(const std::string& package, const std::string& member) {
-  std::string xml;
-  if (FILE* p = popen(("unzip -p '" + package + "' " + member).c_str(), "r")) {
-    char buffer[65536];
-    for (size_t n; (n = fread(buffer, 1, sizeof buffer, p)) > 0;) xml.append(buffer, n);
-    pclose(p);
-  }
-  EXPECT_FALSE(xml.empty()) << member << " of " << package;
+  std::string xml = PackageMember(package, member);
   // The XML declaration's pseudo-attributes are not attributes.
   if (xml.rfind("<?xml", 0) == 0) xml.erase(0, xml.find("?>"));
   std::vector<std::string> plain;
@@ -323,6 +318,27 @@ TEST_F(CliTest, DrawTypesEachStepIntoTheRunAndSavesTheChart) {
     EXPECT_NE(lines.end(), std::find(lines.begin(), lines.end(), std::make_pair(from, to))) << from << " to " << to;
     EXPECT_LT(symbols[i]["top"].get<double>(), symbols[i + 1]["top"].get<double>());
   }
+}
+
+TEST_F(CliTest, DrawSavesAnXlsxWhoseLinesNameTheShapesTheyAreGluedTo) {
+  std::string xlsx = folder_ + "/order.xlsx", ods = folder_ + "/order.ods";
+  CommandRun drawn = Run("draw '" NIVAREL_SOURCE_DIR "/examples/order.txt' -o '" + xlsx + "' -o '" + ods + "'");
+  ASSERT_EQ(0, drawn.exitCode) << drawn.output;
+  std::map<std::string, json> listed;  // the connectors as the office reads them from the .ods
+  for (const json& s : Parse(ListShapes(ods)))
+    if (s.contains("begin")) listed[s["name"]] = s;
+  std::vector<XlsxConnector> saved = XlsxConnectorsOf(xlsx);
+  ASSERT_EQ(listed.size(), saved.size()) << "every flow line is in the .xlsx";
+  ASSERT_LE(12u, saved.size());
+  for (const XlsxConnector& c : saved) {
+    ASSERT_TRUE(listed.count(c.name)) << c.name << " keeps its name";
+    const json& l = listed[c.name];
+    EXPECT_EQ(l["begin"], c.begin) << c.name;
+    EXPECT_EQ(l["end"], c.end) << c.name;
+    EXPECT_EQ(l["begin_site"], c.beginSite) << c.name;
+    EXPECT_EQ(l["end_site"], c.endSite) << c.name;
+  }
+  ExpectNothingLeftBehind();
 }
 
 TEST_F(CliTest, DrawRunsWithTheUsersOwnSettingsAndLeavesThemAsTheyWere) {

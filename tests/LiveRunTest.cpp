@@ -7,6 +7,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <map>
 
 #include "AddinFixture.h"
 #include "AddinProbe.h"
@@ -16,6 +17,7 @@
 #include "Interior.h"
 #include "MsoConstants.h"
 #include "Range.h"
+#include "SavedXlsx.h"
 #include "Shape.h"
 #include "Shapes.h"
 #include "UserSettings.h"
@@ -308,6 +310,63 @@ TEST_F(MenuRunTest, SavingTheWorkbookEndsTheRunQuietly) {
   Ui().TypeIntoCell("H20", "after the run");
   EXPECT_EQ(3, shapes.Count()) << "the run no longer listens";
   EXPECT_EQ("after the run", sheet_->GetRange("H20").Value());
+}
+
+// A chart the user saves as .xlsx, and later saves again with the office's
+// own Save after the run: each time the file's lines name the shapes they are
+// glued to, so other programs open them glued.
+TEST_F(MenuRunTest, SavingTheChartAsXlsxKeepsItsLinesGluedInTheFile) {
+  Drive([&] { Ui().RunCommand("vnd.nivarel:rxNivarelStartFlowcharting"); }, "  Start Flowcharting",
+        [&] { Ui().PressDialogKey("RETURN"); });
+  office::Shapes shapes = sheet_->GetShapes();
+  for (int i = 0; i < 100 && shapes.Count() == 0; ++i) std::this_thread::sleep_for(std::chrono::milliseconds(50));
+  Ui().TypeIntoCell(App().ActiveCell()->Address(false), "check the order");
+  Ui().TypeIntoCell(App().ActiveCell()->Address(false), "is it complete?");
+  Drive([&] { Ui().RunCommand("vnd.nivarel:rxNivarelStopFlowcharting"); }, " Add End Terminator?",
+        [&] { Ui().PressDialogKey("RETURN"); });
+  // The lines as the office holds them glued.
+  std::map<std::string, testing::XlsxConnector> glued;
+  std::vector<office::Shape> all;
+  for (int i = 1; i <= shapes.Count(); ++i) all.push_back(shapes.Item(i));
+  for (const office::Shape& s : all) {
+    if (!s.Connector()) continue;
+    office::ConnectorFormat c = s.GetConnectorFormat();
+    glued[s.Name()] = {s.Name(), c.BeginConnectedShape()->Name(), c.EndConnectedShape()->Name(),
+                       c.BeginConnectionSite(), c.EndConnectionSite()};
+  }
+  ASSERT_EQ(3u, glued.size());
+
+  const std::string path = testing::ConfigHome() + "/menu-saved.xlsx";
+  book_->SaveAs(path);
+  Ui().TypeIntoCell("M2", "changed after the save");
+  // Where the office asks whether to keep the foreign format, the user keeps it.
+  Ui().RunCommand(".uno:Save", true);
+  auto written = [&] {
+    return testing::PackageMember(path, "xl/sharedStrings.xml", false).find("changed after") != std::string::npos;
+  };
+  for (int i = 0; i < 200 && !written(); ++i) {
+    if (Ui().WaitForModal(100)) Ui().PressDialogKey("RETURN");
+  }
+  ASSERT_TRUE(written()) << "the office saved the change";
+  ASSERT_TRUE(Ui().WaitForDocument());
+  // The add-in rewrites the file once the office has written it.
+  std::vector<testing::XlsxConnector> saved;
+  auto repaired = [&] {
+    saved = testing::XlsxConnectorsOf(path);
+    for (const auto& c : saved)
+      if (c.begin.empty() || c.end.empty()) return false;
+    return !saved.empty();
+  };
+  for (int i = 0; i < 50 && !repaired(); ++i) std::this_thread::sleep_for(std::chrono::milliseconds(100));
+  ASSERT_EQ(glued.size(), saved.size());
+  for (const auto& c : saved) {
+    ASSERT_TRUE(glued.count(c.name)) << c.name;
+    EXPECT_EQ(glued[c.name].begin, c.begin) << c.name;
+    EXPECT_EQ(glued[c.name].end, c.end) << c.name;
+    EXPECT_EQ(glued[c.name].beginSite, c.beginSite) << c.name;
+    EXPECT_EQ(glued[c.name].endSite, c.endSite) << c.name;
+  }
+  EXPECT_EQ("", host::ReadLogFile());
 }
 
 // A sheet that holds a chart restarts with the note; template frames alone
