@@ -27,7 +27,8 @@ const char kDrawUsage[] =
     "usage: nivarel draw STEPS -o OUT [-o OUT...] [--png PICTURE] [--start CELL] [--config FILE]\n"
     "                    [--symbols FILE]\n"
     "  Types each line of STEPS (- for standard input) into the cell the run selects,\n"
-    "  stops the run and saves OUT (.ods or .xlsx); --png also writes a picture.\n"
+    "  stops the run and saves OUT (.ods or .xlsx); --png also writes a picture of the chart\n"
+    "  at 2 pixels per point (144 dpi).\n"
     "  The run uses the user's own nivarel.cfg and symbols.ini ($XDG_CONFIG_HOME/Tamrisk/Nivarel)\n"
     "  unless --config or --symbols names others; the user's files are not changed.\n";
 const char kDemoUsage[] =

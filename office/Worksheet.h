@@ -45,8 +45,14 @@ class Worksheet {
   std::optional<Range> UsedRange() const;
 
   Shapes GetShapes() const;
-  // Writes a PNG picture of the sheet's drawing (every shape, as it stands).
-  void ExportDrawingPicture(const std::string& path) const;
+  // The part of the sheet a picture shows, in points.
+  struct PictureArea {
+    double left = 0, top = 0, width = 0, height = 0;
+  };
+  // Writes a PNG picture of the sheet's drawing (every shape, as it stands,
+  // with its outlines, arrowheads and shadows) at pixelsPerPoint (2 is 144
+  // dpi) and returns the area it shows.
+  PictureArea ExportDrawingPicture(const std::string& path, double pixelsPerPoint = 2) const;
   PageSetup GetPageSetup() const;
   PageBreaks HPageBreaks() const;
   PageBreaks VPageBreaks() const;

@@ -15,13 +15,16 @@
 #include "CInteractiveFlowcharter.h"
 #include "ConnectorFormat.h"
 #include "Interior.h"
+#include "LineFormat.h"
 #include "MsoConstants.h"
+#include "Picture.h"
 #include "Range.h"
 #include "SavedXlsx.h"
 #include "Shape.h"
 #include "Shapes.h"
 #include "UserSettings.h"
 #include "Window.h"
+#include "Worksheet.h"
 
 namespace nivarel {
 namespace {
@@ -87,6 +90,75 @@ TEST_F(LiveRunTest, IdenticalStepsAreDrawnAtEqualGaps) {
   std::vector<long> gaps;
   for (size_t i = 2; i < symbols.size(); ++i) gaps.push_back(std::lround((symbols[i].Top() - symbols[i - 1].Top()) / row));
   for (size_t i = 1; i < gaps.size(); ++i) EXPECT_EQ(gaps[0], gaps[i]) << "gap " << i + 1 << " in rows";
+}
+
+// Three typed steps as a picture at a known scale shows them: each flow line
+// ends in a triangle at least three line widths across, and each symbol's
+// text sits centred between its outlines.
+TEST_F(LiveRunTest, APictureOfTheChartShowsArrowheadsAndCentredText) {
+  Start();
+  for (const char* step : {"take the order", "check the stock levels", "ship it"}) Step(step);
+  const double scale = 2;  // pixels per point
+  const std::string path = testing::ConfigHome() + "/three-steps.png";
+  office::Worksheet::PictureArea area = sheet_->ExportDrawingPicture(path, scale);
+  testing::Picture picture(path);
+  ASSERT_GT(picture.Width(), 0) << "a picture was written";
+  ASSERT_NEAR(area.width * scale, picture.Width(), 1);
+  auto px = [&](double x) { return static_cast<int>(std::lround((x - area.left) * scale)); };
+  auto py = [&](double y) { return static_cast<int>(std::lround((y - area.top) * scale)); };
+
+  // The width of the ink across row y through the ink nearest column x.
+  auto across = [&](int x, int y) {
+    int at = -1;
+    for (int d = 0; d <= 3 && at < 0; ++d)
+      for (int c : {x - d, x + d})
+        if (at < 0 && picture.Inked(c, y)) at = c;
+    if (at < 0) return 0;
+    int l = at, r = at;
+    while (picture.Inked(l - 1, y)) --l;
+    while (picture.Inked(r + 1, y)) ++r;
+    return r - l + 1;
+  };
+  office::Shapes shapes = sheet_->GetShapes();
+  int lines = 0;
+  for (int i = 1; i <= shapes.Count(); ++i) {
+    Shape line = shapes.Item(i);
+    if (!line.Connector()) continue;
+    ++lines;
+    auto [bx, by] = line.GetConnectorFormat().BeginPoint();
+    auto [ex, ey] = line.GetConnectorFormat().EndPoint();
+    ASSERT_NEAR(bx, ex, 0.5) << "the steps run straight down";
+    double width = line.Line().Weight() * scale;
+    EXPECT_NEAR(width, across(px(bx), py((by + ey) / 2)), 2) << line.Name() << ": the line itself";
+    int widest = 0;
+    // Above the tip, clear of the outline of the symbol it points at.
+    for (int y = py(ey) - static_cast<int>(8 * width); y <= py(ey) - static_cast<int>(2 * width); ++y)
+      widest = std::max(widest, across(px(ex), y));
+    // A triangle three line widths across at its base covers a little less
+    // than that in any one row of pixels: one pixel is allowed for that.
+    EXPECT_GE(widest + 1, 3 * width) << line.Name() << ": the arrowhead near the end";
+    EXPECT_GE(widest, 2 * across(px(bx), py((by + ey) / 2))) << line.Name() << ": plainly wider than the line";
+  }
+  EXPECT_EQ(3, lines);
+
+  // Text pixels are dark grey; outlines and fills are coloured or light.
+  auto text = [&](int x, int y) {
+    testing::Picture::Rgb c = picture.At(x, y);
+    int hi = std::max({c.r, c.g, c.b}), lo = std::min({c.r, c.g, c.b});
+    return hi < 160 && hi - lo < 30;
+  };
+  for (const Shape& symbol : Symbols()) {
+    int mid = py(symbol.Top() + symbol.Height() / 2);
+    int left = px(symbol.Left()) - 4, right = px(symbol.Left() + symbol.Width()) + 4;
+    while (left < right && !picture.Inked(left, mid)) ++left;  // the outline's outer edges
+    while (right > left && !picture.Inked(right, mid)) --right;
+    int first = right, last = left;
+    for (int y = py(symbol.Top()); y <= py(symbol.Top() + symbol.Height()); ++y)
+      for (int x = left; x <= right; ++x)
+        if (text(x, y)) first = std::min(first, x), last = std::max(last, x);
+    ASSERT_LT(first, last) << Text(symbol) << ": its text is drawn";
+    EXPECT_NEAR((left + right) / 2.0, (first + last) / 2.0, 2) << Text(symbol) << ": centred";
+  }
 }
 
 TEST_F(LiveRunTest, TypedStepsBecomeJoinedSymbolsAndTheCursorMovesOn) {
