@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <set>
 
 #include "CConfig.h"
 #include "CShapeFormatter.h"
@@ -62,6 +63,7 @@ class ShapeStylesTest : public testing::AddinFixture {
 
 TEST_F(ShapeStylesTest, EveryStyleIdReadsBackOnTheVersion12Road) {
   rules::CConfig config = Config();
+  std::set<long> plainFills;
   for (int16_t id = 1; id <= 84; ++id) {
     SCOPED_TRACE("style " + std::to_string(id));
     Shape s = AddSymbol();
@@ -69,7 +71,25 @@ TEST_F(ShapeStylesTest, EveryStyleIdReadsBackOnTheVersion12Road) {
     else formatter_.SetStyleOnly(s, id);
     EXPECT_EQ(id, formatter_.GetShapeStyle(s));
     EXPECT_EQ(id <= 42 ? id : 0, s.ShapeStyle()) << "only themed ids are kept as the host's style";
+    // The look as the office draws it: the themed preset, or a plain solid
+    // fill with a thin black outline and no shadow.
+    if (const ShapeStylePreset* p = FindShapeStylePreset(id)) {
+      EXPECT_EQ(p->fill, s.Fill().ForeColor().RGB());
+      EXPECT_EQ(p->fillKind == StyleFill::kGradient, s.Fill().IsGradient());
+      EXPECT_EQ(p->line, s.Line().ForeColor().RGB());
+      EXPECT_DOUBLE_EQ(p->lineWeight, s.Line().Weight());
+      EXPECT_EQ(p->shadow, s.Shadow().Visible());
+    } else {
+      EXPECT_TRUE(s.Fill().Visible());
+      EXPECT_FALSE(s.Fill().IsGradient());
+      EXPECT_TRUE(s.Line().Visible());
+      EXPECT_EQ(kBlack, s.Line().ForeColor().RGB());
+      EXPECT_DOUBLE_EQ(0.75, s.Line().Weight());
+      EXPECT_FALSE(s.Shadow().Visible());
+      plainFills.insert(s.Fill().ForeColor().RGB());
+    }
   }
+  EXPECT_EQ(42u, plainFills.size()) << "each plain style has a fill of its own, by which it reads back";
   EXPECT_EQ("", ReadLogFile());
 }
 
