@@ -113,6 +113,9 @@ int OfficeProcess::RunProgram(const std::string& program, const std::string& arg
 }
 
 std::unique_ptr<OfficeProcess> OfficeProcess::Start(const Options& options) {
+  // Talking to an office that has just ended (its pipe closed while it
+  // quits) must give an error, not end this program with SIGPIPE.
+  signal(SIGPIPE, SIG_IGN);
   std::unique_ptr<OfficeProcess> p(new OfficeProcess());
   if (options.profileDir.empty()) {
     std::string tmpl = (std::filesystem::temp_directory_path() / "nivarel-office-XXXXXX").string();
