@@ -14,7 +14,9 @@
 #include "HostError.h"
 #include "MErrorHandler.h"
 #include "MsoConstants.h"
+#include "MGlobalVariables.h"
 #include "OfficeProcess.h"
+#include "StorePictures.h"
 #include "ShapeListing.h"
 #include "Shapes.h"
 
@@ -34,6 +36,11 @@ const char kDrawUsage[] =
 const char kDemoUsage[] =
     "usage: nivarel demo [OUTDIR]\n"
     "  Draws a small flowchart and saves OUTDIR/demo.ods and demo.xlsx (OUTDIR: out).\n";
+const char kPicturesUsage[] =
+    "usage: nivarel pictures OUTDIR [--sheet PICTURE]\n"
+    "  Draws the pictures the dialogs show (shape types 1-124, symbol styles 1-84, flow line\n"
+    "  styles 1-21) with the shape engine and writes each as a PNG, and twice its size as\n"
+    "  @2x, under OUTDIR; --sheet also writes a contact sheet of them all with their numbers.\n";
 const char kShapesUsage[] =
     "usage: nivarel shapes FILE\n"
     "  Lists the shapes of FILE's first sheet, one JSON object a line.\n";
@@ -47,6 +54,7 @@ int Usage(bool asked) {
                "  draw STEPS -o OUT ...   draw a flowchart live from a list of steps\n"
                "  demo [OUTDIR]           draw a small flowchart and save it\n"
                "  shapes FILE             list the shapes of a saved sheet as JSON lines\n"
+               "  pictures OUTDIR         draw the dialogs' pictures of shapes and styles\n"
                "  --help, --version\n");
   return asked ? 0 : 2;
 }
@@ -95,6 +103,21 @@ int Demo(const std::string& outDir, const std::string& extension) {
   return 0;
 }
 
+// The dialogs' pictures, drawn in an office of its own without the extension:
+// the drawing runs here, through the same layer and formatters the tools use.
+int Pictures(const std::string& outDir, const std::string& sheet) {
+  OfficeProcess::Options options;
+  auto office = OfficeProcess::Start(options);
+  Application app = office->App();
+  nivarel::host::ExcelApp = app;
+  nivarel::host::ExcelVersion = 12;
+  int written = nivarel::output::DrawStorePictures(app, outDir, sheet);
+  nivarel::host::ExcelApp.reset();
+  std::printf("wrote %d pictures under %s%s%s\n", written, outDir.c_str(), sheet.empty() ? "" : " and ",
+              sheet.c_str());
+  return 0;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -110,6 +133,7 @@ int main(int argc, char** argv) {
     if (command == "draw") return CommandUsage(kDrawUsage, true);
     if (command == "demo") return CommandUsage(kDemoUsage, true);
     if (command == "shapes") return CommandUsage(kShapesUsage, true);
+    if (command == "pictures") return CommandUsage(kPicturesUsage, true);
   }
   const char* ext = std::getenv("NIVAREL_OXT");
   std::string extension = ext && *ext ? ext : NIVAREL_OXT;
@@ -138,6 +162,17 @@ int main(int argc, char** argv) {
       }
       if (options.steps.empty() || options.outputs.empty()) return CommandUsage(kDrawUsage, false);
       return nivarel::cli::Draw(options, std::cin, std::cout, std::cerr);
+    }
+    if (command == "pictures") {
+      std::string outDir, sheet;
+      for (int i = 2; i < argc; ++i) {
+        std::string arg = argv[i];
+        if (arg == "--sheet" && i + 1 < argc) sheet = argv[++i];
+        else if (outDir.empty() && arg[0] != '-') outDir = arg;
+        else return CommandUsage(kPicturesUsage, false);
+      }
+      if (outDir.empty()) return CommandUsage(kPicturesUsage, false);
+      return Pictures(outDir, sheet);
     }
     if (command == "shapes") {
       if (argc != 3) return CommandUsage(kShapesUsage, false);

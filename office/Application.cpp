@@ -331,6 +331,8 @@ void Application::DoEvents() {
   });
 }
 
+void Application::InOneTurn(const std::function<void()>& work) { RunOnOfficeThread(work); }
+
 std::string Application::BrowseForFolder(const std::string& title) {
   return Call("Application.BrowseForFolder", [&] {
     auto picker = css::ui::dialogs::FolderPicker::create(session_->context);

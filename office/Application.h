@@ -3,6 +3,7 @@
 // Handles are cheap to copy; all of them share one connection's state.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -54,6 +55,10 @@ class Application {
 
   // Lets the office handle the events waiting in its queue.
   void DoEvents();
+  // Runs work, a run of the layer's operations, in one turn of the office's
+  // event loop: from a separate process this saves a trip through the loop
+  // for each operation. Inside the office it just runs work.
+  void InOneTurn(const std::function<void()>& work);
   // True while a cell of the active spreadsheet is being edited (typed into,
   // not yet committed).
   bool CellInEditMode() const;

@@ -23,6 +23,17 @@ class ShapeRange {
   Shape Group();
   void Select() const;
 
+  // The part of the sheet a picture of these shapes shows, in points.
+  struct PictureArea {
+    double left = 0, top = 0, width = 0, height = 0;
+  };
+  // What the shapes cover as drawn (outlines, line ends and shadows
+  // included); empty for no shapes.
+  PictureArea Area() const;
+  // Writes a PNG picture of these shapes alone, as they stand, at
+  // pixelsPerPoint (2 is 144 dpi) and returns the area it shows.
+  PictureArea ExportPicture(const std::string& path, double pixelsPerPoint = 2) const;
+
  private:
   std::shared_ptr<SheetRef> sheet_;
   std::vector<Shape> shapes_;

@@ -189,6 +189,16 @@ Shape Shapes::AddTextbox(int orientation, double left, double top, double width,
   return shape;
 }
 
+Shape Shapes::AddPicture(const Picture& picture, double left, double top, double width, double height) {
+  return Call("Shapes.AddPicture", [&] {
+    auto s = Insert(*sheet_, "com.sun.star.drawing.GraphicObjectShape");
+    Reference<css::beans::XPropertySet> ps(s, uno::UNO_QUERY_THROW);
+    SetProp(ps, "Graphic", picture.Impl()->graphic);
+    Place(s, left, top, width, height);
+    return Shape(ShapeFor(sheet_, s));
+  });
+}
+
 ShapeRange Shapes::GetRange(const std::vector<std::string>& names) const {
   std::vector<Shape> shapes;
   for (const auto& n : names) shapes.push_back(Item(n));

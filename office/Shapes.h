@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "Picture.h"
 #include "Shape.h"
 #include "ShapeRange.h"
 
@@ -28,6 +29,8 @@ class Shapes {
   Shape AddConnector(int connectorType, double beginX, double beginY, double endX, double endY);
   Shape AddLine(double beginX, double beginY, double endX, double endY);
   Shape AddTextbox(int orientation, double left, double top, double width, double height);
+  // A picture shape showing picture, scaled to width by height points.
+  Shape AddPicture(const Picture& picture, double left, double top, double width, double height);
 
   ShapeRange GetRange(const std::vector<std::string>& names) const;
   void SelectAll() const;

@@ -25,6 +25,7 @@
 #include <com/sun/star/drawing/XShapes.hpp>
 #include <com/sun/star/frame/XDesktop2.hpp>
 #include <com/sun/star/frame/XModel.hpp>
+#include <com/sun/star/graphic/XGraphic.hpp>
 #include <com/sun/star/lang/XMultiServiceFactory.hpp>
 #include <com/sun/star/sheet/XSpreadsheet.hpp>
 #include <com/sun/star/sheet/XSpreadsheetDocument.hpp>
@@ -115,6 +116,11 @@ struct WorkbookImpl {
   std::shared_ptr<HostSession> session;
   Reference<css::sheet::XSpreadsheetDocument> document;
   Reference<css::frame::XModel> Model() const;
+};
+
+// A picture as the office's graphic engine holds it.
+struct PictureImpl {
+  Reference<css::graphic::XGraphic> graphic;
 };
 
 struct ShapeImpl {

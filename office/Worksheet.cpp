@@ -258,44 +258,18 @@ Subscription Worksheet::OnChange(std::function<void(const Range&)> handler) {
   });
 }
 
-Worksheet::PictureArea Worksheet::ExportDrawingPicture(const std::string& path, double pixelsPerPoint) const {
-  return Call("Worksheet.ExportDrawingPicture", [&] {
-    auto page = ref_->Page();
-    if (page->getCount() == 0) throw HostError(HostError::kOfficeFailure, "The sheet has no drawing to export");
-    if (!(pixelsPerPoint > 0 && pixelsPerPoint <= 20))
-      throw HostError(HostError::kInvalidArgument, "The picture's scale must lie between 0 and 20 pixels per point");
-    auto all = css::drawing::ShapeCollection::create(ref_->session->context);
-    // The picture spans what the shapes cover as drawn (their BoundRect:
-    // outlines, line ends and shadows included).
-    sal_Int32 left = SAL_MAX_INT32, top = SAL_MAX_INT32, right = SAL_MIN_INT32, bottom = SAL_MIN_INT32;
-    for (sal_Int32 i = 0; i < page->getCount(); ++i) {
-      Reference<css::drawing::XShape> shape(page->getByIndex(i), uno::UNO_QUERY);
-      if (!shape.is()) continue;
-      all->add(shape);
-      auto r = GetProp<css::awt::Rectangle>(Reference<css::beans::XPropertySet>(shape, uno::UNO_QUERY_THROW), "BoundRect");
-      left = std::min(left, r.X);
-      top = std::min(top, r.Y);
-      right = std::max(right, r.X + r.Width);
-      bottom = std::max(bottom, r.Y + r.Height);
-    }
-    PictureArea area{HmmToPt(left), HmmToPt(top), HmmToPt(right - left), HmmToPt(bottom - top)};
-    auto filter = css::drawing::GraphicExportFilter::create(ref_->session->context);
-    filter->setSourceDocument(Reference<css::lang::XComponent>(all, uno::UNO_QUERY_THROW));
-    uno::Sequence<css::beans::PropertyValue> size(2);
-    size.getArray()[0].Name = "PixelWidth";
-    size.getArray()[0].Value <<= static_cast<sal_Int32>(std::lround(area.width * pixelsPerPoint));
-    size.getArray()[1].Name = "PixelHeight";
-    size.getArray()[1].Value <<= static_cast<sal_Int32>(std::lround(area.height * pixelsPerPoint));
-    uno::Sequence<css::beans::PropertyValue> args(3);
-    args.getArray()[0].Name = "URL";
-    args.getArray()[0].Value <<= ToOu("file://" + std::filesystem::absolute(path).string());
-    args.getArray()[1].Name = "MediaType";
-    args.getArray()[1].Value <<= OUString("image/png");
-    args.getArray()[2].Name = "FilterData";
-    args.getArray()[2].Value <<= size;
-    filter->filter(args);
-    return area;
-  });
+// The whole drawing, every shape of the sheet's page.
+static ShapeRange AllShapes(const Worksheet& sheet) {
+  Shapes shapes = sheet.GetShapes();
+  std::vector<Shape> all;
+  for (int i = 1; i <= shapes.Count(); ++i) all.push_back(shapes.Item(i));
+  return ShapeRange(sheet.Ref(), std::move(all));
 }
+
+Worksheet::PictureArea Worksheet::ExportDrawingPicture(const std::string& path, double pixelsPerPoint) const {
+  return AllShapes(*this).ExportPicture(path, pixelsPerPoint);
+}
+
+Worksheet::PictureArea Worksheet::DrawingArea() const { return AllShapes(*this).Area(); }
 
 }  // namespace nivarel::office

@@ -9,6 +9,7 @@
 
 #include "PageBreaks.h"
 #include "PageSetup.h"
+#include "ShapeRange.h"
 #include "Subscription.h"
 
 namespace nivarel::office {
@@ -45,14 +46,13 @@ class Worksheet {
   std::optional<Range> UsedRange() const;
 
   Shapes GetShapes() const;
-  // The part of the sheet a picture shows, in points.
-  struct PictureArea {
-    double left = 0, top = 0, width = 0, height = 0;
-  };
+  using PictureArea = ShapeRange::PictureArea;
   // Writes a PNG picture of the sheet's drawing (every shape, as it stands,
   // with its outlines, arrowheads and shadows) at pixelsPerPoint (2 is 144
   // dpi) and returns the area it shows.
   PictureArea ExportDrawingPicture(const std::string& path, double pixelsPerPoint = 2) const;
+  // The area a picture of the drawing would show; empty without shapes.
+  PictureArea DrawingArea() const;
   PageSetup GetPageSetup() const;
   PageBreaks HPageBreaks() const;
   PageBreaks VPageBreaks() const;

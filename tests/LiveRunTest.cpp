@@ -17,7 +17,7 @@
 #include "Interior.h"
 #include "LineFormat.h"
 #include "MsoConstants.h"
-#include "Picture.h"
+#include "PngFile.h"
 #include "Range.h"
 #include "SavedXlsx.h"
 #include "Shape.h"
@@ -101,7 +101,7 @@ TEST_F(LiveRunTest, APictureOfTheChartShowsArrowheadsAndCentredText) {
   const double scale = 2;  // pixels per point
   const std::string path = testing::ConfigHome() + "/three-steps.png";
   office::Worksheet::PictureArea area = sheet_->ExportDrawingPicture(path, scale);
-  testing::Picture picture(path);
+  testing::PngFile picture(path);
   ASSERT_GT(picture.Width(), 0) << "a picture was written";
   ASSERT_NEAR(area.width * scale, picture.Width(), 1);
   auto px = [&](double x) { return static_cast<int>(std::lround((x - area.left) * scale)); };
@@ -143,7 +143,7 @@ TEST_F(LiveRunTest, APictureOfTheChartShowsArrowheadsAndCentredText) {
 
   // Text pixels are dark grey; outlines and fills are coloured or light.
   auto text = [&](int x, int y) {
-    testing::Picture::Rgb c = picture.At(x, y);
+    testing::PngFile::Rgb c = picture.At(x, y);
     int hi = std::max({c.r, c.g, c.b}), lo = std::min({c.r, c.g, c.b});
     return hi < 160 && hi - lo < 30;
   };

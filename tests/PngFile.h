@@ -1,4 +1,4 @@
-// A PNG picture read back for tests that look at what was drawn.
+// A PNG file read back for tests that look at what was drawn.
 #pragma once
 
 #include <cstdint>
@@ -7,10 +7,10 @@
 
 namespace nivarel::testing {
 
-class Picture {
+class PngFile {
  public:
   // Reads the PNG at path; an unreadable file gives an empty picture.
-  explicit Picture(const std::string& path);
+  explicit PngFile(const std::string& path);
 
   int Width() const { return width_; }
   int Height() const { return height_; }
@@ -19,6 +19,8 @@ class Picture {
   };
   // The pixel at (x, y) over white; white outside the picture.
   Rgb At(int x, int y) const;
+  // The pixel's opacity, 0 (transparent) to 255; 0 outside the picture.
+  int Alpha(int x, int y) const;
   // Anything visibly drawn, antialiased edges included: some channel
   // clearly below white.
   bool Inked(int x, int y) const;

@@ -1,0 +1,212 @@
+#include "StorePictures.h"
+
+#include <filesystem>
+#include <algorithm>
+#include <functional>
+
+#include "CConfig.h"
+#include "CFlowLineFormatter.h"
+#include "CShapeFormatter.h"
+#include "FillFormat.h"
+#include "LineFormat.h"
+#include "MsoConstants.h"
+#include "ConnectorFormat.h"
+#include "Shape.h"
+#include "Shapes.h"
+#include "TextFrame.h"
+#include "Characters.h"
+#include "ucImages.h"
+#include "ucShapes.h"
+#include "CLoadPictureGDI.h"
+
+#include <unistd.h>
+
+namespace nivarel::output {
+namespace {
+
+using namespace office;
+
+constexpr int16_t kProcessStyle = 2;  // the shipped style of a Process
+constexpr double kInset = 4;          // points between a picture's edge and what it shows
+constexpr double kOrigin = 72;        // where pictures are drawn on the sheet, room for what reaches out
+
+// Every picture is drawn where the contact sheet shows it, twelve to a row
+// with its number under it, and written from its own shapes alone. Each row
+// has a sheet of its own, so no sheet grows large; the contact sheet is made
+// of the rows' pictures, one under the other.
+class Painter {
+ public:
+  Painter(Application& app, Workbook book, std::string rowFolder)
+      : app_(app), book_(book), rowFolder_(std::move(rowFolder)), sheet_(book.Sheet(1)), shapes_(sheet_.GetShapes()) {}
+
+  // Draws one store's pictures, first to last, each in a frame of width by
+  // height points, and writes them under folder by their file names.
+  void Store(const std::string& folder, int first, int last, double width, double height, const std::string& prefix,
+             const std::function<std::string(int, bool)>& fileName,
+             const std::function<Shape(int, double, double, double, double)>& draw) {
+    for (int i = first; i <= last; ++i) app_.InOneTurn([&] {
+      int col = (i - first) % kPerRow;
+      if (col == 0) NewRow();
+      double left = kOrigin + col * (width + kGap), top = kOrigin;
+      picture_.clear();
+      Frame(left, top, width, height);
+      Shape main = draw(i, left + kInset, top + kInset, width - 2 * kInset, height - 2 * kInset);
+      Fit(main, left, top, width, height);
+      ShapeRange range(sheet_.Ref(), picture_);
+      std::filesystem::create_directories(std::filesystem::path(folder + "/" + fileName(i, false)).parent_path());
+      range.ExportPicture(folder + "/" + fileName(i, false), 1);
+      range.ExportPicture(folder + "/" + fileName(i, true), 2);
+      written_ += 2;
+      Label(left, top + height, width, prefix + std::to_string(i));
+    });
+    NewRow();
+  }
+
+  // The contact sheet: the rows' pictures one under the other, a gap
+  // between stores, written at kSheetScale pixels a point.
+  void ContactSheet(const std::string& path) {
+    NewRow();
+    Worksheet sheet = book_.AddSheet();
+    Shapes shapes = sheet.GetShapes();
+    double top = 0, maxWidth = 0;
+    for (const auto& row : rows_) {
+      if (row.empty()) {
+        top += kGap;
+        continue;
+      }
+      auto picture = CLoadPictureGDI().LoadPictureGDI(row);
+      if (!picture) throw std::runtime_error("The row picture " + row + " cannot be read");
+      double w = picture->PixelWidth() / kSheetScale, h = picture->PixelHeight() / kSheetScale;
+      shapes.AddPicture(*picture, 0, top, w, h);
+      top += h;
+      maxWidth = std::max(maxWidth, w);
+    }
+    // On white, so that it reads the same on a dark page.
+    Shape back = shapes.AddShape(msoShapeRectangle, -kGap, -kGap, maxWidth + 2 * kGap, top + 2 * kGap);
+    back.Fill().Solid();
+    back.Fill().ForeColor().SetRGB(0xFFFFFF);
+    back.Line().SetVisible(false);
+    back.ZOrder(msoSendToBack);
+    sheet.ExportDrawingPicture(path, kSheetScale);
+  }
+
+  Shape Symbol(int type, double left, double top, double width, double height, int16_t style,
+               const std::string& text = "") {
+    Shape s = Add(shapes_.AddShape(type, left, top, width, height));
+    shapes::CShapeFormatter formatter;
+    if (!text.empty()) {
+      s.GetTextFrame().GetCharacters().SetText(text);
+      rules::CConfig centred;
+      centred.HorizontalAlignment = xlCenter;
+      centred.VerticalAlignment = xlCenter;
+      formatter.SetTextAlignment(s, centred);
+    }
+    formatter.SetStyleOnly(s, style);
+    return s;
+  }
+
+  Shape Line(double left, double top, double width, double height, int16_t style) {
+    double w = width / 4, h = height / 2;
+    Shape a = Symbol(msoShapeFlowchartProcess, left, top + (height - h) / 2, w, h, kProcessStyle);
+    Shape b = Symbol(msoShapeFlowchartProcess, left + width - w, top + (height - h) / 2, w, h, kProcessStyle);
+    Shape line = Add(shapes_.AddConnector(msoConnectorStraight, 0, 0, 10, 10));
+    line.GetConnectorFormat().BeginConnect(a, 4);
+    line.GetConnectorFormat().EndConnect(b, 2);
+    flowLines_.SetNewSolidFlowLineFormat(line, style);
+    return line;
+  }
+
+  int Written() const { return written_; }
+
+ private:
+  static constexpr int kPerRow = 12;
+  static constexpr double kGap = 8, kLabelHeight = 12, kSheetScale = 1.5;
+
+  // Ends the row being drawn, writing its picture, and starts a sheet for
+  // the next one. A row with nothing drawn marks the gap between stores.
+  void NewRow() {
+    if (shapes_.Count() == 0) {
+      if (!rows_.empty() && !rows_.back().empty()) rows_.push_back("");
+      return;
+    }
+    std::string path = rowFolder_ + "/row" + std::to_string(rows_.size()) + ".png";
+    sheet_.ExportDrawingPicture(path, kSheetScale);
+    rows_.push_back(path);
+    sheet_ = book_.AddSheet();
+    shapes_ = sheet_.GetShapes();
+  }
+
+  Shape Add(Shape s) {
+    picture_.push_back(s);
+    return s;
+  }
+
+  // A rectangle that draws nothing and so sets the picture's area exactly.
+  void Frame(double left, double top, double width, double height) {
+    Shape f = Add(shapes_.AddShape(msoShapeRectangle, left, top, width, height));
+    f.Fill().SetVisible(false);
+    f.Line().SetVisible(false);
+  }
+
+  void Label(double left, double top, double width, const std::string& text) {
+    Shape t = shapes_.AddTextbox(msoTextOrientationHorizontal, left, top, width, kLabelHeight);
+    t.GetTextFrame().GetCharacters().SetText(text);
+    t.Fill().SetVisible(false);
+    t.Line().SetVisible(false);
+  }
+
+  // Shrinks and moves a symbol whose drawing reaches past its frame (a
+  // callout's pointer, an arrow's sweep) until all of it lies inside.
+  void Fit(Shape s, double left, double top, double width, double height) {
+    ShapeRange alone(sheet_.Ref(), {s});
+    for (int i = 0; i < 12; ++i) {
+      Worksheet::PictureArea a = alone.Area();
+      double right = a.left + a.width, bottom = a.top + a.height;
+      constexpr double e = 0.01;
+      if (a.left >= left - e && a.top >= top - e && right <= left + width + e && bottom <= top + height + e) return;
+      double f = std::min(width / a.width, height / a.height);
+      if (f < 0.999) {
+        s.SetWidth(s.Width() * f * 0.98);
+        s.SetHeight(s.Height() * f * 0.98);
+        continue;
+      }
+      s.SetLeft(s.Left() + (a.left < left ? left - a.left : right > left + width ? left + width - right : 0));
+      s.SetTop(s.Top() + (a.top < top ? top - a.top : bottom > top + height ? top + height - bottom : 0));
+    }
+  }
+
+  Application& app_;
+  Workbook book_;
+  std::string rowFolder_;
+  std::vector<std::string> rows_;  // the rows' pictures; "" for a gap
+  Worksheet sheet_;
+  Shapes shapes_;
+  shapes::CFlowLineFormatter flowLines_;
+  std::vector<Shape> picture_;  // the shapes of the picture being drawn
+  int written_ = 0;
+};
+
+}  // namespace
+
+int DrawStorePictures(Application& app, const std::string& folder, const std::string& sheetPath) {
+  auto rowFolder = std::filesystem::temp_directory_path() / ("nivarel-rows-" + std::to_string(::getpid()));
+  std::filesystem::create_directories(rowFolder);
+  Workbook book = app.GetWorkbooks().Add();
+  Painter p(app, book, rowFolder.string());
+  p.Store(folder, ucShapes::kFirst, ucShapes::kLast, ucShapes::kWidth, ucShapes::kHeight, "", ucShapes::FileName,
+          [&](int type, double l, double t, double w, double h) { return p.Symbol(type, l, t, w, h, kProcessStyle); });
+  p.Store(folder, 1, ucImages::kLastStyle, ucImages::kStyleWidth, ucImages::kStyleHeight, "style ",
+          ucImages::StyleFileName, [&](int style, double l, double t, double w, double h) {
+            return p.Symbol(msoShapeFlowchartProcess, l, t, w, h, static_cast<int16_t>(style), "Aa");
+          });
+  p.Store(folder, 1, ucImages::kLastLineStyle, ucImages::kLineWidth, ucImages::kLineHeight, "line ",
+          ucImages::LineFileName, [&](int style, double l, double t, double w, double h) {
+            return p.Line(l, t, w, h, static_cast<int16_t>(style));
+          });
+  if (!sheetPath.empty()) p.ContactSheet(sheetPath);
+  book.Close();
+  std::filesystem::remove_all(rowFolder);
+  return p.Written();
+}
+
+}  // namespace nivarel::output

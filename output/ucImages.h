@@ -1,0 +1,45 @@
+// The store of style pictures: each symbol style 1 to 84 on a process symbol,
+// each flow line style 1 to 21 as an arrowed line between two small symbols,
+// and the grid's list (shape types 1 to 124, then styles 1 to 84). Pictures
+// are PNG file paths from the extension's "pictures" folder, drawn by the
+// shape engine at build time; empty when the file is missing (logged once).
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "ucShapes.h"
+
+namespace nivarel::output {
+
+class ucImages {
+ public:
+  static constexpr int kStyleWidth = 48, kStyleHeight = 36;  // pixels; "@2x" twice that
+  static constexpr int kLineWidth = 64, kLineHeight = 32;
+  static constexpr int kLastStyle = 84, kStyleFallback = 43;
+  static constexpr int kLastLineStyle = 21, kLineFallback = 1;
+
+  explicit ucImages(std::string folder = "");
+
+  // Shape types 1..124 at 1..124, then styles 1..84 at 125..208. An index
+  // outside the list raises std::out_of_range.
+  std::string GridImage(int index) const;
+  std::vector<std::string> GridImageList() const;
+  // Style 1..84; another index becomes 43, also in the caller's variable.
+  std::string StyleImage(int& index) const;
+  std::vector<std::string> StyleImageList() const;
+  // Flow line style 1..21; another index becomes 1, also in the caller's variable.
+  std::string FlowlineStyleImage(int& index) const;
+  std::vector<std::string> FlowlineStyleImageList() const;
+
+  static std::string StyleFileName(int style, bool doubleSize = false);
+  static std::string LineFileName(int style, bool doubleSize = false);
+
+ private:
+  std::string Existing(const std::string& path) const;
+  std::string folder_;
+  ucShapes shapes_;
+  mutable bool logged_ = false;
+};
+
+}  // namespace nivarel::output

@@ -1,0 +1,152 @@
+// The picture stores over the pictures the build drew: indexes out of range
+// fall back (also in the caller's variable), every picture has its store's
+// size, and the pixels show what each number stands for.
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "MErrorHandler.h"
+#include "PngFile.h"
+#include "UnitEnvironment.h"
+#include "ucImages.h"
+#include "ucShapes.h"
+
+namespace nivarel::testing {
+namespace {
+
+using output::ucImages;
+using output::ucShapes;
+
+const std::string kFolder = NIVAREL_PICTURES;
+
+bool Near(const PngFile::Rgb& c, int r, int g, int b, int tolerance = 6) {
+  return std::abs(c.r - r) <= tolerance && std::abs(c.g - g) <= tolerance && std::abs(c.b - b) <= tolerance;
+}
+
+TEST(PictureStoresTest, IndexesOutOfRangeFallBackInTheCallersVariable) {
+  ucShapes shapes(kFolder);
+  ucImages images(kFolder);
+  int process = 61;
+  const std::string expected = shapes.ShapeImage(process);
+  ASSERT_FALSE(expected.empty());
+  for (int index : {125, 0, -3}) {
+    int i = index;
+    EXPECT_EQ(expected, shapes.ShapeImage(i)) << index;
+    EXPECT_EQ(61, i) << index;
+  }
+  int style = 85, plain = 43;
+  EXPECT_EQ(images.StyleImage(plain), images.StyleImage(style));
+  EXPECT_EQ(43, style);
+  int line = 22, first = 1;
+  EXPECT_EQ(images.FlowlineStyleImage(first), images.FlowlineStyleImage(line));
+  EXPECT_EQ(1, line);
+  int valid = 63;
+  shapes.ShapeImage(valid);
+  EXPECT_EQ(63, valid) << "a valid index stays";
+
+  // The grid's list: shape types, then styles.
+  EXPECT_EQ(124u + 84u, images.GridImageList().size());
+  int decision = 63, seven = 7;
+  EXPECT_EQ(shapes.ShapeImage(decision), images.GridImage(63));
+  EXPECT_EQ(images.StyleImage(seven), images.GridImage(124 + 7));
+  EXPECT_THROW(images.GridImage(124 + 85), std::out_of_range);
+}
+
+TEST(PictureStoresTest, EveryPictureHasItsStoresSizeAndATwiceAsLargeTwin) {
+  auto check = [](const std::vector<std::string>& list, int width, int height) {
+    for (const std::string& path : list) {
+      PngFile one(path);
+      EXPECT_EQ(width, one.Width()) << path;
+      EXPECT_EQ(height, one.Height()) << path;
+      std::string twin = path.substr(0, path.size() - 4) + "@2x.png";
+      PngFile two(twin);
+      EXPECT_EQ(2 * width, two.Width()) << twin;
+      EXPECT_EQ(2 * height, two.Height()) << twin;
+    }
+  };
+  ucImages images(kFolder);
+  ASSERT_EQ(124u, ucShapes(kFolder).ShapeImageList().size());
+  check(ucShapes(kFolder).ShapeImageList(), ucShapes::kWidth, ucShapes::kHeight);
+  check(images.StyleImageList(), ucImages::kStyleWidth, ucImages::kStyleHeight);
+  check(images.FlowlineStyleImageList(), ucImages::kLineWidth, ucImages::kLineHeight);
+  size_t files = 0;
+  for (const auto& e : std::filesystem::recursive_directory_iterator(kFolder))
+    files += e.path().extension() == ".png" ? 1 : 0;
+  EXPECT_EQ(2u * (124 + 84 + 21), files);
+}
+
+TEST(PictureStoresTest, ThePixelsShowWhatEachNumberStandsFor) {
+  ucShapes shapes(kFolder);
+  ucImages images(kFolder);
+  // Inside a style's symbol, left of its sample text: the style's fill.
+  struct Fill {
+    int style, r, g, b;
+  } fills[] = {{2, 255, 255, 255}, {10, 192, 80, 77}, {44, 220, 230, 242}, {66, 192, 80, 77}, {79, 37, 64, 97}};
+  for (const Fill& f : fills) {
+    int style = f.style;
+    PngFile p(images.StyleImage(style));
+    ASSERT_GT(p.Width(), 0);
+    EXPECT_TRUE(Near(p.At(p.Width() / 4, p.Height() / 2), f.r, f.g, f.b)) << "style " << f.style;
+  }
+  // A flow line, at twice the size where a thin line covers whole pixels:
+  // its colour where the middle column is most opaque, and an arrowhead
+  // before the symbol on the right, several line widths tall.
+  struct Line {
+    int style, r, g, b;
+  } lines[] = {{1, 0, 0, 0}, {5, 125, 96, 160}, {9, 74, 126, 187}, {21, 246, 146, 64}};
+  for (const Line& l : lines) {
+    int style = l.style;
+    std::string path = images.FlowlineStyleImage(style);
+    PngFile p(path.substr(0, path.size() - 4) + "@2x.png");
+    ASSERT_GT(p.Width(), 0);
+    int x = p.Width() / 2, most = 0, first = -1, last = -1;
+    for (int y = 0; y < p.Height(); ++y) most = std::max(most, p.Alpha(x, y));
+    for (int y = 0; y < p.Height(); ++y) {
+      if (p.Alpha(x, y) != most) continue;
+      if (first < 0) first = y;
+      last = y;
+    }
+    int core = (first + last) / 2;
+    EXPECT_NEAR(p.Height() / 2, core, 2) << "line " << l.style << " runs along the middle";
+    EXPECT_TRUE(Near(p.At(x, core), l.r, l.g, l.b, 40)) << "line " << l.style;
+    int thin = 0, widest = 0;
+    for (int y = 0; y < p.Height(); ++y) thin += p.Inked(x, y) ? 1 : 0;
+    for (int ax = x; ax < p.Width() * 3 / 4 - 1; ++ax) {
+      int tall = 0;
+      for (int y = 0; y < p.Height(); ++y) tall += p.Inked(ax, y) ? 1 : 0;
+      widest = std::max(widest, tall);
+    }
+    EXPECT_GE(widest, 2 * thin) << "line " << l.style << ": an arrowhead";
+  }
+  // A decision: a diamond, its corners empty and its middle filled.
+  int decision = 63;
+  PngFile d(shapes.ShapeImage(decision));
+  ASSERT_GT(d.Width(), 0);
+  for (auto [x, y] : {std::pair{1, 1}, {d.Width() - 2, 1}, {1, d.Height() - 2}, {d.Width() - 2, d.Height() - 2}})
+    EXPECT_FALSE(d.Alpha(x, y) > 0 && d.Inked(x, y)) << "corner " << x << "," << y;
+  EXPECT_EQ(255, d.Alpha(d.Width() / 2, d.Height() / 2));
+  EXPECT_TRUE(Near(d.At(d.Width() / 2, d.Height() / 2), 255, 255, 255)) << "filled white";
+  EXPECT_TRUE(d.Inked(d.Width() / 2, 5)) << "the top corner's outline";
+}
+
+TEST(PictureStoresTest, AMissingFolderGivesNoPicturesAndIsLoggedOnce) {
+  host::ClearLogFile();
+  ucShapes shapes(UnitConfigHome() + "/no-pictures");
+  ucImages images(UnitConfigHome() + "/no-pictures");
+  int i = 61, s = 2;
+  EXPECT_EQ("", shapes.ShapeImage(i));
+  EXPECT_EQ("", shapes.ShapeImage(i));
+  EXPECT_EQ(124u, shapes.ShapeImageList().size());
+  EXPECT_EQ("", images.StyleImage(s));
+  std::string log = host::ReadLogFile();
+  size_t lines = 0;
+  for (size_t at = log.find("Picture not found"); at != std::string::npos; at = log.find("Picture not found", at + 1))
+    ++lines;
+  EXPECT_EQ(2u, lines) << "once for each store:\n" << log;
+  host::ClearLogFile();
+}
+
+}  // namespace
+}  // namespace nivarel::testing
