@@ -8,6 +8,7 @@
 #include <com/sun/star/frame/DispatchDescriptor.hpp>
 #include <com/sun/star/frame/FeatureStateEvent.hpp>
 #include <com/sun/star/frame/XStatusListener.hpp>
+#include <com/sun/star/frame/status/Visibility.hpp>
 #include <cppuhelper/implbase1.hxx>
 #include <cppuhelper/supportsservice.hxx>
 
@@ -47,6 +48,15 @@ void Tell(const Watcher& w) {
   state.FeatureURL = w.url;
   std::string controlId = ControlIdOf(w.url.Complete);
   state.IsEnabled = !controlId.empty() && TheConnection().rxNivarel_GetEnabled(controlId);
+  // The feature commands' label and visibility, in the forms a menu entry
+  // and a toolbar button take: a text relabels (and shows) the entry, a
+  // Visibility hides it.
+  if (dsrConnect::IsFeatureControl(controlId)) {
+    if (!TheConnection().rxNivarel_GetVisible(controlId))
+      state.State <<= css::frame::status::Visibility(false);
+    else
+      state.State <<= ToOu(TheConnection().rxNivarel_GetLabel(controlId));
+  }
   state.Requery = false;
   w.listener->statusChanged(state);
 }

@@ -1,6 +1,7 @@
 #include "dsrConnect.h"
 
 #include <algorithm>
+#include <map>
 #include <cstdio>
 #include <vector>
 #include <cstdlib>
@@ -238,6 +239,32 @@ bool dsrConnect::rxNivarel_GetEnabled(const std::string& controlId) {
     return controlId == "rxNivarelStopFlowcharting" ? running : !running;
   } catch (...) {
     ErrorHandler(kSource, "rxNivarel_GetEnabled", false);
+    return false;
+  }
+}
+
+bool dsrConnect::IsFeatureControl(const std::string& controlId) { return Among(kFeatureControls, controlId); }
+
+std::string dsrConnect::rxNivarel_GetLabel(const std::string& controlId) {
+  try {
+    static const std::map<std::string, std::string> kLabels = {
+        {"rxNivarelApplyStyles", "Default Styles"},        {"rxNivarelStyleWizard", "Style Wizard"},
+        {"rxNivarelSavePicture", "Export as Picture"},     {"rxNivarelFlowchartWizard", "Flowchart Wizard"},
+        {"rxNivarelCreateTemplate", "Create a Template"}};
+    auto label = kLabels.find(controlId);
+    return label == kLabels.end() ? std::string() : label->second;
+  } catch (...) {
+    ErrorHandler(kSource, "rxNivarel_GetLabel", false);
+    return {};
+  }
+}
+
+bool dsrConnect::rxNivarel_GetVisible(const std::string& controlId) {
+  try {
+    if (!m_StartupComplete) return true;
+    return IsFeatureControl(controlId);
+  } catch (...) {
+    ErrorHandler(kSource, "rxNivarel_GetVisible", false);
     return false;
   }
 }

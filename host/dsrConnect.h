@@ -39,6 +39,15 @@ class dsrConnect {
   // during a session only Stop among the session's commands, else all but Stop.
   // Commands outside the session's set are always offered.
   bool rxNivarel_GetEnabled(const std::string& controlId);
+  // The label of one of the five feature commands ("Default Styles" for
+  // rxNivarelApplyStyles...); empty for any other control.
+  std::string rxNivarel_GetLabel(const std::string& controlId);
+  // Whether a feature command shows: always before start-up is complete and
+  // for the five feature commands; any other control answers false, so only
+  // the feature commands are asked (IsFeatureControl).
+  bool rxNivarel_GetVisible(const std::string& controlId);
+  // The five commands whose label and visibility the add-in answers.
+  static bool IsFeatureControl(const std::string& controlId);
 
   // Ends a running flowcharting session because its workbook is being closed,
   // printed or saved; the office's action goes on.

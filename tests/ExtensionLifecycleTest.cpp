@@ -14,6 +14,7 @@
 #include <gtest/gtest.h>
 
 #include "AddinProbe.h"
+#include "PngFile.h"
 #include "OfficeProcess.h"
 #include "dsrConnect.h"
 
@@ -102,6 +103,37 @@ TEST(ExtensionCommands, ControlIdsReachTheHandler) {
   // A spreadsheet's frame finds the handler too.
   app.GetWorkbooks().Add();
   EXPECT_TRUE(CanDispatch(app, "vnd.nivarel:rxNivarelStopFlowcharting"));
+}
+
+// The office finds an icon for each of the add-in's commands: its add-on
+// configuration names, for the command's URL, pictures of the installed
+// package at the size of a menu entry (16 x 16) and a toolbar button (26 x 26).
+TEST(ExtensionCommands, EachCommandHasItsMenuAndToolbarIcons) {
+  auto office = StartWithExtension();
+  const auto icons = AddonIcons(office->App());
+  const std::string installed = office->ProfileDir() + "/";
+  for (const char* key :
+       {"NivarelSettings", "StartFlowcharting", "StopFlowcharting", "CreateKey", "SymbolToolbars", "NivarelHelp",
+        "HelpContents", "FlowchartWizard", "CheckForUpdates", "AboutNivarel", "CreateGrid", "ToggleGridLines",
+        "ExtractText", "ShapeSelectionTool", "ApplyStyles", "SavePicture", "InsertFlowLine", "InsertBranch",
+        "ClearShading", "StyleWizard", "InsertGroupBox", "CreateTemplate", "LoadTemplate", "InsertLabel"}) {
+    const std::string url = std::string("vnd.nivarel:rxNivarel") + key;
+    auto icon = icons.find(url);
+    if (icon == icons.end()) {
+      ADD_FAILURE() << "No icon for " << url;
+      continue;
+    }
+    for (auto [file, size] : {std::pair{icon->second.smallFile, 16}, {icon->second.bigFile, 26}}) {
+      EXPECT_EQ(file.rfind(installed, 0), 0u) << url << ": " << file;
+      nivarel::testing::PngFile png(file);
+      EXPECT_EQ(size, png.Width()) << file;
+      EXPECT_EQ(size, png.Height()) << file;
+      int inked = 0;
+      for (int y = 0; y < png.Height(); ++y)
+        for (int x = 0; x < png.Width(); ++x) inked += png.Alpha(x, y) > 128 && png.Inked(x, y) ? 1 : 0;
+      EXPECT_GT(inked, size * size / 10) << file << " shows a picture";
+    }
+  }
 }
 
 }  // namespace

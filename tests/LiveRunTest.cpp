@@ -323,9 +323,30 @@ namespace {
 class MenuRunTest : public testing::AddinFixture {};
 
 // The run as the user starts it: from the menu, inside the office, with the
-// shipped settings; stopping offers the end terminator at the cursor.
+// shipped settings; stopping offers the end terminator at the cursor. The
+// menu's feature entries carry their labels and are told anew, greyed out,
+// when the run starts and again when it stops.
 TEST_F(MenuRunTest, TheMenuStartsARunInsideTheOfficeAndStopsItWithAnEnd) {
   const std::string start = "vnd.nivarel:rxNivarelStartFlowcharting", stop = "vnd.nivarel:rxNivarelStopFlowcharting";
+  const std::map<std::string, std::string> labels = {
+      {"ApplyStyles", "Default Styles"},        {"StyleWizard", "Style Wizard"},
+      {"SavePicture", "Export as Picture"},     {"FlowchartWizard", "Flowchart Wizard"},
+      {"CreateTemplate", "Create a Template"}};
+  std::map<std::string, std::unique_ptr<driver::StatusWatch>> features;
+  for (const auto& [key, label] : labels)
+    features[key] = std::make_unique<driver::StatusWatch>(App(), "vnd.nivarel:rxNivarel" + key);
+  driver::StatusWatch key(App(), "vnd.nivarel:rxNivarelCreateKey");
+  auto told = [&](int times, bool enabled) {
+    for (const auto& [name, watch] : features) {
+      driver::StatusWatch::Told t = watch->Last();
+      EXPECT_EQ(times, t.times) << name;
+      EXPECT_EQ(enabled, t.enabled) << name;
+      EXPECT_EQ(labels.at(name), t.label.value_or("(no label)")) << name;
+    }
+    EXPECT_FALSE(key.Last().label.has_value()) << "only the feature entries are relabelled";
+    EXPECT_EQ(times, key.Last().times);
+  };
+  told(1, true);
   EXPECT_TRUE(driver::CommandEnabled(App(), start));
   EXPECT_FALSE(driver::CommandEnabled(App(), stop)) << "nothing to stop yet";
   EXPECT_TRUE(driver::CommandEnabled(App(), "vnd.nivarel:rxNivarelGroupAllShapes"));
@@ -344,6 +365,7 @@ TEST_F(MenuRunTest, TheMenuStartsARunInsideTheOfficeAndStopsItWithAnEnd) {
   EXPECT_FALSE(App().ActiveWindow()->DisplayGridlines());
   EXPECT_FALSE(driver::CommandEnabled(App(), start)) << "one run at a time";
   EXPECT_FALSE(driver::CommandEnabled(App(), "vnd.nivarel:rxNivarelFlowchartWizard"));
+  told(2, false);
   EXPECT_TRUE(driver::CommandEnabled(App(), stop));
   EXPECT_TRUE(driver::CommandEnabled(App(), "vnd.nivarel:rxNivarelGroupAllShapes")) << "not a session command";
   Ui().TypeIntoCell(App().ActiveCell()->Address(false), "check the order");
@@ -362,6 +384,7 @@ TEST_F(MenuRunTest, TheMenuStartsARunInsideTheOfficeAndStopsItWithAnEnd) {
   EXPECT_TRUE(end) << "the end terminator with the stored text";
   EXPECT_TRUE(driver::CommandEnabled(App(), start)) << "Start is offered again";
   EXPECT_FALSE(driver::CommandEnabled(App(), stop));
+  told(3, true);
   EXPECT_EQ("", host::ReadLogFile());
 }
 
