@@ -103,7 +103,8 @@ TEST_F(AddinTest, ACommandWhoseToolIsNotInThisVersionSaysSo) {
       {"SavePicture", "Export as Picture"}, {"FlowchartWizard", "Flowchart Wizard"},
       {"HelpContents", "Help Contents"}, {"NivarelSettings", "Settings"},
       {"ShapeSelectionTool", "Shape Selection Tool"}, {"StyleWizard", "Style Wizard"},
-      {"CreateTemplate", "Create a Template"}, {"LoadTemplate", "Load Template"}};
+      {"CreateTemplate", "Create a Template"}, {"LoadTemplate", "Load Template"},
+      {"OpenWalkthrough", "Open Walkthrough"}};
   for (const auto& [id, caption] : commands)
     EXPECT_EQ(std::make_pair(std::string("Nivarel"),
                              "\"" + std::string(caption) + "\" is not available in this version of Nivarel."),
