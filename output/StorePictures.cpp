@@ -189,10 +189,18 @@ class Painter {
 }  // namespace
 
 int DrawStorePictures(Application& app, const std::string& folder, const std::string& sheetPath) {
-  auto rowFolder = std::filesystem::temp_directory_path() / ("nivarel-rows-" + std::to_string(::getpid()));
-  std::filesystem::create_directories(rowFolder);
+  // The rows' pictures, for the contact sheet; gone when the drawing ends.
+  struct RowFolder {
+    std::filesystem::path path =
+        std::filesystem::temp_directory_path() / ("nivarel-rows-" + std::to_string(::getpid()));
+    RowFolder() { std::filesystem::create_directories(path); }
+    ~RowFolder() {
+      std::error_code ignored;
+      std::filesystem::remove_all(path, ignored);
+    }
+  } rowFolder;
   Workbook book = app.GetWorkbooks().Add();
-  Painter p(app, book, rowFolder.string());
+  Painter p(app, book, rowFolder.path.string());
   p.Store(folder, ucShapes::kFirst, ucShapes::kLast, ucShapes::kWidth, ucShapes::kHeight, "", ucShapes::FileName,
           [&](int type, double l, double t, double w, double h) { return p.Symbol(type, l, t, w, h, kProcessStyle); });
   p.Store(folder, 1, ucImages::kLastStyle, ucImages::kStyleWidth, ucImages::kStyleHeight, "style ",
@@ -205,7 +213,6 @@ int DrawStorePictures(Application& app, const std::string& folder, const std::st
           });
   if (!sheetPath.empty()) p.ContactSheet(sheetPath);
   book.Close();
-  std::filesystem::remove_all(rowFolder);
   return p.Written();
 }
 

@@ -204,7 +204,7 @@ TEST_F(CliTest, ListsShapesConnectorsAndGroupsOfTheFirstSheetInDrawingOrder) {
 
 TEST_F(CliTest, HelpAndVersionGoToStandardOutputAndMistakesToStandardError) {
   // Standard error thrown away: what is left is standard output.
-  for (const char* asked : {"--help", "draw --help", "shapes -h", "demo --help"}) {
+  for (const char* asked : {"--help", "draw --help", "shapes -h", "demo --help", "pictures --help"}) {
     CommandRun help = Run(std::string(asked) + " 2>/dev/null");
     EXPECT_EQ(0, help.exitCode) << asked;
     EXPECT_EQ(0u, help.output.find("usage: nivarel")) << asked << ": " << help.output;
@@ -212,7 +212,8 @@ TEST_F(CliTest, HelpAndVersionGoToStandardOutputAndMistakesToStandardError) {
   CommandRun version = Run("--version 2>/dev/null");
   EXPECT_EQ(0, version.exitCode);
   EXPECT_EQ("nivarel 2.4.15\n", version.output);
-  for (const char* wrong : {"", "bogus", "draw", "draw steps.txt --bogus -o x.ods", "shapes"}) {
+  for (const char* wrong : {"", "bogus", "draw", "draw steps.txt --bogus -o x.ods", "shapes", "pictures",
+                            "pictures out --bogus"}) {
     CommandRun mistake = Run(std::string(wrong) + " >/dev/null");
     EXPECT_EQ(2, mistake.exitCode) << wrong;
     EXPECT_NE(std::string::npos, mistake.output.find("usage: nivarel")) << wrong << ": on standard error";
