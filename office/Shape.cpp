@@ -24,6 +24,7 @@
 #include "MsoConstants.h"
 #include "Range.h"
 #include "ShapeStylePresets.h"
+#include "ShapeIndex.h"
 #include "Uno.h"
 #include "Worksheet.h"
 
@@ -180,15 +181,13 @@ std::string Shape::Name() const {
 
 void Shape::SetName(const std::string& name) {
   Call("Shape.Name", [&] {
-    std::vector<Reference<css::drawing::XShape>> all;
-    CollectShapes(Reference<css::drawing::XShapes>(impl_->sheet->Page(), uno::UNO_QUERY_THROW), all);
-    for (const auto& s : all) {
-      if (s == impl_->shape) continue;
-      Reference<css::beans::XPropertySet> ps(s, uno::UNO_QUERY);
-      if (ps.is() && ToUtf8(GetProp<OUString>(ps, "Name")) == name)
-        throw HostError(HostError::kNameTaken, "The name '" + name + "' is already in use on this sheet");
-    }
+    ShapeIndex& index = ShapeIndex::Of(*impl_->sheet);
+    auto holder = index.Find(name);
+    if (holder.is() && holder != impl_->shape)
+      throw HostError(HostError::kNameTaken, "The name '" + name + "' is already in use on this sheet");
+    std::string old = ToUtf8(GetProp<OUString>(impl_->Props(), "Name"));
     SetProp(impl_->Props(), "Name", ToOu(name));
+    index.Renamed(impl_->shape, old, name);
   });
 }
 
@@ -454,6 +453,7 @@ std::vector<Shape> Shape::Ungroup() {
     Reference<css::drawing::XShapeGrouper> grouper(impl_->sheet->Page(), uno::UNO_QUERY_THROW);
     Reference<css::drawing::XShapeGroup> group(impl_->shape, uno::UNO_QUERY_THROW);
     grouper->ungroup(group);
+    ShapeIndex::Forget(*impl_->sheet);
     std::vector<std::shared_ptr<ShapeImpl>> impls;
     for (const auto& item : items) impls.push_back(item.Impl());
     RebindByName(Reference<css::drawing::XShapes>(impl_->sheet->Page(), uno::UNO_QUERY_THROW), impls, names);
@@ -465,8 +465,18 @@ void Shape::Delete() {
   Call("Shape.Delete", [&] {
     Reference<css::container::XChild> child(impl_->shape, uno::UNO_QUERY);
     Reference<css::drawing::XShapes> parent(child.is() ? child->getParent() : uno::Reference<uno::XInterface>(), uno::UNO_QUERY);
-    if (!parent.is()) parent.set(impl_->sheet->Page(), uno::UNO_QUERY_THROW);
-    parent->remove(impl_->shape);
+    Reference<css::drawing::XShapes> page(impl_->sheet->Page(), uno::UNO_QUERY_THROW);
+    if (!parent.is()) parent = page;
+    Reference<css::drawing::XShapes> group(impl_->shape, uno::UNO_QUERY);
+    if (parent == page && !group.is()) {
+      ShapeIndex& index = ShapeIndex::Of(*impl_->sheet);
+      std::string name = ToUtf8(GetProp<OUString>(impl_->Props(), "Name"));
+      parent->remove(impl_->shape);
+      index.Removed(name);
+    } else {
+      parent->remove(impl_->shape);
+      ShapeIndex::Forget(*impl_->sheet);
+    }
   });
 }
 
@@ -491,6 +501,7 @@ void Shape::Select(bool replace) const {
 
 void Shape::ZOrder(int command) {
   Call("Shape.ZOrder", [&] {
+    ShapeIndex& index = ShapeIndex::Of(*impl_->sheet);
     auto ps = impl_->Props();
     sal_Int32 z = GetProp<sal_Int32>(ps, "ZOrder");
     sal_Int32 top = impl_->sheet->Page()->getCount() - 1;
@@ -502,6 +513,7 @@ void Shape::ZOrder(int command) {
       default: throw HostError(HostError::kInvalidArgument, "The specified value is out of range.");
     }
     SetProp(ps, "ZOrder", z);
+    index.Reordered();
   });
 }
 

@@ -20,6 +20,7 @@
 
 #include "AutoShapeTypes.h"
 #include "MsoConstants.h"
+#include "ShapeIndex.h"
 #include "Uno.h"
 
 namespace nivarel::office {
@@ -41,14 +42,7 @@ static std::string NameOf(const Reference<css::drawing::XShape>& s) {
 }
 
 std::string FreshShapeName(const SheetRef& sheet, const std::string& word) {
-  std::vector<Reference<css::drawing::XShape>> all;
-  CollectShapes(Reference<css::drawing::XShapes>(sheet.Page(), uno::UNO_QUERY_THROW), all);
-  std::set<std::string> names;
-  for (const auto& s : all) names.insert(NameOf(s));
-  for (size_t n = all.size() + 1;; ++n) {
-    std::string candidate = word + " " + std::to_string(n);
-    if (!names.count(candidate)) return candidate;
-  }
+  return ShapeIndex::Of(sheet).FreshName(word);
 }
 
 std::string NameWordFor(const Reference<css::drawing::XShape>& shape) {
@@ -68,10 +62,12 @@ namespace {
 Reference<css::drawing::XShape> Insert(const SheetRef& sheet, const char* service) {
   Reference<css::lang::XMultiServiceFactory> f(sheet.document, uno::UNO_QUERY_THROW);
   Reference<css::drawing::XShape> s(f->createInstance(OUString::createFromAscii(service)), uno::UNO_QUERY_THROW);
-  std::string name = FreshShapeName(sheet, NameWordFor(s));
+  ShapeIndex& index = ShapeIndex::Of(sheet);
+  std::string name = index.FreshName(NameWordFor(s));
   sheet.Page()->add(s);
   Reference<css::beans::XPropertySet> ps(s, uno::UNO_QUERY_THROW);
   SetProp(ps, "Name", ToOu(name));
+  index.Added(s, name);
   return s;
 }
 
@@ -98,10 +94,8 @@ Shape Shapes::Item(int index) const {
 
 Shape Shapes::Item(const std::string& name) const {
   return Call("Shapes.Item", [&] {
-    std::vector<Reference<css::drawing::XShape>> all;
-    CollectShapes(Reference<css::drawing::XShapes>(sheet_->Page(), uno::UNO_QUERY_THROW), all);
-    for (const auto& s : all)
-      if (NameOf(s) == name) return Shape(ShapeFor(sheet_, s));
+    auto s = ShapeIndex::Of(*sheet_).Find(name);
+    if (s.is()) return Shape(ShapeFor(sheet_, s));
     throw HostError(HostError::kNotFound, "The item with the specified name wasn't found.");
   });
 }

@@ -6,6 +6,7 @@
 #include <set>
 
 #include "AutoShapeTypes.h"
+#include "DirectDrawing.h"
 #include "HostError.h"
 #include "MsoConstants.h"
 #include "OfficeTest.h"
@@ -87,6 +88,46 @@ TEST_F(HostShapesTest, NamesAreFreshUniqueAndLookedUpByName) {
   EXPECT_NE("AutoShape 3", c.Name());
   EXPECT_THROW(shapes.AddShape(138, 0, 0, 10, 10), HostError);
   EXPECT_THROW(shapes.AddShape(0, 0, 0, 10, 10), HostError);
+}
+
+// The user's own drawing, a macro or another extension change the sheet
+// without the layer: a shape removed and another added in its place (as many
+// shapes as before), a shape renamed, an unnamed shape drawn. Lookups by name
+// and fresh names still see the sheet as it is.
+TEST_F(HostShapesTest, ShapesChangedBehindTheLayersBackAreSeen) {
+  Shapes shapes = sheet_->GetShapes();
+  Shape a = shapes.AddShape(msoShapeFlowchartProcess, 10, 10, 50, 20);
+  Shape b = shapes.AddShape(msoShapeFlowchartProcess, 10, 50, 50, 20);
+  const std::string aName = a.Name(), bName = b.Name();
+  ASSERT_TRUE(shapes.Item(bName).SameAs(b));
+
+  RemoveShapeDirectly(*sheet_, 2);
+  DrawRectangleDirectly(*sheet_, "AutoShape 3", 100, 10);
+  Shape c = shapes.AddShape(msoShapeFlowchartProcess, 10, 90, 50, 20);
+  EXPECT_NE("AutoShape 3", c.Name()) << "a name taken behind the layer's back";
+  EXPECT_THROW(shapes.Item(bName), HostError) << "removed";
+  EXPECT_EQ(msoAutoShape, shapes.Item("AutoShape 3").Type()) << "drawn behind the layer";
+
+  RenameShapeDirectly(*sheet_, 1, "Renamed");
+  EXPECT_TRUE(shapes.Item("Renamed").SameAs(a));
+  EXPECT_THROW(shapes.Item(aName), HostError) << "the old name is free";
+  EXPECT_THROW(c.SetName("Renamed"), HostError);
+  c.SetName(aName);
+  EXPECT_TRUE(shapes.Item(aName).SameAs(c));
+
+  DrawRectangleDirectly(*sheet_, "", 100, 50);
+  RemoveShapeDirectly(*sheet_, 2);  // "AutoShape 3"
+  DrawRectangleDirectly(*sheet_, "", 100, 90);
+  std::set<std::string> names;
+  for (int i = 0; i < 3; ++i) names.insert(shapes.AddShape(msoShapeFlowchartDecision, 200, 10 + 40 * i, 40, 30).Name());
+  for (int i = 1; i <= shapes.Count(); ++i) {
+    std::string name = shapes.Item(i).Name();
+    if (name.empty()) continue;
+    EXPECT_TRUE(shapes.Item(name).SameAs(shapes.Item(i))) << name;
+    names.insert(name);
+  }
+  EXPECT_EQ(5u, names.size()) << "each named shape once: Renamed, c and three decisions";
+  EXPECT_EQ(7, shapes.Count());
 }
 
 TEST_F(HostShapesTest, GroupsTextAndKindsOfShape) {

@@ -1,0 +1,112 @@
+#include "ShapeIndex.h"
+
+#include <com/sun/star/container/XChild.hpp>
+
+namespace nivarel::office {
+
+namespace {
+
+std::string NameOf(const Reference<css::drawing::XShape>& s) {
+  Reference<css::beans::XPropertySet> ps(s, uno::UNO_QUERY);
+  return ps.is() ? ToUtf8(GetProp<OUString>(ps, "Name")) : std::string();
+}
+
+void* KeyOf(const Reference<css::drawing::XDrawPage>& page) {
+  return Reference<uno::XInterface>(page, uno::UNO_QUERY).get();
+}
+
+std::mutex indexesMutex;
+std::map<void*, std::unique_ptr<ShapeIndex>>& Indexes() {
+  static std::map<void*, std::unique_ptr<ShapeIndex>> indexes;
+  return indexes;
+}
+
+}  // namespace
+
+ShapeIndex& ShapeIndex::Of(const SheetRef& sheet) {
+  auto page = sheet.Page();
+  ShapeIndex* index;
+  {
+    std::lock_guard<std::mutex> lock(indexesMutex);
+    auto& slot = Indexes()[KeyOf(page)];
+    if (!slot || slot->page_ != page) slot.reset(new ShapeIndex(page));
+    index = slot.get();
+  }
+  if (page->getCount() != index->topCount_ || index->Top() != index->top_) index->Read();
+  return *index;
+}
+
+Reference<css::drawing::XShape> ShapeIndex::Top() const {
+  sal_Int32 n = page_->getCount();
+  return n > 0 ? Reference<css::drawing::XShape>(page_->getByIndex(n - 1), uno::UNO_QUERY) : nullptr;
+}
+
+void ShapeIndex::Forget(const SheetRef& sheet) {
+  std::lock_guard<std::mutex> lock(indexesMutex);
+  auto it = Indexes().find(KeyOf(sheet.Page()));
+  if (it != Indexes().end()) it->second->Forget();
+}
+
+void ShapeIndex::Read() {
+  byName_.clear();
+  allCount_ = 0;
+  std::function<void(const Reference<css::drawing::XShapes>&)> walk = [&](const Reference<css::drawing::XShapes>& shapes) {
+    for (sal_Int32 i = 0, n = shapes->getCount(); i < n; ++i) {
+      Reference<css::drawing::XShape> s(shapes->getByIndex(i), uno::UNO_QUERY);
+      if (!s.is()) continue;
+      ++allCount_;
+      std::string name = NameOf(s);
+      if (!name.empty()) byName_.emplace(name, s);
+      Reference<css::drawing::XShapes> group(s, uno::UNO_QUERY);
+      if (group.is()) walk(group);
+    }
+  };
+  Reference<css::drawing::XShapes> top(page_, uno::UNO_QUERY_THROW);
+  walk(top);
+  topCount_ = page_->getCount();
+  top_ = Top();
+}
+
+Reference<css::drawing::XShape> ShapeIndex::Find(const std::string& name) {
+  for (int pass = 0; pass < 2; ++pass) {
+    if (pass == 1) Read();  // renamed or removed behind the layer's back
+    auto it = byName_.find(name);
+    if (it == byName_.end()) continue;
+    // Still on the sheet under that name?
+    Reference<css::container::XChild> child(it->second, uno::UNO_QUERY);
+    if (child.is() && child->getParent().is() && NameOf(it->second) == name) return it->second;
+  }
+  return {};
+}
+
+std::string ShapeIndex::FreshName(const std::string& word) const {
+  for (int n = allCount_ + 1;; ++n) {
+    std::string candidate = word + " " + std::to_string(n);
+    if (!Taken(candidate)) return candidate;
+  }
+}
+
+void ShapeIndex::Added(const Reference<css::drawing::XShape>& shape, const std::string& name) {
+  if (topCount_ < 0) return;
+  ++topCount_;
+  ++allCount_;
+  top_ = shape;
+  if (!name.empty()) byName_[name] = shape;
+}
+
+void ShapeIndex::Removed(const std::string& name) {
+  if (topCount_ < 0) return;
+  --topCount_;
+  --allCount_;
+  top_ = Top();
+  byName_.erase(name);
+}
+
+void ShapeIndex::Renamed(const Reference<css::drawing::XShape>& shape, const std::string& from,
+                         const std::string& to) {
+  auto it = byName_.find(from);
+  if (it != byName_.end() && it->second == shape) byName_.erase(it);
+  if (!to.empty()) byName_[to] = shape;
+}
+
+}  // namespace nivarel::office
