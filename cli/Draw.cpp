@@ -85,6 +85,24 @@ std::string BesideTheChart(const Worksheet& sheet, Shapes& shapes, int nextRow) 
   return sheet.Cells(std::max(1, nextRow - 2), column).Address(false);
 }
 
+// Waits for the run to be done with the step typed into the cell typed:
+// the run moves the cursor on when it has drawn the step. A prompt on the
+// way is answered with its default button. A step the run could not draw
+// leaves the cursor where it was: after a while the next step goes on.
+void FinishStep(UiDriver& ui, const Application& app, const std::string& typed) {
+  auto end = std::chrono::steady_clock::now() + std::chrono::seconds(5);
+  while (std::chrono::steady_clock::now() < end) {
+    if (!ui.DialogTitle().empty()) {
+      ui.PressDialogKey("RETURN");
+      WaitFor([&] { return ui.DialogTitle().empty(); }, 3000);
+      continue;
+    }
+    auto cell = app.ActiveCell();
+    if (cell && cell->Address(false) != typed) return;
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  }
+}
+
 void AcceptPrompts(UiDriver& ui) {
   for (int i = 0; i < 5; ++i) {
     if (!WaitFor([&] { return !ui.DialogTitle().empty(); }, i == 0 ? 500 : 200)) return;
@@ -181,8 +199,9 @@ int Draw(const DrawOptions& options, std::istream& in, std::ostream& out, std::o
           ui.SelectCell(next);
           continue;
         }
-        ui.TypeIntoCell(cell->Address(false), step);
-        AcceptPrompts(ui);
+        std::string typed = cell->Address(false);
+        ui.TypeIntoCell(typed, step);
+        FinishStep(ui, app, typed);
       }
       // Stopping asks for the end terminator: the command returns only when
       // the prompt is answered, so it is sent from beside this thread.

@@ -393,6 +393,21 @@ TEST_F(CliTest, DrawFollowsTheGivenSettingsAndRefusesBadInput) {
                 symbols[i + 1]["top"].get<double>() + symbols[i + 1]["height"].get<double>() / 2, 0.5);
   }
 
+  // Settings that ask for the branch labels: the prompt a decision brings up
+  // is taken with its offer, and the steps after it are drawn.
+  std::string asking = std::regex_replace(cfg, std::regex("BranchLabelOption=0"), "BranchLabelOption=1");
+  std::ofstream(folder_ + "/ask.cfg") << asking;
+  std::ofstream(folder_ + "/ask.txt") << "order\nIs it packed?\nship\n";
+  CommandRun asked = Run("draw '" + folder_ + "/ask.txt' -o '" + folder_ + "/ask.ods' --config '" + folder_ + "/ask.cfg'");
+  ASSERT_EQ(0, asked.exitCode) << asked.output;
+  bool grouped = false, lastDrawn = false;
+  for (const json& s : Parse(ListShapes(folder_ + "/ask.ods"))) {
+    grouped = grouped || (s.value("type", 0) == 6 && s["members"].size() >= 2);
+    lastDrawn = lastDrawn || s.value("text", "") == "Ship";
+  }
+  EXPECT_TRUE(grouped) << "the decision with the labels the prompt offered";
+  EXPECT_TRUE(lastDrawn) << "the step after the prompt";
+
   CommandRun wrongType = Run("draw '" + steps + "' -o '" + folder_ + "/chart.pdf'");
   EXPECT_EQ(1, wrongType.exitCode);
   EXPECT_NE(std::string::npos, wrongType.output.find("unknown output type '.pdf'")) << wrongType.output;
