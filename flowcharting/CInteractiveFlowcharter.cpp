@@ -315,7 +315,7 @@ bool CInteractiveFlowcharter::DrawStep(bool first) {
   bool prompt = false;
   int16_t direction = 2;
   if (m_LastShapeName.empty()) {
-    prompt = host::GetNonTemplateShapeCount(*m_ws) >= 2;
+    prompt = host::GetNonTemplateShapeCount(*m_ws, 2) >= 2;
     direction = m_Config.FlowDirection == 1 ? 1 : 2;
   } else {
     shapes::CShapeAlignment alignment;
@@ -396,7 +396,7 @@ void CInteractiveFlowcharter::CatchUpWithUndo() {
 void CInteractiveFlowcharter::AddFlowLineConnector(bool prompt) {
   try {
     if (!m_ws) m_ws = host::ExcelApp->ActiveSheet();
-    if (host::GetNonTemplateShapeCount(*m_ws) < 2 || !m_Shape) return;
+    if (host::GetNonTemplateShapeCount(*m_ws, 2) < 2 || !m_Shape) return;
     std::optional<office::Shape> previous;
     if (!m_LastShapeName.empty()) {
       try {
@@ -570,7 +570,7 @@ void CInteractiveFlowcharter::StopFlowcharting(bool skip) {
         Drawing drawing(*m_ws);
         FitTerminator(*m_Shape, m_Symbols.GetWidth(kTerminator));
         bool prompt = false;
-        if (m_LastShapeName.empty()) prompt = host::GetNonTemplateShapeCount(*m_ws) >= 2;
+        if (m_LastShapeName.empty()) prompt = host::GetNonTemplateShapeCount(*m_ws, 2) >= 2;
         if (m_Config.AddFlowLine) AddFlowLineConnector(prompt);
         try {
           m_ws->Cells(m_Shape->BottomRightCell().Row() + 1, m_Column).Select();

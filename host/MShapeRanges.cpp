@@ -25,12 +25,11 @@ long GetNonTemplateShapeCount() {
   return 0;
 }
 
-long GetNonTemplateShapeCount(const Worksheet& ws) {
+long GetNonTemplateShapeCount(const Worksheet& ws, long limit) {
   long count = 0;
   try {
     Shapes shapes = ws.GetShapes();
-    int n = shapes.Count();
-    for (int i = 1; i <= n; ++i) {
+    for (int i = shapes.Count(); i >= 1 && count < limit; --i) {
       Shape shape = shapes.Item(i);
       int type = shape.Type();
       if (type != msoAutoShape && type != msoGroup && type != msoTextBox) continue;

@@ -1,6 +1,8 @@
 // Counting the shapes of a flowchart on a sheet.
 #pragma once
 
+#include <climits>
+
 #include "Worksheet.h"
 
 namespace nivarel::host {
@@ -11,7 +13,9 @@ namespace nivarel::host {
 // pictures don't count; a group counts once.
 long GetNonTemplateShapeCount();
 // The same count on a given sheet: a run counts on its own sheet, whichever
-// document the office shows in front.
-long GetNonTemplateShapeCount(const office::Worksheet& ws);
+// document the office shows in front. With a limit the count stops there,
+// looking at the newest shapes first: a run that only asks whether there are
+// two does not look at every shape of a full sheet.
+long GetNonTemplateShapeCount(const office::Worksheet& ws, long limit = LONG_MAX);
 
 }  // namespace nivarel::host

@@ -306,6 +306,12 @@ TEST_F(AddinTest, OccupiedRangeAndFlowchartShapeCount) {
   EXPECT_EQ(2, GetNonTemplateShapeCount()) << "the symbol key doesn't count";
   shapes.AddShape(msoShapeFlowchartProcess, 500, 10, 20, 20).SetName("flowchart key");
   EXPECT_EQ(3, GetNonTemplateShapeCount()) << "only the exact name is the key";
+  // Asked for at most two, from the newest shapes down: a template frame and
+  // a line on top are passed over, the key too.
+  shapes.AddShape(msoShapeRectangle, 600, 10, 50, 20).SetName("Template frame");
+  shapes.AddLine(600, 40, 650, 40);
+  EXPECT_EQ(2, GetNonTemplateShapeCount(*sheet_, 2));
+  EXPECT_EQ(3, GetNonTemplateShapeCount(*sheet_, 5));
 }
 
 TEST_F(AddinTest, TheGridMeasureMakesSquareCells) {
