@@ -182,9 +182,12 @@ std::string Shape::Name() const {
 void Shape::SetName(const std::string& name) {
   Call("Shape.Name", [&] {
     ShapeIndex& index = ShapeIndex::Of(*impl_->sheet);
-    auto holder = index.Find(name);
-    if (holder.is() && holder != impl_->shape)
-      throw HostError(HostError::kNameTaken, "The name '" + name + "' is already in use on this sheet");
+    // A name the index does not hold is free: no need to read the sheet again.
+    if (index.Taken(name)) {
+      auto holder = index.Find(name);
+      if (holder.is() && holder != impl_->shape)
+        throw HostError(HostError::kNameTaken, "The name '" + name + "' is already in use on this sheet");
+    }
     std::string old = ToUtf8(GetProp<OUString>(impl_->Props(), "Name"));
     SetProp(impl_->Props(), "Name", ToOu(name));
     index.Renamed(impl_->shape, old, name);

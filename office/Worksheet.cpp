@@ -270,6 +270,4 @@ Worksheet::PictureArea Worksheet::ExportDrawingPicture(const std::string& path, 
   return AllShapes(*this).ExportPicture(path, pixelsPerPoint);
 }
 
-Worksheet::PictureArea Worksheet::DrawingArea() const { return AllShapes(*this).Area(); }
-
 }  // namespace nivarel::office

@@ -51,8 +51,6 @@ class Worksheet {
   // with its outlines, arrowheads and shadows) at pixelsPerPoint (2 is 144
   // dpi) and returns the area it shows.
   PictureArea ExportDrawingPicture(const std::string& path, double pixelsPerPoint = 2) const;
-  // The area a picture of the drawing would show; empty without shapes.
-  PictureArea DrawingArea() const;
   PageSetup GetPageSetup() const;
   PageBreaks HPageBreaks() const;
   PageBreaks VPageBreaks() const;

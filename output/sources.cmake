@@ -3,6 +3,7 @@
 set(OUTPUT_SOURCES
   ${CMAKE_SOURCE_DIR}/output/CLoadPictureGDI.cpp
   ${CMAKE_SOURCE_DIR}/output/CRangePrompt.cpp
+  ${CMAKE_SOURCE_DIR}/output/PictureFolder.cpp
   ${CMAKE_SOURCE_DIR}/output/StorePictures.cpp
   ${CMAKE_SOURCE_DIR}/output/ucImages.cpp
   ${CMAKE_SOURCE_DIR}/output/ucShapes.cpp

@@ -1,16 +1,12 @@
 #include "ucImages.h"
 
 #include <cstdio>
-#include <filesystem>
 #include <stdexcept>
 
-#include "MErrorHandler.h"
-#include "MSpecialFolders.h"
 
 namespace nivarel::output {
 
-ucImages::ucImages(std::string folder)
-    : folder_(folder.empty() ? host::GetInstallFolder() + "/pictures" : std::move(folder)), shapes_(folder_) {}
+ucImages::ucImages(std::string folder) : pictures_(std::move(folder), "ucImages"), shapes_(pictures_.Folder()) {}
 
 std::string ucImages::StyleFileName(int style, bool doubleSize) {
   char name[32];
@@ -22,16 +18,6 @@ std::string ucImages::LineFileName(int style, bool doubleSize) {
   char name[32];
   std::snprintf(name, sizeof name, "lines/%02d%s.png", style, doubleSize ? "@2x" : "");
   return name;
-}
-
-std::string ucImages::Existing(const std::string& path) const {
-  std::error_code ec;
-  if (std::filesystem::is_regular_file(path, ec)) return path;
-  if (!logged_) {
-    logged_ = true;
-    host::LogEvent("ucImages", "StyleImage", "Picture not found: " + path);
-  }
-  return "";
 }
 
 std::string ucImages::GridImage(int index) const {
@@ -49,24 +35,20 @@ std::vector<std::string> ucImages::GridImageList() const {
 
 std::string ucImages::StyleImage(int& index) const {
   if (index < 1 || index > kLastStyle) index = kStyleFallback;
-  return Existing(folder_ + "/" + StyleFileName(index));
+  return pictures_.Path(StyleFileName(index));
 }
 
 std::vector<std::string> ucImages::StyleImageList() const {
-  std::vector<std::string> out;
-  for (int i = 1; i <= kLastStyle; ++i) out.push_back(Existing(folder_ + "/" + StyleFileName(i)));
-  return out;
+  return pictures_.List(1, kLastStyle, StyleFileName);
 }
 
 std::string ucImages::FlowlineStyleImage(int& index) const {
   if (index < 1 || index > kLastLineStyle) index = kLineFallback;
-  return Existing(folder_ + "/" + LineFileName(index));
+  return pictures_.Path(LineFileName(index));
 }
 
 std::vector<std::string> ucImages::FlowlineStyleImageList() const {
-  std::vector<std::string> out;
-  for (int i = 1; i <= kLastLineStyle; ++i) out.push_back(Existing(folder_ + "/" + LineFileName(i)));
-  return out;
+  return pictures_.List(1, kLastLineStyle, LineFileName);
 }
 
 }  // namespace nivarel::output

@@ -36,10 +36,8 @@ class ucImages {
   static std::string LineFileName(int style, bool doubleSize = false);
 
  private:
-  std::string Existing(const std::string& path) const;
-  std::string folder_;
+  PictureFolder pictures_;
   ucShapes shapes_;
-  mutable bool logged_ = false;
 };
 
 }  // namespace nivarel::output

@@ -1,15 +1,10 @@
 #include "ucShapes.h"
 
 #include <cstdio>
-#include <filesystem>
-
-#include "MErrorHandler.h"
-#include "MSpecialFolders.h"
 
 namespace nivarel::output {
 
-ucShapes::ucShapes(std::string folder)
-    : folder_(folder.empty() ? host::GetInstallFolder() + "/pictures" : std::move(folder)) {}
+ucShapes::ucShapes(std::string folder) : pictures_(std::move(folder), "ucShapes") {}
 
 std::string ucShapes::FileName(int index, bool doubleSize) {
   char name[32];
@@ -17,25 +12,13 @@ std::string ucShapes::FileName(int index, bool doubleSize) {
   return name;
 }
 
-std::string ucShapes::Existing(const std::string& path) const {
-  std::error_code ec;
-  if (std::filesystem::is_regular_file(path, ec)) return path;
-  if (!logged_) {
-    logged_ = true;
-    host::LogEvent("ucShapes", "ShapeImage", "Picture not found: " + path);
-  }
-  return "";
-}
-
 std::string ucShapes::ShapeImage(int& index) const {
   if (index < kFirst || index > kLast) index = kFallback;
-  return Existing(folder_ + "/" + FileName(index));
+  return pictures_.Path(FileName(index));
 }
 
 std::vector<std::string> ucShapes::ShapeImageList() const {
-  std::vector<std::string> out;
-  for (int i = kFirst; i <= kLast; ++i) out.push_back(Existing(folder_ + "/" + FileName(i)));
-  return out;
+  return pictures_.List(kFirst, kLast, FileName);
 }
 
 }  // namespace nivarel::output

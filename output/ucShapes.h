@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "PictureFolder.h"
+
 namespace nivarel::output {
 
 class ucShapes {
@@ -27,9 +29,7 @@ class ucShapes {
   static std::string FileName(int index, bool doubleSize = false);
 
  private:
-  std::string Existing(const std::string& path) const;
-  std::string folder_;
-  mutable bool logged_ = false;
+  PictureFolder pictures_;
 };
 
 }  // namespace nivarel::output
