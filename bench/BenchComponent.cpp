@@ -3,15 +3,22 @@
 // writes its results to the file as one JSON object.
 #include <algorithm>
 #include <chrono>
+#include <cstdio>
 #include <fstream>
 #include <memory>
+#include <stdexcept>
 #include <vector>
 
 #include <com/sun/star/frame/Desktop.hpp>
 #include <com/sun/star/frame/DispatchDescriptor.hpp>
 #include <com/sun/star/frame/XDispatch.hpp>
 #include <com/sun/star/frame/XDispatchProvider.hpp>
+#include <com/sun/star/lang/XMultiServiceFactory.hpp>
 #include <com/sun/star/lang/XServiceInfo.hpp>
+#include <com/sun/star/text/XTextRange.hpp>
+#include <com/sun/star/drawing/XDrawPage.hpp>
+#include <com/sun/star/beans/PropertyValue.hpp>
+#include <com/sun/star/beans/XPropertySet.hpp>
 #include <cppuhelper/factory.hxx>
 #include <cppuhelper/implbase1.hxx>
 #include <cppuhelper/implbase3.hxx>
@@ -139,14 +146,16 @@ void Populate(Worksheet& sheet, int existing) {
   }
 }
 
-// The run's cost per step: the step's text put into the cell the run
-// selected and the sheet's change handler run on it, as a commit does, on a
-// sheet with existing shapes already; beside it, the office's own cost of
-// the same symbols and lines added directly.
-std::string MeasureLive(const Reference<uno::XComponentContext>& context) {
-  Connect(context);
-  SetInstallFolder(NIVAREL_SHIPPED);
+// The office process's resident memory in MB.
+double ResidentMb() {
+  std::ifstream in("/proc/self/status");
+  std::string line;
+  while (std::getline(in, line))
+    if (line.rfind("VmRSS:", 0) == 0) return std::stod(line.substr(6)) / 1024.0;
+  return 0;
+}
 
+rules::CConfig LiveConfig() {
   rules::CConfig config;
   config.LoadConfigData();
   config.StartTerminator = true;
@@ -154,57 +163,184 @@ std::string MeasureLive(const Reference<uno::XComponentContext>& context) {
   config.AddFlowLine = true;
   config.BranchLabelOption = 0;
   config.StartLocation = "C3";
-  const char* steps[] = {"Receive the order", "Check the order for completeness", "Enter it in the system",
-                         "Check stock levels", "Pick the items", "Pack the parcel", "Print the invoice",
-                         "Hand the parcel to the carrier"};
+  return config;
+}
+
+const char* const kSteps[] = {"Receive the order", "Check the order for completeness", "Enter it in the system",
+                              "Check stock levels", "Pick the items", "Pack the parcel", "Print the invoice",
+                              "Hand the parcel to the carrier"};
+
+// A new workbook, active, so that the run draws on its sheet.
+Workbook ActiveBook() {
+  Workbook book = ExcelApp->GetWorkbooks().Add();
+  book.Activate();
+  std::optional<Worksheet> active = ExcelApp->ActiveSheet();
+  if (!active || !active->SameAs(book.Sheet(1))) throw std::runtime_error("the new workbook is not the active one");
+  return book;
+}
+
+// Runs count steps of a live run on the active sheet and answers the time of each, as a
+// commit costs it: the value put into the cell the run selected, then the
+// sheet's change handler on that cell.
+std::vector<double> RunSteps(int count) {
+  std::vector<double> ms;
+  flowcharting::CInteractiveFlowcharter flowcharter;
+  flowcharter.StartFlowcharting(LiveConfig());
+  for (int i = 0; i < count; ++i) {
+    Range cell = *ExcelApp->ActiveCell();
+    auto start = std::chrono::steady_clock::now();
+    ExcelApp->SetEnableEvents(false);
+    cell.SetValue(kSteps[i % 8]);
+    ExcelApp->SetEnableEvents(true);
+    flowcharter.m_ws_Change(cell);
+    ms.push_back(std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count());
+  }
+  flowcharter.StopFlowcharting(true);
+  return ms;
+}
+
+// The same symbols and glued lines made through the object model, in a
+// column of their own.
+std::vector<double> LayerSteps(Worksheet& sheet, int count, int column) {
+  std::vector<double> ms;
+  Shapes shapes = sheet.GetShapes();
+  std::optional<Shape> previous;
+  for (int i = 0; i < count; ++i) {
+    Range cell = sheet.Cells(3 + 5 * i, column);
+    auto start = std::chrono::steady_clock::now();
+    Shape s = shapes.AddShape(msoShapeFlowchartProcess, cell.Left(), cell.Top(), 102, 38);
+    s.GetTextFrame().GetCharacters().SetText(kSteps[i % 8]);
+    if (previous) {
+      Shape line = shapes.AddConnector(msoConnectorStraight, 0, 0, 10, 10);
+      line.GetConnectorFormat().BeginConnect(*previous, 3);
+      line.GetConnectorFormat().EndConnect(s, 1);
+    }
+    previous = s;
+    ms.push_back(std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count());
+  }
+  return ms;
+}
+
+// The same again with the office's own calls only: a custom shape with its
+// geometry, place, size and text, and a connector glued to the one before,
+// no names, no index, no bookkeeping.
+std::vector<double> BareSteps(Worksheet& sheet, int count, int column) {
+  std::vector<double> ms;
+  const SheetRef& ref = *sheet.Ref();
+  Reference<css::lang::XMultiServiceFactory> factory(ref.document, uno::UNO_QUERY_THROW);
+  Reference<css::drawing::XDrawPage> page = ref.Page();
+  Reference<css::drawing::XShape> previous;
+  for (int i = 0; i < count; ++i) {
+    Range cell = sheet.Cells(3 + 5 * i, column);
+    double left = cell.Left(), top = cell.Top();
+    auto start = std::chrono::steady_clock::now();
+    Reference<css::drawing::XShape> s(factory->createInstance("com.sun.star.drawing.CustomShape"),
+                                      uno::UNO_QUERY_THROW);
+    page->add(s);
+    Reference<css::beans::XPropertySet> ps(s, uno::UNO_QUERY_THROW);
+    css::beans::PropertyValue type;
+    type.Name = "Type";
+    type.Value <<= OUString("flowchart-process");
+    ps->setPropertyValue("CustomShapeGeometry", uno::Any(uno::Sequence<css::beans::PropertyValue>(&type, 1)));
+    s->setPosition(css::awt::Point(static_cast<sal_Int32>(left * 2540 / 72), static_cast<sal_Int32>(top * 2540 / 72)));
+    s->setSize(css::awt::Size(3598, 1341));
+    Reference<css::text::XTextRange>(s, uno::UNO_QUERY_THROW)->setString(OUString::createFromAscii(kSteps[i % 8]));
+    if (previous.is()) {
+      Reference<css::drawing::XShape> line(factory->createInstance("com.sun.star.drawing.ConnectorShape"),
+                                           uno::UNO_QUERY_THROW);
+      page->add(line);
+      Reference<css::beans::XPropertySet> lp(line, uno::UNO_QUERY_THROW);
+      lp->setPropertyValue("StartShape", uno::Any(previous));
+      lp->setPropertyValue("StartGluePointIndex", uno::Any(sal_Int32(2)));
+      lp->setPropertyValue("EndShape", uno::Any(s));
+      lp->setPropertyValue("EndGluePointIndex", uno::Any(sal_Int32(0)));
+    }
+    previous = s;
+    ms.push_back(std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count());
+  }
+  return ms;
+}
+
+std::string Json(double v) {
+  char buf[32];
+  snprintf(buf, sizeof buf, "%.2f", v);
+  return buf;
+}
+
+// The run's cost per step on sheets that already hold shapes; beside it, the
+// same symbols and lines made through the object model and with the office's
+// own calls, on the same sheet. A second run of the same steps with the
+// layer's operations timed says where a step's time goes.
+std::string MeasureLive(const Reference<uno::XComponentContext>& context) {
+  Connect(context);
+  SetInstallFolder(NIVAREL_SHIPPED);
   const int stepCount = 40;
   std::string result = "{\"measure\": \"live run\", \"steps\": " + std::to_string(stepCount) + ", \"sheets\": [";
   bool firstSheet = true;
-  for (int existing : {0, 100, 500}) {
-    Workbook book = ExcelApp->GetWorkbooks().Add();
+  for (int existing : {0, 100, 500, 2000}) {
+    Workbook book = ActiveBook();
     Worksheet sheet = book.Sheet(1);
     Populate(sheet, existing);
-    std::vector<double> run, raw;
-    {
-      flowcharting::CInteractiveFlowcharter flowcharter;
-      flowcharter.StartFlowcharting(config);
-      for (int i = 0; i < stepCount; ++i) {
-        Range cell = *ExcelApp->ActiveCell();
-        auto start = std::chrono::steady_clock::now();
-        ExcelApp->SetEnableEvents(false);
-        cell.SetValue(steps[i % 8]);
-        ExcelApp->SetEnableEvents(true);
-        flowcharter.m_ws_Change(cell);
-        run.push_back(std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count());
-      }
-      flowcharter.StopFlowcharting(true);
-    }
-    // The same number of symbols and lines made directly, two columns right.
-    Shapes shapes = sheet.GetShapes();
-    std::optional<Shape> previous;
-    for (int i = 0; i < stepCount; ++i) {
-      Range cell = sheet.Cells(3 + 5 * i, 14);
-      auto start = std::chrono::steady_clock::now();
-      Shape s = shapes.AddShape(msoShapeFlowchartProcess, cell.Left(), cell.Top(), 102, 38);
-      s.GetTextFrame().GetCharacters().SetText(steps[i % 8]);
-      if (previous) {
-        Shape line = shapes.AddConnector(msoConnectorStraight, 0, 0, 10, 10);
-        line.GetConnectorFormat().BeginConnect(*previous, 3);
-        line.GetConnectorFormat().EndConnect(s, 1);
-      }
-      previous = s;
-      raw.push_back(std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count());
-    }
-    auto [runMedian, runP90] = MedianAndP90(run);
-    auto [rawMedian, rawP90] = MedianAndP90(raw);
-    result += std::string(firstSheet ? "" : ", ") + "{\"existing_shapes\": " + std::to_string(existing) +
-              ", \"run_median_ms\": " + std::to_string(runMedian) + ", \"run_p90_ms\": " + std::to_string(runP90) +
-              ", \"raw_median_ms\": " + std::to_string(rawMedian) + ", \"raw_p90_ms\": " + std::to_string(rawP90) + "}";
-    firstSheet = false;
+    int before = sheet.GetShapes().Count();
+    auto [runMedian, runP90] = MedianAndP90(RunSteps(stepCount));
+    int drawn = sheet.GetShapes().Count() - before;
+    auto [layerMedian, layerP90] = MedianAndP90(LayerSteps(sheet, stepCount, 14));
+    auto [bareMedian, bareP90] = MedianAndP90(BareSteps(sheet, stepCount, 20));
     book.Close();
+
+    // The profile: the same run on a fresh sheet of the same size.
+    Workbook again = ActiveBook();
+    Worksheet profiled = again.Sheet(1);
+    Populate(profiled, existing);
+    long calls = HostCallCount();
+    ProfileHostCalls(true);
+    std::vector<double> steps = RunSteps(stepCount);
+    std::vector<HostCallTime> profile = HostCallProfile();
+    ProfileHostCalls(false);
+    calls = HostCallCount() - calls;
+    again.Close();
+    double total = 0, inHost = 0;
+    for (double m : steps) total += m;
+    for (const auto& t : profile) inHost += t.ms;
+    std::string top;
+    for (size_t i = 0; i < profile.size() && i < 12; ++i)
+      top += std::string(i ? ", " : "") + "[\"" + profile[i].what + "\", " +
+             Json(static_cast<double>(profile[i].calls) / stepCount) + ", " + Json(profile[i].ms / stepCount) + "]";
+
+    result += std::string(firstSheet ? "" : ", ") + "{\"existing_shapes\": " + std::to_string(existing) +
+              ", \"shapes_drawn\": " + std::to_string(drawn) +
+              ", \"run_median_ms\": " + Json(runMedian) + ", \"run_p90_ms\": " + Json(runP90) +
+              ", \"layer_median_ms\": " + Json(layerMedian) + ", \"layer_p90_ms\": " + Json(layerP90) +
+              ", \"bare_median_ms\": " + Json(bareMedian) + ", \"bare_p90_ms\": " + Json(bareP90) +
+              ", \"profile\": {\"step_ms\": " + Json(total / stepCount) + ", \"host_ms\": " + Json(inHost / stepCount) +
+              ", \"host_calls\": " + Json(static_cast<double>(calls) / stepCount) +
+              ", \"costliest [operation, calls, ms] per step\": [" + top + "]}}";
+    firstSheet = false;
   }
   ExcelApp.reset();
   return result + "]}";
+}
+
+// The office's memory before and after a live run of 2,000 steps on an
+// empty sheet, and the run's median step over the last hundred.
+std::string MeasureMemory(const Reference<uno::XComponentContext>& context) {
+  Connect(context);
+  SetInstallFolder(NIVAREL_SHIPPED);
+  const int stepCount = 2000;
+  Workbook book = ActiveBook();
+  Worksheet sheet = book.Sheet(1);
+  double before = ResidentMb();
+  std::vector<double> ms = RunSteps(stepCount);
+  double after = ResidentMb();
+  int shapes = sheet.GetShapes().Count();
+  auto [first, firstP90] = MedianAndP90(std::vector<double>(ms.begin(), ms.begin() + 100));
+  auto [last, lastP90] = MedianAndP90(std::vector<double>(ms.end() - 100, ms.end()));
+  book.Close();
+  ExcelApp.reset();
+  return "{\"measure\": \"memory\", \"steps\": " + std::to_string(stepCount) + ", \"shapes\": " +
+         std::to_string(shapes) + ", \"rss_before_mb\": " + Json(before) + ", \"rss_after_mb\": " + Json(after) +
+         ", \"growth_mb\": " + Json(after - before) + ", \"first_100_median_ms\": " + Json(first) +
+         ", \"last_100_median_ms\": " + Json(last) + "}";
 }
 
 class BenchHandler : public cppu::WeakImplHelper3<frame::XDispatchProvider, frame::XDispatch, css::lang::XServiceInfo> {
@@ -248,6 +384,8 @@ class BenchHandler : public cppu::WeakImplHelper3<frame::XDispatchProvider, fram
         result = MeasureSizing(context_);
       else if (name == "live")
         result = MeasureLive(context_);
+      else if (name == "memory")
+        result = MeasureMemory(context_);
       else
         result = "{\"error\": \"unknown measure\"}";
     } catch (const std::exception& e) {

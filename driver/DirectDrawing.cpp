@@ -31,6 +31,13 @@ void RemoveShapeDirectly(const Worksheet& sheet, int index) {
   });
 }
 
+void BringToFrontDirectly(const Worksheet& sheet, int index) {
+  Call("BringToFrontDirectly", [&] {
+    SetProp(Reference<css::beans::XPropertySet>(At(sheet, index), uno::UNO_QUERY_THROW), "ZOrder",
+            sheet.Ref()->Page()->getCount() - 1);
+  });
+}
+
 void RenameShapeDirectly(const Worksheet& sheet, int index, const std::string& name) {
   Call("RenameShapeDirectly", [&] {
     SetProp(Reference<css::beans::XPropertySet>(At(sheet, index), uno::UNO_QUERY_THROW), "Name", ToOu(name));

@@ -14,6 +14,8 @@ namespace nivarel::driver {
 void DrawRectangleDirectly(const office::Worksheet& sheet, const std::string& name, double left, double top);
 // Removes the shape at 1-based drawing position index.
 void RemoveShapeDirectly(const office::Worksheet& sheet, int index);
+// Moves the shape at 1-based drawing position index to the top.
+void BringToFrontDirectly(const office::Worksheet& sheet, int index);
 // Renames the shape at 1-based drawing position index.
 void RenameShapeDirectly(const office::Worksheet& sheet, int index, const std::string& name);
 

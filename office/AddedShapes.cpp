@@ -18,6 +18,7 @@
 #include <cppuhelper/implbase1.hxx>
 
 #include "Border.h"
+#include "ShapeIndex.h"
 #include "Uno.h"
 
 namespace nivarel::office {
@@ -263,40 +264,48 @@ class ShapesAction : public cppu::WeakImplHelper1<css::document::XUndoAction> {
   std::vector<Recipe> recipes_;
 };
 
-std::vector<Reference<css::drawing::XShape>> TopLevel(const SheetRef& sheet) {
-  auto page = sheet.Page();
-  std::vector<Reference<css::drawing::XShape>> out;
-  for (sal_Int32 i = 0; i < page->getCount(); ++i)
-    out.push_back(Reference<css::drawing::XShape>(page->getByIndex(i), uno::UNO_QUERY));
-  return out;
-}
 
 }  // namespace
 
-// Shapes compared by identity: the office's one object behind each handle.
-static const void* Identity(const Reference<css::drawing::XShape>& shape) {
-  return Reference<uno::XInterface>(shape, uno::UNO_QUERY).get();
-}
 
 struct AddedShapes::State {
   std::shared_ptr<SheetRef> sheet;
-  std::set<const void*> before;
+  ShapeIndex::Mark mark;
+  sal_Int32 count = 0;
 };
 
 AddedShapes::AddedShapes(const Worksheet& sheet) : state_(std::make_unique<State>()) {
   state_->sheet = sheet.Ref();
   Call("AddedShapes", [&] {
-    for (const auto& s : TopLevel(*state_->sheet)) state_->before.insert(Identity(s));
+    state_->mark = ShapeIndex::Of(*state_->sheet).Now();
+    state_->count = state_->sheet->Page()->getCount();
   });
 }
 
 AddedShapes::~AddedShapes() {
   try {
     Call("AddedShapes", [&] {
+      // The shape index's journal knows what the layer added; should the
+      // sheet have changed otherwise meanwhile, new shapes are those above
+      // the count there was.
       std::vector<Reference<css::drawing::XShape>> added;
-      for (const auto& s : TopLevel(*state_->sheet))
-        if (!state_->before.count(Identity(s))) added.push_back(s);
+      if (!ShapeIndex::Of(*state_->sheet).AddedSince(state_->mark, added)) {
+        auto page = state_->sheet->Page();
+        for (sal_Int32 i = state_->count; i < page->getCount(); ++i)
+          added.push_back(Reference<css::drawing::XShape>(page->getByIndex(i), uno::UNO_QUERY));
+      }
       if (added.empty()) return;
+      // In drawing order, as the sheet holds them.
+      std::vector<std::pair<sal_Int32, Reference<css::drawing::XShape>>> ordered;
+      for (const auto& s : added) {
+        sal_Int32 z = 0;
+        Reference<css::beans::XPropertySet>(s, uno::UNO_QUERY_THROW)->getPropertyValue("ZOrder") >>= z;
+        ordered.emplace_back(z, s);
+      }
+      std::sort(ordered.begin(), ordered.end(),
+                [](const auto& a, const auto& b) { return a.first < b.first; });
+      added.clear();
+      for (const auto& [z, s] : ordered) added.push_back(s);
       ManagerOf(state_->sheet->document)->addUndoAction(new ShapesAction(state_->sheet, std::move(added)));
     });
   } catch (...) {

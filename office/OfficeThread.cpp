@@ -1,5 +1,7 @@
 // The office's thread for a remote client, and the count of the layer's calls.
+#include <algorithm>
 #include <atomic>
+#include <map>
 #include <chrono>
 #include <exception>
 #include <future>
@@ -120,10 +122,52 @@ namespace nivarel::office {
 
 namespace {
 std::atomic<long> hostCalls{0};
+std::atomic<bool> profiling{false};
+std::mutex profileMutex;
+std::map<std::string, HostCallTime> profile;
+thread_local int timedDepth = 0;
+
+long long NowNs() {
+  return std::chrono::duration_cast<std::chrono::nanoseconds>(
+             std::chrono::steady_clock::now().time_since_epoch())
+      .count();
 }
+}  // namespace
 
 void CountHostCall() { hostCalls.fetch_add(1, std::memory_order_relaxed); }
 
 long HostCallCount() { return hostCalls.load(std::memory_order_relaxed); }
+
+HostCallTimer::HostCallTimer(const char* what) : what_(what) {
+  if (!profiling.load(std::memory_order_relaxed)) return;
+  counted_ = true;
+  if (timedDepth++ == 0) start_ = NowNs();
+}
+
+HostCallTimer::~HostCallTimer() {
+  if (!counted_) return;
+  --timedDepth;
+  if (start_ < 0) return;
+  double ms = (NowNs() - start_) / 1e6;
+  std::lock_guard<std::mutex> lock(profileMutex);
+  HostCallTime& t = profile[what_];
+  t.what = what_;
+  ++t.calls;
+  t.ms += ms;
+}
+
+void ProfileHostCalls(bool on) {
+  std::lock_guard<std::mutex> lock(profileMutex);
+  profile.clear();
+  profiling = on;
+}
+
+std::vector<HostCallTime> HostCallProfile() {
+  std::lock_guard<std::mutex> lock(profileMutex);
+  std::vector<HostCallTime> sums;
+  for (const auto& [what, t] : profile) sums.push_back(t);
+  std::sort(sums.begin(), sums.end(), [](const HostCallTime& a, const HostCallTime& b) { return a.ms > b.ms; });
+  return sums;
+}
 
 }  // namespace nivarel::office

@@ -194,23 +194,27 @@ void Shape::SetName(const std::string& name) {
   });
 }
 
+int TypeOfService(const OUString& t) {
+  if (t == "com.sun.star.drawing.GroupShape") return msoGroup;
+  if (t == "com.sun.star.drawing.LineShape") return msoLine;
+  if (t == "com.sun.star.drawing.TextShape") return msoTextBox;
+  if (t == "com.sun.star.drawing.GraphicObjectShape") return msoPicture;
+  if (t == "com.sun.star.drawing.PolyPolygonShape" || t == "com.sun.star.drawing.PolyLineShape" ||
+      t == "com.sun.star.drawing.OpenBezierShape" || t == "com.sun.star.drawing.ClosedBezierShape")
+    return msoFreeform;
+  if (t == "com.sun.star.drawing.ControlShape") return 8;  // form control
+  if (t == "com.sun.star.drawing.OLE2Shape") return 7;     // embedded object
+  return msoAutoShape;
+}
+
 int Shape::Type() const {
   return Call("Shape.Type", [&] {
     OUString t = ServiceOf(*impl_);
-    if (t == "com.sun.star.drawing.GroupShape") return msoGroup;
-    if (t == "com.sun.star.drawing.LineShape") return msoLine;
-    if (t == "com.sun.star.drawing.TextShape") return msoTextBox;
-    if (t == "com.sun.star.drawing.GraphicObjectShape") return msoPicture;
-    if (t == "com.sun.star.drawing.PolyPolygonShape" || t == "com.sun.star.drawing.PolyLineShape" ||
-        t == "com.sun.star.drawing.OpenBezierShape" || t == "com.sun.star.drawing.ClosedBezierShape")
-      return msoFreeform;
-    if (t == "com.sun.star.drawing.ControlShape") return 8;       // form control
-    if (t == "com.sun.star.drawing.OLE2Shape") return 7;          // embedded object
     if (t == "com.sun.star.drawing.CustomShape") {
       int id = AutoTypeOf(*impl_);
       if (id >= 105 && id <= 124) return msoCallout;
     }
-    return msoAutoShape;
+    return TypeOfService(t);
   });
 }
 
@@ -516,7 +520,7 @@ void Shape::ZOrder(int command) {
       default: throw HostError(HostError::kInvalidArgument, "The specified value is out of range.");
     }
     SetProp(ps, "ZOrder", z);
-    index.Reordered();
+    index.Reordered(impl_->shape);
   });
 }
 
@@ -527,5 +531,9 @@ int Shape::ZOrderPosition() const {
 Worksheet Shape::Parent() const { return Worksheet(impl_->sheet); }
 
 bool Shape::SameAs(const Shape& other) const { return impl_->shape == other.impl_->shape; }
+
+const void* Shape::Key() const {
+  return Reference<uno::XInterface>(impl_->shape, uno::UNO_QUERY).get();
+}
 
 }  // namespace nivarel::office

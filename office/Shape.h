@@ -79,6 +79,9 @@ class Shape {
   int ZOrderPosition() const;  // 1-based
 
   Worksheet Parent() const;
+  // The same for every handle to this shape, and for its outline
+  // (Shapes::Outlines).
+  const void* Key() const;
   bool SameAs(const Shape& other) const;
   const std::shared_ptr<ShapeImpl>& Impl() const { return impl_; }
 

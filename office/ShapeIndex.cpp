@@ -48,6 +48,12 @@ void ShapeIndex::Forget(const SheetRef& sheet) {
 }
 
 void ShapeIndex::Read() {
+  if (!forgotten_) {
+    ++journal_;
+    added_.clear();
+    moved_.clear();
+  }
+  forgotten_ = false;
   byName_.clear();
   allCount_ = 0;
   std::function<void(const Reference<css::drawing::XShapes>&)> walk = [&](const Reference<css::drawing::XShapes>& shapes) {
@@ -86,7 +92,44 @@ std::string ShapeIndex::FreshName(const std::string& word) const {
   }
 }
 
+void ShapeIndex::Grouped(const SheetRef& sheet, const Reference<css::drawing::XShape>& group) {
+  std::lock_guard<std::mutex> lock(indexesMutex);
+  auto it = Indexes().find(KeyOf(sheet.Page()));
+  if (it == Indexes().end()) return;
+  it->second->added_.push_back(group);
+  it->second->Forget();
+}
+
+void ShapeIndex::Reordered(const Reference<css::drawing::XShape>& shape) {
+  top_ = Top();
+  long at = static_cast<long>(added_.size()) - 1;
+  while (at >= 0 && added_[static_cast<size_t>(at)] != shape) --at;
+  moved_.push_back(at);
+}
+
+bool ShapeIndex::ReorderedSince(const Mark& mark) const {
+  if (mark.journal != journal_) return true;
+  for (size_t i = mark.reorders; i < moved_.size(); ++i)
+    if (moved_[i] < static_cast<long>(mark.position)) return true;
+  return false;
+}
+
+bool ShapeIndex::AddedSince(const Mark& mark, std::vector<Reference<css::drawing::XShape>>& added) const {
+  if (mark.journal != journal_ || mark.position > added_.size()) return false;
+  Reference<uno::XInterface> page(page_, uno::UNO_QUERY);
+  for (size_t i = mark.position; i < added_.size(); ++i) {
+    Reference<css::container::XChild> child(added_[i], uno::UNO_QUERY);
+    if (!child.is() || Reference<uno::XInterface>(child->getParent(), uno::UNO_QUERY) != page) continue;
+    bool seen = false;
+    for (const auto& a : added)
+      if (a == added_[i]) seen = true;
+    if (!seen) added.push_back(added_[i]);
+  }
+  return true;
+}
+
 void ShapeIndex::Added(const Reference<css::drawing::XShape>& shape, const std::string& name) {
+  added_.push_back(shape);
   if (topCount_ < 0) return;
   ++topCount_;
   ++allCount_;

@@ -37,7 +37,7 @@ Shape ShapeRange::Group() {
                                           uno::UNO_QUERY_THROW);
     Reference<css::beans::XPropertySet> ps(group, uno::UNO_QUERY_THROW);
     SetProp(ps, "Name", ToOu(name));
-    ShapeIndex::Forget(*sheet_);
+    ShapeIndex::Grouped(*sheet_, group);
     std::vector<std::shared_ptr<ShapeImpl>> impls;
     for (const auto& m : shapes_) impls.push_back(m.Impl());
     RebindByName(Reference<css::drawing::XShapes>(group, uno::UNO_QUERY_THROW), impls, names);

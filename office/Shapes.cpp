@@ -1,5 +1,7 @@
 #include "Shapes.h"
 
+#include <algorithm>
+
 #include <set>
 
 #include <com/sun/star/awt/Point.hpp>
@@ -89,6 +91,60 @@ Shape Shapes::Item(int index) const {
       throw HostError(HostError::kInvalidArgument, "The index into the specified collection is out of bounds.");
     Reference<css::drawing::XShape> s(page->getByIndex(index - 1), uno::UNO_QUERY_THROW);
     return Shape(ShapeFor(sheet_, s));
+  });
+}
+
+std::vector<ShapeOutline> Shapes::Outlines() const {
+  return Call("Shapes.Outlines", [&] {
+    auto page = sheet_->Page();
+    std::vector<ShapeOutline> outlines;
+    sal_Int32 count = page->getCount();
+    outlines.reserve(static_cast<size_t>(count));
+    for (sal_Int32 i = 0; i < count; ++i) {
+      Reference<css::drawing::XShape> s(page->getByIndex(i), uno::UNO_QUERY);
+      if (!s.is()) continue;
+      ShapeOutline o;
+      o.index = i + 1;
+      o.key = Reference<uno::XInterface>(s, uno::UNO_QUERY).get();
+      OUString service = s->getShapeType();
+      o.type = TypeOfService(service);
+      o.connector = service == "com.sun.star.drawing.ConnectorShape";
+      css::awt::Point at = s->getPosition();
+      css::awt::Size size = s->getSize();
+      o.left = HmmToPt(at.X);
+      o.top = HmmToPt(at.Y);
+      o.width = HmmToPt(size.Width);
+      o.height = HmmToPt(size.Height);
+      outlines.push_back(o);
+    }
+    return outlines;
+  });
+}
+
+ShapeMark Shapes::Mark() const {
+  return Call("Shapes.Mark", [&] {
+    ShapeIndex::Mark m = ShapeIndex::Of(*sheet_).Now();
+    return ShapeMark{Reference<uno::XInterface>(sheet_->Page(), uno::UNO_QUERY).get(), m.journal, m.position,
+                     m.reorders};
+  });
+}
+
+bool Shapes::AddedSince(const ShapeMark& mark, std::vector<Shape>& added, bool& reordered) const {
+  return Call("Shapes.AddedSince", [&] {
+    if (mark.sheet != Reference<uno::XInterface>(sheet_->Page(), uno::UNO_QUERY).get()) return false;
+    ShapeIndex& index = ShapeIndex::Of(*sheet_);
+    std::vector<Reference<css::drawing::XShape>> shapes;
+    if (!index.AddedSince(ShapeIndex::Mark{mark.journal, mark.position, mark.reorders}, shapes)) return false;
+    reordered = index.ReorderedSince(ShapeIndex::Mark{mark.journal, mark.position, mark.reorders});
+    std::vector<std::pair<sal_Int32, Reference<css::drawing::XShape>>> ordered;
+    for (const auto& s : shapes) {
+      sal_Int32 z = 0;
+      Reference<css::beans::XPropertySet>(s, uno::UNO_QUERY_THROW)->getPropertyValue("ZOrder") >>= z;
+      ordered.emplace_back(z, s);
+    }
+    std::sort(ordered.begin(), ordered.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+    for (const auto& [z, s] : ordered) added.push_back(Shape(ShapeFor(sheet_, s)));
+    return true;
   });
 }
 

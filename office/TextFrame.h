@@ -40,6 +40,7 @@ class TextFrame {
   void SetMarginBottom(double points);
 
  private:
+  friend class TextMeasure;
   std::shared_ptr<ShapeImpl> shape_;
 };
 

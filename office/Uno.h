@@ -129,6 +129,10 @@ struct ShapeImpl {
   Reference<css::beans::XPropertySet> Props() const;
 };
 
+// Shape::Type of a shape of the office's service t, callouts apart (they
+// answer msoAutoShape here).
+int TypeOfService(const OUString& t);
+
 // Turns the shape's fitting to its text on or off: its height, and its width
 // too while word wrap is off. The top left corner stays where it is.
 void FitShapeToText(const ShapeImpl& shape, bool fit);
@@ -194,11 +198,26 @@ inline long OfficeToRgb(sal_Int32 c) {
 // Counts one operation of the layer (see HostCallCount).
 void CountHostCall();
 
+// Times the outermost operation while profiling is on (see HostCallProfile).
+class HostCallTimer {
+ public:
+  explicit HostCallTimer(const char* what);
+  ~HostCallTimer();
+  HostCallTimer(const HostCallTimer&) = delete;
+  HostCallTimer& operator=(const HostCallTimer&) = delete;
+
+ private:
+  const char* what_;
+  bool counted_ = false;
+  long long start_ = -1;
+};
+
 // Runs an office call on the calling thread and turns any office exception
 // into a HostError whose description names the operation.
 template <class F>
 auto CallHere(const char* what, F&& f) -> decltype(f()) {
   CountHostCall();
+  HostCallTimer timer(what);
   try {
     return f();
   } catch (const HostError&) {

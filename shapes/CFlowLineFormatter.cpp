@@ -1,5 +1,8 @@
 #include "CFlowLineFormatter.h"
 
+#include <vector>
+
+#include <mutex>
 #include <optional>
 
 #include "MErrorHandler.h"
@@ -19,11 +22,6 @@ constexpr int kStylesPerWeight = 7, kLastStyle = 21;
 
 bool IsAlternateProcess(const std::optional<office::Shape>& shape) {
   return shape && shape->AutoShapeType() == office::msoShapeFlowchartAlternateProcess;
-}
-
-bool IsLine(const office::Shape& shape) {
-  int type = shape.Type();
-  return type == office::msoLine || (type == office::msoAutoShape && shape.Connector());
 }
 
 }  // namespace
@@ -83,19 +81,62 @@ int16_t CFlowLineFormatter::GetLineStyle(office::Shape& line) {
   }
 }
 
+namespace {
+
+// Per sheet, the moment its lines were last all at the back.
+std::mutex settledMutex;
+std::vector<office::ShapeMark> settled;
+
+bool IsLine(int type, bool connector) { return type == office::msoLine || (type == office::msoAutoShape && connector); }
+
+}  // namespace
+
 void CFlowLineFormatter::SetFlowLineOrder(office::Worksheet& worksheet) {
   try {
+    // Every line goes behind every other shape; the lines to move go to the
+    // back topmost first, so that they keep their order among themselves,
+    // and the lines already at the back and every other shape keep theirs.
     office::Shapes shapes = worksheet.GetShapes();
-    int count = shapes.Count();
-    for (int command : {office::msoSendBackward, office::msoSendToBack}) {
-      for (int i = 1; i <= count; ++i) {
-        try {
-          office::Shape shape = shapes.Item(i);
-          if (IsLine(shape)) shape.ZOrder(command);
-        } catch (...) {
-        }
+    office::ShapeMark now = shapes.Mark();
+    std::optional<office::ShapeMark> before;
+    {
+      std::lock_guard<std::mutex> lock(settledMutex);
+      for (const auto& m : settled)
+        if (m.sheet == now.sheet) before = m;
+    }
+    std::vector<office::Shape> added, misplaced;
+    bool reordered = true;
+    bool ok = before && shapes.AddedSince(*before, added, reordered);
+    if (ok && !reordered) {
+      // Nothing but the layer's own additions since the lines were last in
+      // order (after a step, its symbol and line): only new lines can stand
+      // in front. Sending them to the back costs no look at the others.
+      for (auto it = added.rbegin(); it != added.rend(); ++it)
+        if (IsLine(it->Type(), it->Connector())) misplaced.push_back(*it);
+    } else {
+      // Read in one go, the sheet shows which lines stand above some other
+      // shape.
+      std::vector<office::ShapeOutline> outlines = shapes.Outlines();
+      size_t lowestOther = outlines.size();
+      for (size_t i = 0; i < outlines.size() && lowestOther == outlines.size(); ++i)
+        if (!IsLine(outlines[i].type, outlines[i].connector)) lowestOther = i;
+      for (size_t i = outlines.size(); i-- > lowestOther;)
+        if (IsLine(outlines[i].type, outlines[i].connector)) misplaced.push_back(shapes.Item(outlines[i].index));
+    }
+    for (office::Shape& line : misplaced) {
+      try {
+        line.ZOrder(office::msoSendToBack);
+      } catch (...) {
       }
     }
+    office::ShapeMark after = shapes.Mark();
+    std::lock_guard<std::mutex> lock(settledMutex);
+    for (auto& m : settled)
+      if (m.sheet == after.sheet) {
+        m = after;
+        return;
+      }
+    settled.push_back(after);
   } catch (...) {
   }
 }

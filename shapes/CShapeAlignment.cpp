@@ -76,27 +76,31 @@ bool CShapeAlignment::IsAdjacent(const office::Worksheet& worksheet, const offic
   try {
     if (direction < kUp || direction > kLeft) return result;
     Centre p = CentreOf(previousShape), n = CentreOf(newShape);
-    std::string previousName = previousShape.Name();
+    std::string previousName;
     office::Shapes shapes = worksheet.GetShapes();
-    int count = shapes.Count();
-    for (int i = 1; i <= count; ++i) {
-      office::Shape other = shapes.Item(i);
-      if (other.SameAs(previousShape) || other.SameAs(newShape)) continue;
-      int type = other.Type();
+    const void* previousKey = previousShape.Key();
+    const void* newKey = newShape.Key();
+    // The sheet's shapes read in one go: a step costs no call per shape.
+    for (const office::ShapeOutline& other : shapes.Outlines()) {
+      if (other.key == previousKey || other.key == newKey) continue;
+      int type = other.type;
       if (type == office::msoLine || type == office::msoTextBox) continue;
-      if (type == office::msoGroup && GroupHolds(other, previousName)) continue;
-      Centre o = CentreOf(other);
+      if (type == office::msoGroup) {
+        if (previousName.empty()) previousName = previousShape.Name();
+        if (GroupHolds(shapes.Item(other.index), previousName)) continue;
+      }
+      Centre o{other.left + other.width / 2, other.top + other.height / 2};
       bool blocks = false;
       switch (direction) {
         case kUp:
         case kDown: {
           bool between = direction == kUp ? n.y < o.y && o.y < p.y : p.y < o.y && o.y < n.y;
-          blocks = between && other.Left() < p.x && p.x < other.Left() + other.Width();
+          blocks = between && other.left < p.x && p.x < other.left + other.width;
           break;
         }
         default: {
           bool between = direction == kRight ? p.x < o.x && o.x < n.x : n.x < o.x && o.x < p.x;
-          blocks = between && other.Top() < p.y && p.y < other.Top() + other.Height();
+          blocks = between && other.top < p.y && p.y < other.top + other.height;
           break;
         }
       }

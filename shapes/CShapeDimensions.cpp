@@ -1,6 +1,9 @@
 #include "CShapeDimensions.h"
 
 #include <cmath>
+#include <map>
+#include <mutex>
+#include <tuple>
 #include <sstream>
 #include <vector>
 
@@ -31,9 +34,35 @@ std::string Head(const std::string& s, size_t n) { return s.substr(0, rules::Cha
 
 double U() { return host::GlobalRowHeight; }
 
+// What a kind of symbol adds to the width of its text, and the heights of n
+// lines in it at a width, as the office fitted them.
+struct Widening {
+  double a = 1, b = 0;
+};
+std::mutex learntMutex;
+std::map<std::pair<int, office::TextLook>, Widening> widenings;
+std::map<std::tuple<int, office::TextLook, int32_t, size_t>, double> heights;
+
+// Text in Latin letters only keeps one font's line height; other scripts
+// may fall back to fonts with taller lines, so their heights are not kept.
+bool LatinOnly(const std::string& text) {
+  for (size_t i = 0; i < text.size();) {
+    unsigned char c = static_cast<unsigned char>(text[i]);
+    if (c < 0x80) {
+      ++i;
+      continue;
+    }
+    // Two-byte sequences up to U+024F.
+    if ((c & 0xE0) != 0xC0 || c > 0xC9) return false;
+    i += 2;
+  }
+  return true;
+}
+
 }  // namespace
 
 void CShapeDimensions::BeginMeasure(office::Shape& shape) {
+  m_Measuring = true;
   if (host::ExcelVersion < 12) return;
   try {
     office::TextFrame2 frame = shape.GetTextFrame2();
@@ -81,7 +110,8 @@ void CShapeDimensions::SetShapeDimensions(office::Shape& shape, const rules::CCo
     double left = shape.Left(), top = shape.Top();
     int32_t width = symbols.GetWidth(type);
     int16_t minRows = symbols.GetMinHeight(type);
-    BeginMeasure(shape);
+    m_For.reset();
+    m_Type = type;
     if (type == office::msoShapeFlowchartConnector || type == office::msoShapeFlowchartOffpageConnector) {
       int32_t centre = newColumn ? maxWidth : width;
       SetConnectorDimensions(shape, config, type, width, minRows, centre, left, top, text);
@@ -145,36 +175,14 @@ int16_t CShapeDimensions::GetWrappedTextRowCount(const std::string& text, office
       if (c == '-') c = ' ';
     for (size_t at; (at = line.find("  ")) != std::string::npos;) line.erase(at, 1);
 
+    Prepare(shape);
     std::string wrapped;
     std::vector<std::string> paragraphs = Split(line, '\n');
     for (size_t i = 0; i < paragraphs.size(); ++i) {
       if (i) wrapped += '\n';
       wrapped += ProcessParagraph(paragraphs[i], shape, width * U());
     }
-    size_t n = rules::CharacterCount(wrapped);
-    bool oldHost = host::ExcelVersion < 12;
-    if (n >= 256 && oldHost) {
-      // The older host takes no text this long at once: the same number of
-      // lines stands in.
-      size_t lines = Split(wrapped, '\n').size();
-      wrapped.clear();
-      for (size_t i = 0; i < lines; ++i) wrapped += "X\n";
-      wrapped += "X";
-    }
-    office::TextFrame frame = shape.GetTextFrame();
-    frame.GetCharacters().SetText(wrapped);
-    frame.SetAutoSize(true);
-    shape.SetTop(0);
-    shape.SetLeft(0);
-    shape.SetWidth(width * U());
-    frame.SetAutoSize(false);
-    if (n >= 256 && oldHost) {
-      for (size_t position = 1; position < n; position += 250)
-        frame.GetCharacters(static_cast<int>(position), -1).Insert(text.substr(position - 1, 250));
-    } else {
-      frame.GetCharacters().SetText(text);
-    }
-    double height = shape.Height();
+    double height = WrappedHeight(shape, wrapped, text, width);
     rows = static_cast<int16_t>(std::floor(height / U()));
     if (height - rows * U() > kFitMargin) ++rows;
   } catch (...) {
@@ -209,11 +217,97 @@ std::string CShapeDimensions::ProcessParagraph(const std::string& paragraph, off
   return result;
 }
 
-double CShapeDimensions::FittedWidth(office::Shape& shape, const std::string& text) {
+double CShapeDimensions::FitShape(office::Shape& shape, const std::string& text) {
+  if (!m_Measuring) BeginMeasure(shape);
   office::TextFrame frame = shape.GetTextFrame();
   frame.GetCharacters().SetText(text);
   frame.SetAutoSize(true);
   return shape.Width();
+}
+
+double CShapeDimensions::FittedWidth(office::Shape& shape, const std::string& text) {
+  Prepare(shape);
+  return m_A * m_Measure->Width(text) + m_B;
+}
+
+void CShapeDimensions::Prepare(office::Shape& shape) {
+  if (m_For && m_For->SameAs(shape)) return;
+  if (!m_Type) m_Type = static_cast<int>(shape.AutoShapeType());
+  m_Measure.emplace(shape.GetTextFrame());
+  m_For = shape;
+  auto key = std::make_pair(m_Type, m_Measure->Look());
+  {
+    std::lock_guard<std::mutex> lock(learntMutex);
+    auto found = widenings.find(key);
+    if (found != widenings.end()) {
+      m_A = found->second.a;
+      m_B = found->second.b;
+      return;
+    }
+  }
+  // Two texts, short and long, fitted by the office: the shape's width
+  // grows with its text's by a, beyond b.
+  const std::string shortText(4, 'M'), longText(24, 'M');
+  double w1 = m_Measure->Width(shortText), w2 = m_Measure->Width(longText);
+  double f1 = FitShape(shape, shortText), f2 = FitShape(shape, longText);
+  Widening learnt;
+  if (w2 > w1) {
+    learnt.a = (f2 - f1) / (w2 - w1);
+    learnt.b = f1 - learnt.a * w1;
+  }
+  m_A = learnt.a;
+  m_B = learnt.b;
+  std::lock_guard<std::mutex> lock(learntMutex);
+  widenings[key] = learnt;
+}
+
+double CShapeDimensions::WrappedHeight(office::Shape& shape, const std::string& wrapped, const std::string& text,
+                                       int32_t width) {
+  size_t n = rules::CharacterCount(wrapped);
+  bool oldHost = host::ExcelVersion < 12;
+  size_t lines = Split(wrapped, '\n').size();
+  office::TextFrame frame = shape.GetTextFrame();
+  auto putBack = [&] {
+    if (n >= 256 && oldHost) {
+      for (size_t position = 1; position < n; position += 250)
+        frame.GetCharacters(static_cast<int>(position), -1).Insert(text.substr(position - 1, 250));
+    } else {
+      frame.GetCharacters().SetText(text);
+    }
+  };
+  bool keep = LatinOnly(wrapped);
+  auto key = std::make_tuple(m_Type, m_Measure->Look(), width, lines);
+  if (keep) {
+    std::lock_guard<std::mutex> lock(learntMutex);
+    auto found = heights.find(key);
+    if (found != heights.end()) {
+      double height = found->second;
+      putBack();
+      return height;
+    }
+  }
+  std::string measured = wrapped;
+  if (n >= 256 && oldHost) {
+    // The older host takes no text this long at once: the same number of
+    // lines stands in.
+    measured.clear();
+    for (size_t i = 0; i < lines; ++i) measured += "X\n";
+    measured += "X";
+  }
+  if (!m_Measuring) BeginMeasure(shape);
+  frame.GetCharacters().SetText(measured);
+  frame.SetAutoSize(true);
+  shape.SetTop(0);
+  shape.SetLeft(0);
+  shape.SetWidth(width * U());
+  frame.SetAutoSize(false);
+  putBack();
+  double height = shape.Height();
+  if (keep) {
+    std::lock_guard<std::mutex> lock(learntMutex);
+    heights[key] = height;
+  }
+  return height;
 }
 
 bool CShapeDimensions::LineFits(const std::string& line, const std::string& word, office::Shape& shape,

@@ -1,16 +1,23 @@
 // Sizes a symbol to its text on the grid: width by the symbol's width class,
 // height in whole rows of the sheet (GlobalRowHeight), as many as the text
-// needs when wrapped in that width. The shape itself is the measure: the text
-// is wrapped word by word, asking the shape for its width after each word,
-// then the shape fits itself to the wrapped lines and its height is read.
+// needs when wrapped in that width. The text is wrapped word by word, each
+// line measured in the shape's font by the office's font engine
+// (office::TextMeasure); the shape fitted to the wrapped lines gives the
+// height. What the shape itself adds to its text, in width (the margins, and
+// the part of the shape that holds text) and in height for a number of
+// lines, is learnt from the office by fitting the shape, once per kind of
+// symbol, look of text and width for the life of the process.
 #pragma once
 
 #include <cstdint>
 #include <string>
 
+#include <optional>
+
 #include "CConfig.h"
 #include "CSymbolData.h"
 #include "Shape.h"
+#include "TextMeasure.h"
 
 namespace nivarel::shapes {
 
@@ -39,14 +46,27 @@ class CShapeDimensions {
   bool WordFits(const std::string& piece, office::Shape& shape, double limit);
   static std::string ConditionalAppend(const std::string& first, const std::string& second,
                                        const std::string& separator);
-  // The width of the shape fitted to text.
+  // The width of the shape fitted to text: a × the text's width + b.
   double FittedWidth(office::Shape& shape, const std::string& text);
+  // The width of the shape fitted to text, by the office itself.
+  double FitShape(office::Shape& shape, const std::string& text);
+  // Gets the measure ready for shape: its look, and what it adds to a text.
+  void Prepare(office::Shape& shape);
+  // The height of the shape holding wrapped, lines long, at width grid units;
+  // leaves text in the shape.
+  double WrappedHeight(office::Shape& shape, const std::string& wrapped, const std::string& text, int32_t width);
   // Lets the shape grow sideways while it is measured, and wrap again after.
   void BeginMeasure(office::Shape& shape);
   void EndMeasure(office::Shape& shape);
   void StopFitting(office::Shape& shape);
   // Sets the final place and size: width and rows in grid units.
   void Place(office::Shape& shape, double left, double top, int32_t width, int32_t rows);
+
+  std::optional<office::Shape> m_For;  // the shape the measure is ready for
+  std::optional<office::TextMeasure> m_Measure;
+  int m_Type = 0;
+  double m_A = 1, m_B = 0;
+  bool m_Measuring = false;  // the shape grows sideways to fit its text
 };
 
 }  // namespace nivarel::shapes

@@ -14,6 +14,7 @@
 #include "CConfig.h"
 #include "CFlowLineAdder.h"
 #include "CFlowLineFormatter.h"
+#include "DirectDrawing.h"
 #include "HostError.h"
 #include "MErrorHandler.h"
 #include "MGlobalVariables.h"
@@ -295,6 +296,27 @@ TEST_F(FlowLinesTest, LinesEndUpBehindAllShapes) {
   EXPECT_LT(b.ZOrderPosition(), box.ZOrderPosition());
   EXPECT_LT(box.ZOrderPosition(), c.ZOrderPosition());
   EXPECT_EQ(8, shapes.Count());
+
+  // Lines in front again: a new one the layer adds, an old one the layer
+  // brings forward, an old one somebody else brings to the front; each time
+  // every line ends up behind every other shape.
+  std::vector<Shape> lines = {l1, l2, l3, l4};
+  auto linesAtTheBack = [&](const char* what) {
+    int last = 0;
+    for (const Shape& l : lines) last = std::max(last, l.ZOrderPosition());
+    EXPECT_EQ(static_cast<int>(lines.size()), last) << what;
+  };
+  Shape d = Add(msoShapeFlowchartProcess, 10, 300);
+  lines.push_back(Connector());
+  formatter_.SetFlowLineOrder(*sheet_);
+  linesAtTheBack("a new line");
+  EXPECT_LT(c.ZOrderPosition(), d.ZOrderPosition());
+  l2.ZOrder(msoBringToFront);
+  formatter_.SetFlowLineOrder(*sheet_);
+  linesAtTheBack("an old line brought forward by the layer");
+  driver::BringToFrontDirectly(*sheet_, l3.ZOrderPosition());
+  formatter_.SetFlowLineOrder(*sheet_);
+  linesAtTheBack("an old line brought forward behind the layer's back");
   EXPECT_EQ("", ReadLogFile());
 }
 

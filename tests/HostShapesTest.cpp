@@ -4,6 +4,7 @@
 #include <cmath>
 #include <filesystem>
 #include <set>
+#include <vector>
 
 #include "AutoShapeTypes.h"
 #include "DirectDrawing.h"
@@ -128,6 +129,49 @@ TEST_F(HostShapesTest, ShapesChangedBehindTheLayersBackAreSeen) {
   }
   EXPECT_EQ(5u, names.size()) << "each named shape once: Renamed, c and three decisions";
   EXPECT_EQ(7, shapes.Count());
+}
+
+TEST_F(HostShapesTest, WhatTheLayerAddedSinceAMarkWithoutALookAtTheSheet) {
+  Shapes shapes = sheet_->GetShapes();
+  Shape old = shapes.AddShape(msoShapeFlowchartProcess, 10, 10, 50, 20);
+  ShapeMark mark = shapes.Mark();
+  Shape a = shapes.AddShape(msoShapeFlowchartProcess, 10, 50, 50, 20);
+  Shape line = shapes.AddConnector(msoConnectorStraight, 0, 0, 10, 10);
+  shapes.AddShape(msoShapeFlowchartDecision, 10, 90, 50, 20).Delete();
+  Shape b = shapes.AddShape(msoShapeFlowchartProcess, 10, 130, 50, 20);
+  b.ZOrder(msoSendToBack);  // a new shape moved: the old ones keep their order
+
+  auto keys = [](const std::vector<Shape>& shapes) {
+    std::vector<const void*> out;
+    for (const Shape& s : shapes) out.push_back(s.Key());
+    return out;
+  };
+  std::vector<Shape> added;
+  bool reordered = true;
+  ASSERT_TRUE(shapes.AddedSince(mark, added, reordered));
+  EXPECT_FALSE(reordered);
+  EXPECT_EQ((std::vector<const void*>{b.Key(), a.Key(), line.Key()}), keys(added))
+      << "in drawing order, the deleted one left out";
+
+  Shape group = shapes.GetRange({a.Name(), line.Name()}).Group();
+  added.clear();
+  ASSERT_TRUE(shapes.AddedSince(mark, added, reordered));
+  EXPECT_EQ((std::vector<const void*>{b.Key(), group.Key()}), keys(added)) << "the group, not its members";
+
+  old.ZOrder(msoBringToFront);
+  added.clear();
+  ASSERT_TRUE(shapes.AddedSince(mark, added, reordered));
+  EXPECT_TRUE(reordered) << "a shape older than the mark moved";
+
+  ShapeMark later = shapes.Mark();
+  DrawRectangleDirectly(*sheet_, "", 100, 10);
+  EXPECT_FALSE(shapes.AddedSince(later, added, reordered)) << "drawn behind the layer's back";
+  EXPECT_FALSE(shapes.AddedSince(mark, added, reordered));
+  ShapeMark fresh = shapes.Mark();
+  Shape c = shapes.AddShape(msoShapeFlowchartProcess, 200, 10, 50, 20);
+  added.clear();
+  ASSERT_TRUE(shapes.AddedSince(fresh, added, reordered));
+  EXPECT_EQ((std::vector<const void*>{c.Key()}), keys(added));
 }
 
 TEST_F(HostShapesTest, GroupsTextAndKindsOfShape) {
