@@ -45,9 +45,14 @@ namespace {
 
 std::mutex facesMutex;
 // The faces of the office last measured in: a device belongs to its office.
-Reference<uno::XComponentContext> facesContext;
-Reference<css::awt::XDevice> device;
-std::map<std::tuple<std::string, double, bool, bool>, std::shared_ptr<TextMeasure::Face>>* faces = nullptr;
+// Never destroyed: released at the process's exit, a remote office's objects
+// would be released through a bridge already gone.
+struct Faces {
+  Reference<uno::XComponentContext> context;
+  Reference<css::awt::XDevice> device;
+  std::map<std::tuple<std::string, double, bool, bool>, std::shared_ptr<TextMeasure::Face>> byFont;
+};
+Faces* faces = nullptr;
 
 }  // namespace
 
@@ -82,14 +87,14 @@ TextMeasure::TextMeasure(const TextFrame& frame) {
 
     std::lock_guard<std::mutex> lock(facesMutex);
     Reference<uno::XComponentContext> context = shape.sheet->session->context;
-    if (!faces) faces = new std::map<std::tuple<std::string, double, bool, bool>, std::shared_ptr<Face>>();
-    if (facesContext != context || !device.is()) {
-      faces->clear();
-      facesContext = context;
-      device = css::awt::Toolkit::create(context)->createScreenCompatibleDevice(1, 1);
+    if (!faces) faces = new Faces();
+    if (faces->context != context || !faces->device.is()) {
+      faces->byFont.clear();
+      faces->context = context;
+      faces->device = css::awt::Toolkit::create(context)->createScreenCompatibleDevice(1, 1);
     }
     auto key = std::make_tuple(look_.font, look_.size, look_.bold, look_.italic);
-    auto& face = (*faces)[key];
+    auto& face = faces->byFont[key];
     if (!face) {
       face = std::make_shared<Face>();
       // The device measures in whole pixels: a large font keeps the widths
@@ -101,7 +106,7 @@ TextMeasure::TextMeasure(const TextFrame& frame) {
       face->pixelsPerPoint = look_.size > 0 ? d.Height / look_.size : scale;
       d.Weight = weight;
       d.Slant = slant;
-      face->font = device->getFont(d);
+      face->font = faces->device->getFont(d);
       if (!face->font.is()) throw HostError(HostError::kOfficeFailure, "TextFrame.Look: no font " + look_.font);
     }
     face_ = face;

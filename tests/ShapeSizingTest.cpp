@@ -82,6 +82,12 @@ class ShapeSizingTest : public testing::AddinFixture {
 // insets of 7.2 pt at the sides and 3.6 pt above and below. So a process line
 // may hold 8 × 12.8 + 2.16 − 14.4 = 90.2 pt of text, and n lines are
 // n × 8.93 + 7.2 pt high.
+// Widths are measured word by word in the font and summed with the blanks;
+// the shape lays out the whole line, so a pair kerned across a blank could
+// make the drawn line differ from the measure by a fraction of a point. The
+// cases keep clear of the limit by more than that, except where a comment
+// gives the margin. The heights of the non-Latin case are fitted by the
+// office each time (a fallback font may make its lines taller).
 TEST_F(ShapeSizingTest, TextsOfEveryKindComeOutInWholeRows) {
   const std::string ten = "one two three four five six seven eight nine ten";
   std::string s250;
