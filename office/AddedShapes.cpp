@@ -1,7 +1,6 @@
 #include "AddedShapes.h"
 
 #include <algorithm>
-#include <set>
 #include <vector>
 
 #include <com/sun/star/beans/PropertyAttribute.hpp>
@@ -264,9 +263,7 @@ class ShapesAction : public cppu::WeakImplHelper1<css::document::XUndoAction> {
   std::vector<Recipe> recipes_;
 };
 
-
 }  // namespace
-
 
 struct AddedShapes::State {
   std::shared_ptr<SheetRef> sheet;
@@ -295,17 +292,6 @@ AddedShapes::~AddedShapes() {
           added.push_back(Reference<css::drawing::XShape>(page->getByIndex(i), uno::UNO_QUERY));
       }
       if (added.empty()) return;
-      // In drawing order, as the sheet holds them.
-      std::vector<std::pair<sal_Int32, Reference<css::drawing::XShape>>> ordered;
-      for (const auto& s : added) {
-        sal_Int32 z = 0;
-        Reference<css::beans::XPropertySet>(s, uno::UNO_QUERY_THROW)->getPropertyValue("ZOrder") >>= z;
-        ordered.emplace_back(z, s);
-      }
-      std::sort(ordered.begin(), ordered.end(),
-                [](const auto& a, const auto& b) { return a.first < b.first; });
-      added.clear();
-      for (const auto& [z, s] : ordered) added.push_back(s);
       ManagerOf(state_->sheet->document)->addUndoAction(new ShapesAction(state_->sheet, std::move(added)));
     });
   } catch (...) {

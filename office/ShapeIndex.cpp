@@ -1,5 +1,7 @@
 #include "ShapeIndex.h"
 
+#include <algorithm>
+
 #include <com/sun/star/container/XChild.hpp>
 
 namespace nivarel::office {
@@ -117,14 +119,16 @@ bool ShapeIndex::ReorderedSince(const Mark& mark) const {
 bool ShapeIndex::AddedSince(const Mark& mark, std::vector<Reference<css::drawing::XShape>>& added) const {
   if (mark.journal != journal_ || mark.position > added_.size()) return false;
   Reference<uno::XInterface> page(page_, uno::UNO_QUERY);
+  std::vector<std::pair<sal_Int32, Reference<css::drawing::XShape>>> ordered;
   for (size_t i = mark.position; i < added_.size(); ++i) {
     Reference<css::container::XChild> child(added_[i], uno::UNO_QUERY);
     if (!child.is() || Reference<uno::XInterface>(child->getParent(), uno::UNO_QUERY) != page) continue;
-    bool seen = false;
-    for (const auto& a : added)
-      if (a == added_[i]) seen = true;
-    if (!seen) added.push_back(added_[i]);
+    ordered.emplace_back(GetProp<sal_Int32>(Reference<css::beans::XPropertySet>(added_[i], uno::UNO_QUERY_THROW),
+                                            "ZOrder"),
+                         added_[i]);
   }
+  std::sort(ordered.begin(), ordered.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+  for (const auto& [z, s] : ordered) added.push_back(s);
   return true;
 }
 

@@ -60,7 +60,8 @@ class ShapeIndex {
   // down the drawing order.
   bool ReorderedSince(const Mark& mark) const;
   // The shapes the layer added since mark that are top-level shapes of the
-  // sheet now, or false when the journal was started anew meanwhile.
+  // sheet now, in drawing order, or false when the journal was started anew
+  // meanwhile.
   bool AddedSince(const Mark& mark, std::vector<Reference<css::drawing::XShape>>& added) const;
 
  private:

@@ -1,7 +1,5 @@
 #include "Shapes.h"
 
-#include <algorithm>
-
 #include <set>
 
 #include <com/sun/star/awt/Point.hpp>
@@ -133,17 +131,11 @@ bool Shapes::AddedSince(const ShapeMark& mark, std::vector<Shape>& added, bool& 
   return Call("Shapes.AddedSince", [&] {
     if (mark.sheet != Reference<uno::XInterface>(sheet_->Page(), uno::UNO_QUERY).get()) return false;
     ShapeIndex& index = ShapeIndex::Of(*sheet_);
+    ShapeIndex::Mark since{mark.journal, mark.position, mark.reorders};
     std::vector<Reference<css::drawing::XShape>> shapes;
-    if (!index.AddedSince(ShapeIndex::Mark{mark.journal, mark.position, mark.reorders}, shapes)) return false;
-    reordered = index.ReorderedSince(ShapeIndex::Mark{mark.journal, mark.position, mark.reorders});
-    std::vector<std::pair<sal_Int32, Reference<css::drawing::XShape>>> ordered;
-    for (const auto& s : shapes) {
-      sal_Int32 z = 0;
-      Reference<css::beans::XPropertySet>(s, uno::UNO_QUERY_THROW)->getPropertyValue("ZOrder") >>= z;
-      ordered.emplace_back(z, s);
-    }
-    std::sort(ordered.begin(), ordered.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
-    for (const auto& [z, s] : ordered) added.push_back(Shape(ShapeFor(sheet_, s)));
+    if (!index.AddedSince(since, shapes)) return false;
+    reordered = index.ReorderedSince(since);
+    for (const auto& s : shapes) added.push_back(Shape(ShapeFor(sheet_, s)));
     return true;
   });
 }

@@ -1,9 +1,8 @@
 #include "CFlowLineFormatter.h"
 
-#include <vector>
-
 #include <mutex>
 #include <optional>
+#include <vector>
 
 #include "MErrorHandler.h"
 #include "MGlobalVariables.h"
@@ -106,8 +105,7 @@ void CFlowLineFormatter::SetFlowLineOrder(office::Worksheet& worksheet) {
     }
     std::vector<office::Shape> added, misplaced;
     bool reordered = true;
-    bool ok = before && shapes.AddedSince(*before, added, reordered);
-    if (ok && !reordered) {
+    if (before && shapes.AddedSince(*before, added, reordered) && !reordered) {
       // Nothing but the layer's own additions since the lines were last in
       // order (after a step, its symbol and line): only new lines can stand
       // in front. Sending them to the back costs no look at the others.

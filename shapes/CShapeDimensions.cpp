@@ -3,8 +3,8 @@
 #include <cmath>
 #include <map>
 #include <mutex>
-#include <tuple>
 #include <sstream>
+#include <tuple>
 #include <vector>
 
 #include "MErrorHandler.h"

@@ -52,7 +52,7 @@ class CShapeDimensions {
   double FitShape(office::Shape& shape, const std::string& text);
   // Gets the measure ready for shape: its look, and what it adds to a text.
   void Prepare(office::Shape& shape);
-  // The height of the shape holding wrapped, lines long, at width grid units;
+  // The height of the shape holding the wrapped lines at width grid units;
   // leaves text in the shape.
   double WrappedHeight(office::Shape& shape, const std::string& wrapped, const std::string& text, int32_t width);
   // Lets the shape grow sideways while it is measured, and wrap again after.
