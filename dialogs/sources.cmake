@@ -2,11 +2,16 @@
 # library.
 set(DIALOGS_SOURCES
   ${CMAKE_SOURCE_DIR}/dialogs/PickCell.cpp
+  ${CMAKE_SOURCE_DIR}/dialogs/PictureGrid.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmAbout.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmBranchLabelPrompt.cpp
+  ${CMAKE_SOURCE_DIR}/dialogs/frmFont.cpp
+  ${CMAKE_SOURCE_DIR}/dialogs/frmLineStyles.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmOpenWalkthrough.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmRestart.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmStart.cpp
+  ${CMAKE_SOURCE_DIR}/dialogs/frmStyleWizard.cpp
+  ${CMAKE_SOURCE_DIR}/dialogs/frmStyles.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmTerminator.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmTextBox.cpp
 )

@@ -18,6 +18,7 @@
 #include "frmAbout.h"
 #include "frmRestart.h"
 #include "frmStart.h"
+#include "frmStyleWizard.h"
 #include "frmTextBox.h"
 
 namespace nivarel::host {
@@ -252,7 +253,22 @@ void CEventHandler::ShowFlowchartWizard() { NotInThisVersion("Flowchart Wizard")
 void CEventHandler::ShowHelpContents() { NotInThisVersion("Help Contents"); }
 void CEventHandler::ShowSettings() { NotInThisVersion("Settings"); }
 void CEventHandler::ShowShapeSelectionForm() { NotInThisVersion("Shape Selection Tool"); }
-void CEventHandler::ShowStyleWizard() { NotInThisVersion("Style Wizard"); }
+void CEventHandler::ShowStyleWizard() {
+  try {
+    if (CheckActiveSheet()) return;
+    auto sheet = ExcelApp->ActiveSheet();
+    if (!sheet || sheet->GetShapes().Count() == 0) {
+      MsgBox("No symbols were found on the current worksheet.\r\n"
+             "The Style Editor is used to change the format\r\n"
+             "of symbols in an existing flowchart.",
+             vbExclamation, "No Symbols Found");
+      return;
+    }
+    dialogs::frmStyleWizard().Display();
+  } catch (...) {
+    ErrorHandler(kSource, "ShowStyleWizard", false);
+  }
+}
 void CEventHandler::ShowTemplateGeneratorForm() { NotInThisVersion("Create a Template"); }
 void CEventHandler::ShowTemplateSelectionForm() { NotInThisVersion("Load Template"); }
 

@@ -14,11 +14,28 @@
 #include <com/sun/star/awt/XKeyListener.hpp>
 #include <com/sun/star/awt/XTextComponent.hpp>
 #include <com/sun/star/awt/XWindow.hpp>
+#include <com/sun/star/awt/FontDescriptor.hpp>
+#include <com/sun/star/awt/FontSlant.hpp>
+#include <com/sun/star/awt/FontWeight.hpp>
+#include <com/sun/star/awt/MouseEvent.hpp>
+#include <com/sun/star/awt/Rectangle.hpp>
+#include <com/sun/star/awt/XItemList.hpp>
+#include <com/sun/star/awt/grid/DefaultGridColumnModel.hpp>
+#include <com/sun/star/awt/grid/DefaultGridDataModel.hpp>
+#include <com/sun/star/awt/grid/XGridColumn.hpp>
+#include <com/sun/star/awt/grid/XGridRowSelection.hpp>
+#include <com/sun/star/awt/grid/XGridSelectionListener.hpp>
+#include <com/sun/star/awt/grid/XMutableGridDataModel.hpp>
+#include <com/sun/star/container/XNameContainer.hpp>
+#include <com/sun/star/graphic/GraphicProvider.hpp>
+#include <com/sun/star/view/SelectionType.hpp>
 #include <com/sun/star/beans/NamedValue.hpp>
 #include <com/sun/star/lang/XComponent.hpp>
 #include <cppuhelper/implbase1.hxx>
 
 #include <atomic>
+#include <filesystem>
+#include <map>
 
 #include "Border.h"
 #include "MErrorHandler.h"
@@ -34,16 +51,32 @@ namespace awt = css::awt;
 
 // Passes the dialog's bound events on by method name. A handler's failure
 // is logged under the dialog's name and the method's; the dialog goes on.
+// Where a mouse press fell on its control, as fractions of the control's size.
+struct PressPoint {
+  bool known = false;
+  double x = 0, y = 0;
+};
+
 class Events : public cppu::WeakImplHelper1<awt::XDialogEventHandler> {
  public:
-  Events(std::string dialog, std::function<void(const std::string&)> handler)
-      : dialog_(std::move(dialog)), handler_(std::move(handler)) {}
-  sal_Bool SAL_CALL callHandlerMethod(const Reference<awt::XDialog>&, const uno::Any&,
+  Events(std::string dialog, std::function<void(const std::string&)> handler, std::shared_ptr<PressPoint> press)
+      : dialog_(std::move(dialog)), handler_(std::move(handler)), press_(std::move(press)) {}
+  sal_Bool SAL_CALL callHandlerMethod(const Reference<awt::XDialog>&, const uno::Any& event,
                                       const OUString& method) override {
     OfficeThreadScope scope;
     std::string name = ToUtf8(method);
     AtBorder(dialog_.c_str(), name.c_str(), [&] {
       FailWhenAsked(dialog_ + "." + name, "dialog event");
+      awt::MouseEvent mouse;
+      if (event >>= mouse) {
+        Reference<awt::XWindow> control(mouse.Source, uno::UNO_QUERY);
+        awt::Rectangle area = control.is() ? control->getPosSize() : awt::Rectangle();
+        press_->known = area.Width > 0 && area.Height > 0;
+        if (press_->known) {
+          press_->x = static_cast<double>(mouse.X) / area.Width;
+          press_->y = static_cast<double>(mouse.Y) / area.Height;
+        }
+      }
       if (handler_) handler_(name);
     });
     return true;
@@ -52,6 +85,25 @@ class Events : public cppu::WeakImplHelper1<awt::XDialogEventHandler> {
 
  private:
   std::string dialog_;
+  std::function<void(const std::string&)> handler_;
+  std::shared_ptr<PressPoint> press_;
+};
+
+// Tells the handler that a table's selected row changed.
+class TableSelection : public cppu::WeakImplHelper1<awt::grid::XGridSelectionListener> {
+ public:
+  TableSelection(std::string dialog, std::string method, std::function<void(const std::string&)> handler)
+      : dialog_(std::move(dialog)), method_(std::move(method)), handler_(std::move(handler)) {}
+  void SAL_CALL selectionChanged(const awt::grid::GridSelectionEvent&) override {
+    OfficeThreadScope scope;
+    AtBorder(dialog_.c_str(), method_.c_str(), [&] {
+      if (handler_) handler_(method_);
+    });
+  }
+  void SAL_CALL disposing(const css::lang::EventObject&) override {}
+
+ private:
+  std::string dialog_, method_;
   std::function<void(const std::string&)> handler_;
 };
 
@@ -87,9 +139,54 @@ class EscapeWatch : public cppu::WeakImplHelper1<awt::XKeyListener> {
 
 struct UserDialog::State {
   std::shared_ptr<std::atomic<bool>> escape = std::make_shared<std::atomic<bool>>(false);
+  std::shared_ptr<PressPoint> press = std::make_shared<PressPoint>();
+  std::string name;
+  std::function<void(const std::string&)> handler;
   std::shared_ptr<HostSession> session;
   Reference<awt::XDialog> dialog;
   Reference<awt::XControlContainer> controls;
+  std::map<std::string, Reference<css::graphic::XGraphic>> graphics;  // by file path
+
+  // The picture in a PNG file, read once per dialog; null when there is none.
+  Reference<css::graphic::XGraphic> Graphic(const std::string& path) {
+    if (path.empty()) return nullptr;
+    auto found = graphics.find(path);
+    if (found != graphics.end()) return found->second;
+    Reference<css::graphic::XGraphic> graphic;
+    std::error_code ec;
+    if (std::filesystem::is_regular_file(path, ec)) {
+      auto provider = css::graphic::GraphicProvider::create(session->context);
+      uno::Sequence<css::beans::PropertyValue> args(1);
+      args.getArray()[0].Name = "URL";
+      args.getArray()[0].Value <<= FileUrl(path);
+      try {
+        graphic = provider->queryGraphic(args);
+      } catch (const uno::Exception&) {
+        // Not a picture the office reads: the cell stays empty.
+      }
+    }
+    graphics[path] = graphic;
+    return graphic;
+  }
+  static OUString FileUrl(const std::string& path) {
+    return path.empty() ? OUString() : ToOu("file://" + std::filesystem::absolute(path).string());
+  }
+  Reference<css::lang::XMultiServiceFactory> DialogModel() const {
+    Reference<awt::XControl> control(dialog, uno::UNO_QUERY_THROW);
+    return Reference<css::lang::XMultiServiceFactory>(control->getModel(), uno::UNO_QUERY_THROW);
+  }
+  Reference<awt::grid::XMutableGridDataModel> TableData(const std::string& table) const {
+    Reference<awt::grid::XMutableGridDataModel> data(Model(table)->getPropertyValue("GridDataModel"),
+                                                      uno::UNO_QUERY_THROW);
+    return data;
+  }
+  uno::Any CellValue(const Cell& cell) {
+    if (!cell.picture.empty()) {
+      auto graphic = Graphic(cell.picture);
+      if (graphic.is()) return uno::Any(graphic);
+    }
+    return uno::Any(ToOu(cell.text));
+  }
 
   Reference<css::beans::XPropertySet> Model(const std::string& name) const {
     auto control = controls->getControl(ToOu(name));
@@ -102,13 +199,15 @@ UserDialog::UserDialog(const Application& app, const std::string& name,
                        std::function<void(const std::string&)> handler)
     : state_(std::make_shared<State>()) {
   state_->session = app.Session();
+  state_->name = name;
+  state_->handler = handler;
   Call("UserDialog", [&] {
     auto provider = awt::DialogProvider2::create(state_->session->context);
     uno::Sequence<css::beans::NamedValue> args(2);
     args.getArray()[0].Name = "ParentWindow";
     args.getArray()[0].Value <<= OfficeWindowPeer(*state_->session);
     args.getArray()[1].Name = "EventHandler";
-    args.getArray()[1].Value <<= Reference<awt::XDialogEventHandler>(new Events(name, std::move(handler)));
+    args.getArray()[1].Value <<= Reference<awt::XDialogEventHandler>(new Events(name, std::move(handler), state_->press));
     OUString url = ToOu("vnd.sun.star.extension://org.nivarel.addin/dialogs/" + name + ".xdl");
     state_->dialog = provider->createDialogWithArguments(url, args);
     if (!state_->dialog.is()) throw HostError(HostError::kOfficeFailure, "The dialog " + name + " cannot be made");
@@ -218,6 +317,139 @@ void UserDialog::SetFocus(const std::string& control) {
   Call("UserDialog.Focus", [&] {
     Reference<awt::XWindow> window(state_->controls->getControl(ToOu(control)), uno::UNO_QUERY_THROW);
     window->setFocus();
+  });
+}
+
+void UserDialog::SetItems(const std::string& control, const std::vector<Item>& items) {
+  Call("UserDialog.Items", [&] {
+    Reference<awt::XItemList> list(state_->Model(control), uno::UNO_QUERY_THROW);
+    list->removeAllItems();
+    sal_Int32 i = 0;
+    for (const Item& item : items) {
+      if (item.picture.empty())
+        list->insertItemText(i++, ToOu(item.text));
+      else
+        list->insertItem(i++, ToOu(item.text), State::FileUrl(item.picture));
+    }
+  });
+}
+
+void UserDialog::SetPicture(const std::string& control, const std::string& path) {
+  Call("UserDialog.Picture", [&] {
+    auto model = state_->Model(control);
+    auto graphic = state_->Graphic(path);
+    model->setPropertyValue("Graphic", uno::Any(graphic));
+  });
+}
+
+bool UserDialog::LastPress(double& x, double& y) const {
+  if (!state_->press->known) return false;
+  x = state_->press->x;
+  y = state_->press->y;
+  return true;
+}
+
+void UserDialog::SetPage(int page) {
+  Call("UserDialog.Page", [&] {
+    Reference<awt::XControl> dialog(state_->dialog, uno::UNO_QUERY_THROW);
+    Reference<css::beans::XPropertySet> model(dialog->getModel(), uno::UNO_QUERY_THROW);
+    model->setPropertyValue("Step", uno::Any(static_cast<sal_Int32>(page)));
+  });
+}
+
+void UserDialog::SetFont(const std::string& control, const std::string& name, double size, bool bold, bool italic) {
+  Call("UserDialog.Font", [&] {
+    auto model = state_->Model(control);
+    awt::FontDescriptor font;
+    model->getPropertyValue("FontDescriptor") >>= font;
+    font.Name = ToOu(name);
+    font.Height = static_cast<sal_Int16>(size + 0.5);
+    font.Weight = bold ? awt::FontWeight::BOLD : awt::FontWeight::NORMAL;
+    font.Slant = italic ? awt::FontSlant_ITALIC : awt::FontSlant_NONE;
+    model->setPropertyValue("FontDescriptor", uno::Any(font));
+  });
+}
+
+void UserDialog::SetBounds(const std::string& control, int x, int y, int width, int height) {
+  Call("UserDialog.Bounds", [&] {
+    auto model = state_->Model(control);
+    model->setPropertyValue("PositionX", uno::Any(static_cast<sal_Int32>(x)));
+    model->setPropertyValue("PositionY", uno::Any(static_cast<sal_Int32>(y)));
+    model->setPropertyValue("Width", uno::Any(static_cast<sal_Int32>(width)));
+    model->setPropertyValue("Height", uno::Any(static_cast<sal_Int32>(height)));
+  });
+}
+
+void UserDialog::AddTable(const std::string& name, int x, int y, int width, int height,
+                          const std::vector<Column>& columns) {
+  Call("UserDialog.AddTable", [&] {
+    auto factory = state_->DialogModel();
+    Reference<css::beans::XPropertySet> model(factory->createInstance("com.sun.star.awt.grid.UnoControlGridModel"),
+                                              uno::UNO_QUERY_THROW);
+    model->setPropertyValue("Name", uno::Any(ToOu(name)));
+    model->setPropertyValue("PositionX", uno::Any(static_cast<sal_Int32>(x)));
+    model->setPropertyValue("PositionY", uno::Any(static_cast<sal_Int32>(y)));
+    model->setPropertyValue("Width", uno::Any(static_cast<sal_Int32>(width)));
+    model->setPropertyValue("Height", uno::Any(static_cast<sal_Int32>(height)));
+    model->setPropertyValue("ShowRowHeader", uno::Any(false));
+    model->setPropertyValue("ShowColumnHeader", uno::Any(true));
+    model->setPropertyValue("SelectionModel", uno::Any(css::view::SelectionType_SINGLE));
+    // Rows tall enough for the pictures of symbols and styles.
+    model->setPropertyValue("RowHeight", uno::Any(static_cast<sal_Int32>(18)));
+    auto columnModel = awt::grid::DefaultGridColumnModel::create(state_->session->context);
+    for (const Column& c : columns) {
+      auto column = columnModel->createColumn();
+      column->setTitle(ToOu(c.caption));
+      column->setColumnWidth(c.width);
+      column->setResizeable(true);
+      columnModel->addColumn(column);
+    }
+    model->setPropertyValue("GridColumnModel", uno::Any(columnModel));
+    model->setPropertyValue("GridDataModel",
+                            uno::Any(awt::grid::DefaultGridDataModel::create(state_->session->context)));
+    Reference<css::container::XNameContainer>(factory, uno::UNO_QUERY_THROW)->insertByName(ToOu(name), uno::Any(model));
+    Reference<awt::grid::XGridRowSelection> selection(state_->controls->getControl(ToOu(name)), uno::UNO_QUERY_THROW);
+    selection->addSelectionListener(new TableSelection(state_->name, name + "_SelectionChanged", state_->handler));
+  });
+}
+
+void UserDialog::SetTableRows(const std::string& name, const std::vector<std::vector<Cell>>& rows) {
+  Call("UserDialog.TableRows", [&] {
+    auto data = state_->TableData(name);
+    data->removeAllRows();
+    for (const auto& row : rows) {
+      uno::Sequence<uno::Any> values(static_cast<sal_Int32>(row.size()));
+      for (size_t i = 0; i < row.size(); ++i) values.getArray()[i] = state_->CellValue(row[i]);
+      data->addRow(uno::Any(), values);
+    }
+  });
+}
+
+void UserDialog::AddTableRow(const std::string& name, const std::vector<Cell>& row) {
+  Call("UserDialog.TableRows", [&] {
+    uno::Sequence<uno::Any> values(static_cast<sal_Int32>(row.size()));
+    for (size_t i = 0; i < row.size(); ++i) values.getArray()[i] = state_->CellValue(row[i]);
+    state_->TableData(name)->addRow(uno::Any(), values);
+  });
+}
+
+void UserDialog::SetTableCell(const std::string& name, int row, int column, const Cell& cell) {
+  Call("UserDialog.TableCell", [&] { state_->TableData(name)->updateCellData(column, row, state_->CellValue(cell)); });
+}
+
+int UserDialog::TableRow(const std::string& name) const {
+  return Call("UserDialog.TableRow", [&] {
+    Reference<awt::grid::XGridRowSelection> selection(state_->controls->getControl(ToOu(name)), uno::UNO_QUERY_THROW);
+    auto rows = selection->getSelectedRows();
+    return rows.getLength() > 0 ? static_cast<int>(rows[0]) : -1;
+  });
+}
+
+void UserDialog::SelectTableRow(const std::string& name, int row) {
+  Call("UserDialog.TableRow", [&] {
+    Reference<awt::grid::XGridRowSelection> selection(state_->controls->getControl(ToOu(name)), uno::UNO_QUERY_THROW);
+    selection->deselectAllRows();
+    if (row >= 0) selection->selectRow(row);
   });
 }
 

@@ -8,6 +8,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "Application.h"
 
@@ -46,6 +47,41 @@ class UserDialog {
   // The selected entry of a list box, 0-based; -1 when none is.
   int ListIndex(const std::string& control) const;
   void SetListIndex(const std::string& control, int index);
+  // A list box's entries, each a caption, a picture (a PNG's path), or both.
+  struct Item {
+    std::string text, picture;
+  };
+  void SetItems(const std::string& control, const std::vector<Item>& items);
+
+  // An image control's picture; "" clears it.
+  void SetPicture(const std::string& control, const std::string& path);
+  // Where the last mouse press that the dialog file binds to a method fell
+  // on its control, as fractions of the control's width and height.
+  bool LastPress(double& x, double& y) const;
+  // Shows the controls of one page of the dialog (and those on every page).
+  void SetPage(int page);
+  // The font a control shows its text in.
+  void SetFont(const std::string& control, const std::string& name, double size, bool bold, bool italic);
+  // Places a control, in the dialog file's units.
+  void SetBounds(const std::string& control, int x, int y, int width, int height);
+
+  // A table of text and pictures, made in the dialog at a place in the
+  // dialog file's units, one row selected at a time. A change of the
+  // selected row reaches the handler as "<name>_SelectionChanged".
+  struct Column {
+    std::string caption;
+    int width;
+  };
+  struct Cell {
+    std::string text, picture;
+  };
+  void AddTable(const std::string& name, int x, int y, int width, int height, const std::vector<Column>& columns);
+  void SetTableRows(const std::string& name, const std::vector<std::vector<Cell>>& rows);
+  void AddTableRow(const std::string& name, const std::vector<Cell>& row);
+  void SetTableCell(const std::string& name, int row, int column, const Cell& cell);
+  // The selected row, 0-based; -1 when none is.
+  int TableRow(const std::string& name) const;
+  void SelectTableRow(const std::string& name, int row);
 
  private:
   struct State;

@@ -1,5 +1,12 @@
 #include "Application.h"
 
+#include <algorithm>
+#include <set>
+
+#include <com/sun/star/awt/FontDescriptor.hpp>
+#include <com/sun/star/awt/Toolkit.hpp>
+#include <com/sun/star/awt/XDevice.hpp>
+
 #include <atomic>
 #include <chrono>
 #include <cstdlib>
@@ -409,6 +416,16 @@ std::optional<bool> Application::CommandState(const std::string& command) const 
     dispatch->removeStatusListener(listener, url);
     if (!heard->reported) return std::nullopt;
     return heard->enabled;
+  });
+}
+
+std::vector<std::string> Application::FontNames() const {
+  return Call("Application.FontNames", [&] {
+    auto device = css::awt::Toolkit::create(session_->context)->createScreenCompatibleDevice(1, 1);
+    std::set<std::string> names;
+    for (const auto& font : device->getFontDescriptors())
+      if (!font.Name.isEmpty()) names.insert(ToUtf8(font.Name));
+    return std::vector<std::string>(names.begin(), names.end());
   });
 }
 

@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "Range.h"
 #include "Selection.h"
@@ -26,6 +27,8 @@ class Application {
   // The object model offered: "12.0" (ribbon road) unless the environment
   // variable NIVAREL_OBJECT_MODEL names an older major version.
   std::string Version() const;
+  // The font families the office can show text in, sorted, each once.
+  std::vector<std::string> FontNames() const;
   // The office's own product version, e.g. "7.4.7.2".
   std::string OfficeVersion() const;
 

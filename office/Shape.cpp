@@ -8,6 +8,7 @@
 #include <com/sun/star/awt/Size.hpp>
 #include <com/sun/star/container/XChild.hpp>
 #include <com/sun/star/container/XIdentifierAccess.hpp>
+#include <com/sun/star/container/XIdentifierContainer.hpp>
 #include <com/sun/star/drawing/XShapeGroup.hpp>
 #include <com/sun/star/container/XNameContainer.hpp>
 #include <com/sun/star/drawing/Alignment.hpp>
@@ -220,6 +221,33 @@ int Shape::Type() const {
 
 int Shape::AutoShapeType() const {
   return Call("Shape.AutoShapeType", [&] { return AutoTypeOf(*impl_); });
+}
+
+void Shape::SetAutoShapeType(int type) {
+  const AutoShapeTypeInfo* info = FindAutoShapeType(type);
+  if (!info) throw HostError(HostError::kInvalidArgument, "Shape.AutoShapeType: invalid shape type " + std::to_string(type));
+  Call("Shape.AutoShapeType", [&] {
+    if (ServiceOf(*impl_) != "com.sun.star.drawing.CustomShape")
+      throw HostError(HostError::kInvalidArgument, "Shape.AutoShapeType: not an auto shape");
+    int old = AutoTypeOf(*impl_);
+    if (old == type) return;
+    const AutoShapeTypeInfo* before = FindAutoShapeType(old);
+    css::beans::PropertyValue kind;
+    kind.Name = "Type";
+    kind.Value <<= OUString::createFromAscii(info->officeType);
+    impl_->Props()->setPropertyValue("CustomShapeGeometry",
+                                     uno::Any(uno::Sequence<css::beans::PropertyValue>(&kind, 1)));
+    // Sites the old type added go; the new type's come in their place.
+    if (before && before->addedSites) {
+      Reference<css::drawing::XGluePointsSupplier> gs(impl_->shape, uno::UNO_QUERY_THROW);
+      Reference<css::container::XIdentifierContainer> points(gs->getGluePoints(), uno::UNO_QUERY_THROW);
+      for (sal_Int32 id : points->getIdentifiers()) {
+        css::drawing::GluePoint2 g;
+        if ((points->getByIdentifier(id) >>= g) && g.IsUserDefined) points->removeByIdentifier(id);
+      }
+    }
+    AddConnectionSites(impl_->shape, type);
+  });
 }
 
 bool Shape::Connector() const {

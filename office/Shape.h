@@ -31,6 +31,10 @@ class Shape {
 
   int Type() const;           // msoAutoShape, msoGroup, msoLine, msoTextBox, msoPicture, ...
   int AutoShapeType() const;  // 1..137, or msoShapeMixed
+  // Draws an auto shape as another type 1..137, keeping its place, size,
+  // look and text; lines glued to it stay glued where the new type has the
+  // same connection site.
+  void SetAutoShapeType(int type);
   bool Connector() const;
 
   double Left() const;

@@ -148,6 +148,25 @@ Shape Shapes::Item(const std::string& name) const {
   });
 }
 
+void AddConnectionSites(const Reference<css::drawing::XShape>& s, int autoShapeType) {
+  const AutoShapeTypeInfo* info = FindAutoShapeType(autoShapeType);
+  if (!info || !info->addedSites) return;
+  // The office's geometry lacks the host's connection sites: add them as
+  // glue points placed relative to the shape, so they follow its size.
+  Reference<css::drawing::XGluePointsSupplier> gs(s, uno::UNO_QUERY_THROW);
+  Reference<css::container::XIdentifierContainer> points(gs->getGluePoints(), uno::UNO_QUERY_THROW);
+  for (int i = 0; i < info->siteCount; ++i) {
+    css::drawing::GluePoint2 g;
+    g.Position = css::awt::Point(static_cast<sal_Int32>((info->addedSites[i].x - 0.5) * 10000),
+                                 static_cast<sal_Int32>((info->addedSites[i].y - 0.5) * 10000));
+    g.IsRelative = true;
+    g.PositionAlignment = css::drawing::Alignment_CENTER;
+    g.Escape = css::drawing::EscapeDirection_SMART;
+    g.IsUserDefined = true;
+    points->insert(uno::Any(g));
+  }
+}
+
 Shape Shapes::AddShape(int autoShapeType, double left, double top, double width, double height) {
   const AutoShapeTypeInfo* info = FindAutoShapeType(autoShapeType);
   if (!info) throw HostError(HostError::kInvalidArgument, "Shapes.AddShape: invalid shape type " + std::to_string(autoShapeType));
@@ -168,22 +187,7 @@ Shape Shapes::AddShape(int autoShapeType, double left, double top, double width,
     SetProp(ps, "TextAutoGrowHeight", false);
     SetProp(ps, "TextAutoGrowWidth", false);
     Place(s, left, top, width, height);
-    if (info->addedSites) {
-      // The office's geometry lacks the host's connection sites: add them
-      // as glue points placed relative to the shape, so they follow its size.
-      Reference<css::drawing::XGluePointsSupplier> gs(s, uno::UNO_QUERY_THROW);
-      Reference<css::container::XIdentifierContainer> points(gs->getGluePoints(), uno::UNO_QUERY_THROW);
-      for (int i = 0; i < info->siteCount; ++i) {
-        css::drawing::GluePoint2 g;
-        g.Position = css::awt::Point(static_cast<sal_Int32>((info->addedSites[i].x - 0.5) * 10000),
-                                     static_cast<sal_Int32>((info->addedSites[i].y - 0.5) * 10000));
-        g.IsRelative = true;
-        g.PositionAlignment = css::drawing::Alignment_CENTER;
-        g.Escape = css::drawing::EscapeDirection_SMART;
-        g.IsUserDefined = true;
-        points->insert(uno::Any(g));
-      }
-    }
+    AddConnectionSites(s, autoShapeType);
     return Shape(ShapeFor(sheet_, s));
   });
 }

@@ -132,6 +132,9 @@ struct ShapeImpl {
 // Shape::Type of a shape of the office's service t, callouts apart (they
 // answer msoAutoShape here).
 int TypeOfService(const OUString& t);
+// Gives a custom shape the host's connection sites of an auto shape type
+// whose office geometry lacks them, as glue points that follow its size.
+void AddConnectionSites(const Reference<css::drawing::XShape>& shape, int autoShapeType);
 
 // Turns the shape's fitting to its text on or off: its height, and its width
 // too while word wrap is off. The top left corner stays where it is.

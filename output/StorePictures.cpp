@@ -116,6 +116,37 @@ class Painter {
     return line;
   }
 
+  // A plain line of a line style across the frame, no arrowhead.
+  Shape PlainLine(double left, double top, double width, double height, int16_t style) {
+    Shape line = Add(shapes_.AddLine(left, top + height / 2, left + width, top + height / 2));
+    rules::CConfig config;
+    config.FlowLineStyle = style;
+    flowLines_.SetLineFormat(line, config);
+    return line;
+  }
+
+  // A picker's panel: the pictures in files laid out in rows of columns
+  // cells of width by height points, first to last from the top left, on
+  // white, written at twice a point's pixels.
+  void Panel(const std::vector<std::string>& files, int columns, double width, double height,
+             const std::string& path) {
+    Worksheet sheet = book_.AddSheet();
+    Shapes shapes = sheet.GetShapes();
+    int rows = (static_cast<int>(files.size()) + columns - 1) / columns;
+    Shape back = shapes.AddShape(msoShapeRectangle, 0, 0, columns * width, rows * height);
+    back.Fill().Solid();
+    back.Fill().ForeColor().SetRGB(0xFFFFFF);
+    back.Line().SetVisible(false);
+    for (size_t i = 0; i < files.size(); ++i) {
+      auto picture = CLoadPictureGDI().LoadPictureGDI(files[i]);
+      if (!picture) throw std::runtime_error("The picture " + files[i] + " cannot be read");
+      shapes.AddPicture(*picture, (i % columns) * width, (i / columns) * height, width, height);
+    }
+    std::filesystem::create_directories(std::filesystem::path(path).parent_path());
+    sheet.ExportDrawingPicture(path, 2);
+    ++written_;
+  }
+
   int Written() const { return written_; }
 
  private:
@@ -211,6 +242,24 @@ int DrawStorePictures(Application& app, const std::string& folder, const std::st
           ucImages::LineFileName, [&](int style, double l, double t, double w, double h) {
             return p.Line(l, t, w, h, static_cast<int16_t>(style));
           });
+  p.Store(folder, 1, ucImages::kLastLineStyle, ucImages::kLineWidth, ucImages::kLineHeight, "plain ",
+          ucImages::PlainLineFileName, [&](int style, double l, double t, double w, double h) {
+            return p.PlainLine(l, t, w, h, static_cast<int16_t>(style));
+          });
+  // The pickers' panels, seven to a row, made of the pictures just written.
+  auto files = [&](int first, int last, const std::function<std::string(int, bool)>& name) {
+    std::vector<std::string> out;
+    for (int i = first; i <= last; ++i) out.push_back(folder + "/" + name(i, true));
+    return out;
+  };
+  p.Panel(files(1, 42, ucImages::StyleFileName), 7, ucImages::kStyleWidth, ucImages::kStyleHeight,
+          folder + "/" + ucImages::PanelFileName(ucImages::kThemedPanel));
+  p.Panel(files(43, 84, ucImages::StyleFileName), 7, ucImages::kStyleWidth, ucImages::kStyleHeight,
+          folder + "/" + ucImages::PanelFileName(ucImages::kSolidPanel));
+  p.Panel(files(1, 21, ucImages::LineFileName), 7, ucImages::kLineWidth, ucImages::kLineHeight,
+          folder + "/" + ucImages::PanelFileName(ucImages::kFlowLinePanel));
+  p.Panel(files(1, 21, ucImages::PlainLineFileName), 7, ucImages::kLineWidth, ucImages::kLineHeight,
+          folder + "/" + ucImages::PanelFileName(ucImages::kLinePanel));
   if (!sheetPath.empty()) p.ContactSheet(sheetPath);
   book.Close();
   return p.Written();

@@ -20,6 +20,21 @@ std::string ucImages::LineFileName(int style, bool doubleSize) {
   return name;
 }
 
+std::string ucImages::PlainLineFileName(int style, bool doubleSize) {
+  char name[32];
+  std::snprintf(name, sizeof name, "plain/%02d%s.png", style, doubleSize ? "@2x" : "");
+  return name;
+}
+
+std::string ucImages::PanelFileName(Panel panel) {
+  switch (panel) {
+    case kThemedPanel: return "panels/themed.png";
+    case kSolidPanel: return "panels/solid.png";
+    case kFlowLinePanel: return "panels/flowlines.png";
+    default: return "panels/lines.png";
+  }
+}
+
 std::string ucImages::GridImage(int index) const {
   if (index >= ucShapes::kFirst && index <= ucShapes::kLast) return shapes_.ShapeImage(index);
   int style = index - ucShapes::kLast;
@@ -50,5 +65,12 @@ std::string ucImages::FlowlineStyleImage(int& index) const {
 std::vector<std::string> ucImages::FlowlineStyleImageList() const {
   return pictures_.List(1, kLastLineStyle, LineFileName);
 }
+
+std::string ucImages::LineStyleImage(int& index) const {
+  if (index < 1 || index > kLastLineStyle) index = kLineFallback;
+  return pictures_.Path(PlainLineFileName(index));
+}
+
+std::string ucImages::PanelImage(Panel panel) const { return pictures_.Path(PanelFileName(panel)); }
 
 }  // namespace nivarel::output

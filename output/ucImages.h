@@ -1,6 +1,7 @@
 // The store of style pictures: each symbol style 1 to 84 on a process symbol,
-// each flow line style 1 to 21 as an arrowed line between two small symbols,
-// and the grid's list (shape types 1 to 124, then styles 1 to 84). Pictures
+// each flow line style 1 to 21 as an arrowed line between two small symbols
+// and as a plain line, the grid's list (shape types 1 to 124, then styles 1
+// to 84), and the pickers' panels of seven pictures to a row. Pictures
 // are PNG file paths from the extension's "pictures" folder, drawn by the
 // shape engine at build time; empty when the file is missing (logged once).
 #pragma once
@@ -31,9 +32,18 @@ class ucImages {
   // Flow line style 1..21; another index becomes 1, also in the caller's variable.
   std::string FlowlineStyleImage(int& index) const;
   std::vector<std::string> FlowlineStyleImageList() const;
+  // Line style 1..21 as a plain line; another index becomes 1, also in the caller's variable.
+  std::string LineStyleImage(int& index) const;
+
+  // The pickers' panels: styles 1 to 42, styles 43 to 84, flow line styles
+  // and plain line styles, each of 7 columns.
+  enum Panel { kThemedPanel, kSolidPanel, kFlowLinePanel, kLinePanel };
+  std::string PanelImage(Panel panel) const;
 
   static std::string StyleFileName(int style, bool doubleSize = false);
   static std::string LineFileName(int style, bool doubleSize = false);
+  static std::string PlainLineFileName(int style, bool doubleSize = false);
+  static std::string PanelFileName(Panel panel);
 
  private:
   PictureFolder pictures_;

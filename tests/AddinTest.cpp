@@ -102,7 +102,7 @@ TEST_F(AddinTest, ACommandWhoseToolIsNotInThisVersionSaysSo) {
       {"InsertBranch", "Insert Branch"}, {"InsertGroupBox", "Insert Group Box"},
       {"SavePicture", "Export as Picture"}, {"FlowchartWizard", "Flowchart Wizard"},
       {"HelpContents", "Help Contents"}, {"NivarelSettings", "Settings"},
-      {"ShapeSelectionTool", "Shape Selection Tool"}, {"StyleWizard", "Style Wizard"},
+      {"ShapeSelectionTool", "Shape Selection Tool"},
       {"CreateTemplate", "Create a Template"}, {"LoadTemplate", "Load Template"},
       {"OpenWalkthrough", "Open Walkthrough"}};
   for (const auto& [id, caption] : commands)

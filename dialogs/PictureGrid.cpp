@@ -1,0 +1,137 @@
+#include "PictureGrid.h"
+
+#include <algorithm>
+
+namespace nivarel::dialogs {
+
+PictureGrid::PictureGrid(host::UserDialog& dialog, std::string name, int x, int y, int width, int height,
+                         std::vector<Column> columns)
+    : dialog_(dialog), name_(std::move(name)), columns_(std::move(columns)) {
+  std::vector<host::UserDialog::Column> shown;
+  for (const Column& c : columns_)
+    if (c.width > 0) shown.push_back({c.caption, c.width});
+  dialog_.AddTable(name_, x, y, width, height, shown);
+  for (const Column& c : columns_) {
+    if (c.editor.empty() || c.choices.empty()) continue;
+    std::vector<host::UserDialog::Item> items;
+    for (const auto& [value, picture] : c.choices) items.push_back({picture.empty() ? value : "", picture});
+    dialog_.SetItems(c.editor, items);
+  }
+}
+
+int PictureGrid::ColumnIndex(const std::string& key) const {
+  for (size_t i = 0; i < columns_.size(); ++i)
+    if (columns_[i].key == key) return static_cast<int>(i);
+  return -1;
+}
+
+host::UserDialog::Cell PictureGrid::CellOf(const Column& column, const std::string& value) const {
+  if (column.choices.empty()) return {value, ""};
+  for (const auto& [v, picture] : column.choices)
+    if (v == value) return {picture.empty() ? value : "", picture};
+  return {value, ""};  // a value with no picture shows as text
+}
+
+std::vector<host::UserDialog::Cell> PictureGrid::Shown(int row) const {
+  std::vector<host::UserDialog::Cell> cells;
+  for (size_t i = 0; i < columns_.size(); ++i)
+    if (columns_[i].width > 0) cells.push_back(CellOf(columns_[i], rows_[row][i]));
+  return cells;
+}
+
+int PictureGrid::AddRow(const std::map<std::string, std::string>& values) {
+  std::vector<std::string> row(columns_.size());
+  for (const auto& [key, value] : values) {
+    int i = ColumnIndex(key);
+    if (i >= 0) row[i] = value;
+  }
+  rows_.push_back(std::move(row));
+  dialog_.AddTableRow(name_, Shown(Rows() - 1));
+  return Rows() - 1;
+}
+
+void PictureGrid::SelectRow(int row) {
+  if (row < 0 || row >= Rows()) return;
+  dialog_.SelectTableRow(name_, row);
+  if (current_ != row) {
+    current_ = row;
+    LoadEditors();
+    if (RowSelected) RowSelected(row);
+  }
+}
+
+std::string PictureGrid::Value(int row, const std::string& key) const {
+  int i = ColumnIndex(key);
+  if (row < 0 || row >= Rows() || i < 0) return "";
+  return rows_[row][i];
+}
+
+void PictureGrid::SetValue(int row, const std::string& key, const std::string& value) {
+  int i = ColumnIndex(key);
+  if (row < 0 || row >= Rows() || i < 0) return;
+  rows_[row][i] = value;
+  const Column& column = columns_[i];
+  if (column.width > 0) {
+    int shownIndex = 0;
+    for (int k = 0; k < i; ++k)
+      if (columns_[k].width > 0) ++shownIndex;
+    dialog_.SetTableCell(name_, row, shownIndex, CellOf(column, value));
+  }
+  if (row == current_) LoadEditors();
+}
+
+void PictureGrid::LoadEditors() {
+  loading_ = true;
+  for (size_t i = 0; i < columns_.size(); ++i) {
+    const Column& c = columns_[i];
+    if (c.editor.empty()) continue;
+    std::string value = current_ >= 0 ? rows_[current_][i] : "";
+    if (c.choices.empty()) {
+      dialog_.SetText(c.editor, value);
+    } else {
+      auto at = std::find_if(c.choices.begin(), c.choices.end(), [&](const auto& ch) { return ch.first == value; });
+      dialog_.SetListIndex(c.editor, at == c.choices.end() ? -1 : static_cast<int>(at - c.choices.begin()));
+    }
+  }
+  loading_ = false;
+}
+
+void PictureGrid::Commit(const Column& column) {
+  if (loading_ || current_ < 0) return;
+  std::string value;
+  if (column.choices.empty()) {
+    value = dialog_.Text(column.editor);
+  } else {
+    int index = dialog_.ListIndex(column.editor);
+    if (index < 0 || index >= static_cast<int>(column.choices.size())) return;
+    value = column.choices[index].first;
+  }
+  int row = current_;
+  if (Value(row, column.key) == value) return;
+  if (BeforeCommit && !BeforeCommit(row, column.key, value)) {
+    LoadEditors();
+    return;
+  }
+  SetValue(row, column.key, value);
+  if (AfterCommit) AfterCommit(row, column.key);
+}
+
+bool PictureGrid::Handle(const std::string& method) {
+  if (method == name_ + "_SelectionChanged") {
+    int row = dialog_.TableRow(name_);
+    if (row >= 0 && row != current_) {
+      current_ = row;
+      LoadEditors();
+      if (RowSelected) RowSelected(row);
+    }
+    return true;
+  }
+  for (const Column& c : columns_)
+    if (!c.editor.empty() && method == c.editor + "_Commit") {
+      Commit(c);
+      return true;
+    }
+  return false;
+}
+
+}  // namespace nivarel::dialogs

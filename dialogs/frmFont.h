@@ -1,0 +1,29 @@
+// The font picker (" Font"): the font families the office can show, a size,
+// bold and italic, and a sample in the chosen font. Cancel changes nothing;
+// the results are read after Show returns.
+#pragma once
+
+#include <string>
+
+namespace nivarel::dialogs {
+
+class frmFont {
+ public:
+  void InitializeSettings(const std::string& name, float size, bool bold, bool italic);
+  void Show();
+
+  // True only when closed with "&OK".
+  bool OK() const { return ok_; }
+  const std::string& FontName() const { return name_; }
+  float FontSize() const { return size_; }
+  bool FontBold() const { return bold_; }
+  bool FontItalic() const { return italic_; }
+
+ private:
+  bool ok_ = false;
+  std::string name_;
+  float size_ = 10;
+  bool bold_ = false, italic_ = false;
+};
+
+}  // namespace nivarel::dialogs

@@ -1,0 +1,297 @@
+#include "frmStyleWizard.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "CConfig.h"
+#include "CFlowLineFormatter.h"
+#include "AutoShapeTypes.h"
+#include "CIniDataAccess.h"
+#include "CIniSymbolDataAccess.h"
+#include "CSymbolData.h"
+#include "CShapeFormatter.h"
+#include "Characters.h"
+#include "MErrorHandler.h"
+#include "MGlobalVariables.h"
+#include "MUtilities.h"
+#include "MsgBox.h"
+#include "MsoConstants.h"
+#include "PictureGrid.h"
+#include "Shapes.h"
+#include "TextFrame.h"
+#include "UndoList.h"
+#include "UserDialog.h"
+#include "frmFlowLineStyles.h"
+#include "frmFont.h"
+#include "frmStyles.h"
+#include "ucImages.h"
+#include "ucShapes.h"
+
+namespace nivarel::dialogs {
+
+namespace {
+
+const char kSource[] = "frmStyleWizard";
+constexpr long kHelpTopic = 4609;
+constexpr int kStyleOffset = 123;  // a style's value in the table: the style plus this
+
+// The symbol column's list: shape types 61 to 88, then 33 to 60, 89 to 123
+// and 1 to 32, so that flowchart symbols come first; each value is the type
+// less 1.
+std::vector<std::pair<std::string, std::string>> SymbolChoices(const output::ucShapes& pictures) {
+  std::vector<std::pair<std::string, std::string>> out;
+  for (auto [first, last] : {std::pair{61, 88}, {33, 60}, {89, 123}, {1, 32}})
+    for (int type = first; type <= last; ++type) {
+      int index = type;
+      out.emplace_back(std::to_string(type - 1), pictures.ShapeImage(index));
+    }
+  return out;
+}
+
+std::vector<std::pair<std::string, std::string>> StyleChoices(const output::ucImages& pictures) {
+  std::vector<std::pair<std::string, std::string>> out;
+  for (int style = 1; style <= output::ucImages::kLastStyle; ++style) {
+    int index = style;
+    out.emplace_back(std::to_string(style + kStyleOffset), pictures.StyleImage(index));
+  }
+  return out;
+}
+
+// What the user calls a symbol type: its name in the rules, else the
+// shape type's own name.
+std::string SymbolName(int type) {
+  rules::CSymbolData symbols;
+  rules::CIniSymbolDataAccess().SetSymbolData(symbols, true);
+  std::string name = symbols.GetDisplayName(static_cast<int16_t>(type));
+  if (!name.empty()) return name;
+  const office::AutoShapeTypeInfo* info = office::FindAutoShapeType(type);
+  return info ? info->name : "";
+}
+
+int ToInt(const std::string& text, int fallback = 0) {
+  try {
+    return std::stoi(text);
+  } catch (...) {
+    return fallback;
+  }
+}
+
+class Wizard {
+ public:
+  Wizard() = default;
+
+  void Run() {
+    auto sheet = host::ExcelApp->ActiveSheet();
+    if (!sheet) return;
+    sheet_.emplace(*sheet);
+    config_.LoadConfigData();
+    host::UserDialog dialog(*host::ExcelApp, "frmStyleWizard", [this](const std::string& method) { Event(method); });
+    form_ = &dialog;
+    InitializeGrid();
+    PopulateGridRows();
+    int style = grid_->Rows() > 0 ? ToInt(grid_->Value(0, "style_id")) - kStyleOffset : 0;
+    ShowStyle(style);
+    ShowFlowLineStyle();
+    ShowFont();
+    if (grid_->Rows() > 0) grid_->SelectRow(0);
+    loaded_ = true;
+    if (grouped_)
+      host::MsgBox(
+          "Nivarel has detected grouped shapes, which it cannot format.\r\n"
+          "To stylize these shapes, please ungroup the shapes, run the\r\n"
+          "Style Wizard again, then Regroup the shapes afterward.",
+          office::vbInformation, "Grouped Shapes Found");
+    dialog.Execute();
+    form_ = nullptr;
+  }
+
+ private:
+  void InitializeGrid() {
+    std::vector<PictureGrid::Column> columns = {
+        {"shape_text", "Text", 112, {}, "txtText"},
+        {"symbol_id", "Symbol (click to change)", 52, SymbolChoices(shapePictures_), "lstSymbol"},
+        {"style_id", "Style (click to change)", 52, StyleChoices(stylePictures_), "lstStyle"},
+        {"shape_name", "ShapeName", 0, {}, ""},
+        {"updated", "Updated", 0, {}, ""}};
+    grid_ = std::make_unique<PictureGrid>(*form_, "iGridShapes", 6, 18, 226, 154, std::move(columns));
+    // The text is the shape's own: an edit of it is refused.
+    grid_->BeforeCommit = [](int, const std::string& key, const std::string&) { return key != "shape_text"; };
+    grid_->AfterCommit = [this](int row, const std::string& key) {
+      grid_->SetValue(row, "updated", "True");
+      if (key == "style_id") ShowStyle(ToInt(grid_->Value(row, "style_id")) - kStyleOffset);
+    };
+    grid_->RowSelected = [this](int row) { ShowStyle(ToInt(grid_->Value(row, "style_id")) - kStyleOffset); };
+  }
+
+  void PopulateGridRows() {
+    office::Shapes shapes = sheet_->GetShapes();
+    shapes::CShapeFormatter formatter;
+    int count = shapes.Count();
+    for (int i = 1; i <= count; ++i) {
+      try {
+        office::Shape shape = shapes.Item(i);
+        int type = shape.Type();
+        if (type == office::msoGroup) {
+          grouped_ = true;
+          continue;
+        }
+        if (type != office::msoAutoShape && type != office::msoCallout) continue;
+        int autoType = shape.AutoShapeType();
+        if (autoType <= 0) continue;
+        std::string text;
+        try {
+          text = shape.GetTextFrame().GetCharacters().Text();
+        } catch (...) {
+          // A shape without text lists with an empty one.
+        }
+        grid_->AddRow({{"shape_name", shape.Name()},
+                       {"shape_text", text},
+                       {"symbol_id", std::to_string(autoType - 1)},
+                       {"style_id", std::to_string(formatter.GetShapeStyle(shape) + kStyleOffset)}});
+      } catch (...) {
+        host::ErrorHandler(kSource, "PopulateGridRows", false);
+      }
+    }
+  }
+
+  void ShowStyle(int style) {
+    int index = style;
+    form_->SetPicture("picCurrentStyle", style > 0 ? stylePictures_.StyleImage(index) : "");
+  }
+
+  void ShowFlowLineStyle() {
+    int index = config_.FlowLineStyle;
+    form_->SetPicture("picFlowLineStyle", stylePictures_.FlowlineStyleImage(index));
+  }
+
+  void ShowFont() {
+    form_->SetFont("lblSample", config_.FontName, config_.FontSize, config_.FontBold, config_.FontItalic);
+  }
+
+  void SaveSettings() { rules::CIniDataAccess().SaveConfigData(config_); }
+
+  void ChangeSymbolStyle() {
+    int row = grid_->CurrentRow();
+    if (row < 0) return;
+    int16_t former = static_cast<int16_t>(ToInt(grid_->Value(row, "style_id")) - kStyleOffset);
+    int type = ToInt(grid_->Value(row, "symbol_id")) + 1;
+    frmStyles picker;
+    picker.InitializeSettings(former, SymbolName(type));
+    picker.Show();
+    if (!picker.OK()) return;
+    std::string value = std::to_string(picker.StyleId() + kStyleOffset);
+    ShowStyle(picker.StyleId());
+    for (int r = 0; r < grid_->Rows(); ++r) {
+      bool applies = false;
+      switch (picker.AppliesTo()) {
+        case 0: applies = r == row; break;
+        case 1: applies = true; break;
+        default: applies = ToInt(grid_->Value(r, "style_id")) - kStyleOffset == former; break;
+      }
+      if (!applies) continue;
+      grid_->SetValue(r, "style_id", value);
+      grid_->SetValue(r, "updated", "True");
+    }
+    if (picker.AppliesTo() != 0) {
+      config_.StyleId = picker.StyleId();
+      SaveSettings();
+    }
+  }
+
+  void ChangeLineStyle() {
+    frmFlowLineStyles picker;
+    picker.InitializeSettings(config_.FlowLineStyle);
+    picker.Show();
+    if (!picker.OK()) return;
+    config_.FlowLineStyle = picker.StyleId();
+    SaveSettings();
+    ShowFlowLineStyle();
+  }
+
+  void ChangeFont() {
+    frmFont picker;
+    picker.InitializeSettings(config_.FontName, config_.FontSize, config_.FontBold, config_.FontItalic);
+    picker.Show();
+    if (!picker.OK()) return;
+    config_.FontName = picker.FontName();
+    config_.FontSize = picker.FontSize();
+    config_.FontBold = picker.FontBold();
+    config_.FontItalic = picker.FontItalic();
+    SaveSettings();
+    ShowFont();
+  }
+
+  void RunStyleWizard() {
+    office::UndoList::Entry entry(sheet_->Parent(), "Nivarel: Style Wizard");
+    office::Shapes shapes = sheet_->GetShapes();
+    shapes::CShapeFormatter formatter;
+    for (int r = 0; r < grid_->Rows(); ++r) {
+      try {
+        office::Shape shape = shapes.Item(grid_->Value(r, "shape_name"));
+        int type = ToInt(grid_->Value(r, "symbol_id")) + 1;
+        if (shape.AutoShapeType() != type) shape.SetAutoShapeType(type);
+        formatter.SetStyleWizardFormatSettings(
+            shape, config_, static_cast<int16_t>(ToInt(grid_->Value(r, "style_id")) - kStyleOffset));
+      } catch (...) {
+        // A shape that cannot be formatted keeps its look; nothing is shown.
+      }
+    }
+    shapes::CFlowLineFormatter lines;
+    int count = shapes.Count();
+    for (int i = 1; i <= count; ++i) {
+      try {
+        office::Shape shape = shapes.Item(i);
+        if (shape.Connector())
+          lines.SetFlowLineFormat(shape, config_, false);
+        else if (shape.Type() == office::msoLine)
+          lines.SetLineFormat(shape, config_);
+      } catch (...) {
+      }
+    }
+  }
+
+  void Event(const std::string& method) {
+    try {
+      if (!form_ || !loaded_) return;
+      if (grid_->Handle(method)) return;
+      if (method == "cmdOK_Click") {
+        form_->EndDialog(1);
+        RunStyleWizard();
+      } else if (method == "cmdChangeStyle_Click") {
+        ChangeSymbolStyle();
+      } else if (method == "cmdChangeLineStyle_Click") {
+        ChangeLineStyle();
+      } else if (method == "cmdChangeFont_Click") {
+        ChangeFont();
+      } else if (method == "cmdHelp_Click") {
+        host::ShowHelpTopic(kHelpTopic);
+      }
+    } catch (...) {
+      host::ErrorHandler(kSource, method, false);
+    }
+  }
+
+  std::optional<office::Worksheet> sheet_;
+  rules::CConfig config_;
+  host::UserDialog* form_ = nullptr;
+  std::unique_ptr<PictureGrid> grid_;
+  output::ucShapes shapePictures_;
+  output::ucImages stylePictures_;
+  bool grouped_ = false;
+  bool loaded_ = false;
+};
+
+}  // namespace
+
+void frmStyleWizard::Display() {
+  try {
+    if (!host::ExcelApp) return;
+    Wizard().Run();
+  } catch (...) {
+    host::ErrorHandler(kSource, "Display", false);
+  }
+}
+
+}  // namespace nivarel::dialogs

@@ -1,0 +1,87 @@
+#include "frmStyles.h"
+
+#include <algorithm>
+
+#include "MErrorHandler.h"
+#include "MGlobalVariables.h"
+#include "UserDialog.h"
+#include "ucImages.h"
+
+namespace nivarel::dialogs {
+
+namespace {
+constexpr int kColumns = 7, kRows = 6, kPerPage = 42;
+}  // namespace
+
+frmStyles::Cell frmStyles::CellOf(int16_t style) {
+  int page = style > kPerPage ? 2 : 1;
+  int n = page == 2 ? style - kPerPage : style;
+  int column = n % kColumns - 1;
+  if (column == -1) column = kColumns - 1;
+  int row = n / kColumns;
+  if (n % kColumns == 0) --row;
+  return {row, column, page};
+}
+
+int16_t frmStyles::StyleAt(int page, double x, double y) {
+  int column = std::clamp(static_cast<int>(x * kColumns), 0, kColumns - 1);
+  int row = std::clamp(static_cast<int>(y * kRows), 0, kRows - 1);
+  return static_cast<int16_t>(row * kColumns + column + 1 + (page == 2 ? kPerPage : 0));
+}
+
+void frmStyles::InitializeSettings(int16_t styleId, const std::string& symbolName) {
+  styleId_ = styleId;
+  symbolName_ = symbolName;
+  appliesTo_ = 0;
+  ok_ = false;
+}
+
+void frmStyles::Show() {
+  ok_ = false;
+  try {
+    if (!host::ExcelApp) return;
+    output::ucImages images;
+    host::UserDialog* form = nullptr;
+    int page = styleId_ > kPerPage ? 2 : 1;
+    int16_t chosen = styleId_ > 0 ? styleId_ : 0;
+    auto preview = [&] {
+      int style = chosen;
+      form->SetPicture("picPreview", style > 0 ? images.StyleImage(style) : "");
+    };
+    host::UserDialog dialog(*host::ExcelApp, "frmStyles", [&](const std::string& method) {
+      try {
+        if (method == "cmdOK_Click") {
+          ok_ = true;
+          form->EndDialog(1);
+        } else if (method == "optTab_Changed") {
+          page = form->Checked("optSolid") ? 2 : 1;
+          form->SetPage(page);
+        } else if (method == "picStyles_MouseDown") {
+          double x = 0, y = 0;
+          if (!form->LastPress(x, y)) return;
+          chosen = StyleAt(page, x, y);
+          preview();
+        }
+      } catch (...) {
+        host::ErrorHandler("frmStyles", method, false);
+      }
+    });
+    form = &dialog;
+    dialog.SetPicture("picThemed", images.PanelImage(output::ucImages::kThemedPanel));
+    dialog.SetPicture("picSolid", images.PanelImage(output::ucImages::kSolidPanel));
+    dialog.SetLabel("optApplyStyle3", "Apply to all " + symbolName_ + " symbols");
+    dialog.SetChecked(page == 2 ? "optSolid" : "optThemed", true);
+    dialog.SetPage(page);
+    preview();
+    dialog.Execute();
+    if (ok_) {
+      styleId_ = chosen;
+      for (int16_t i = 0; i < 4; ++i)
+        if (dialog.Checked("optApplyStyle" + std::to_string(i))) appliesTo_ = i;
+    }
+  } catch (...) {
+    host::ErrorHandler("frmStyles", "Show", false);
+  }
+}
+
+}  // namespace nivarel::dialogs
