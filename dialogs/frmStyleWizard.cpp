@@ -13,6 +13,7 @@
 #include "CSymbolData.h"
 #include "CShapeFormatter.h"
 #include "Characters.h"
+#include "KeptLooks.h"
 #include "MErrorHandler.h"
 #include "MGlobalVariables.h"
 #include "MUtilities.h"
@@ -225,6 +226,7 @@ class Wizard {
 
   void RunStyleWizard() {
     office::UndoList::Entry entry(sheet_->Parent(), "Nivarel: Style Wizard");
+    office::KeptLooks looks(*sheet_);
     office::Shapes shapes = sheet_->GetShapes();
     shapes::CShapeFormatter formatter;
     for (int r = 0; r < grid_->Rows(); ++r) {

@@ -13,16 +13,6 @@ namespace {
 constexpr int kColumns = 7, kRows = 6, kPerPage = 42;
 }  // namespace
 
-frmStyles::Cell frmStyles::CellOf(int16_t style) {
-  int page = style > kPerPage ? 2 : 1;
-  int n = page == 2 ? style - kPerPage : style;
-  int column = n % kColumns - 1;
-  if (column == -1) column = kColumns - 1;
-  int row = n / kColumns;
-  if (n % kColumns == 0) --row;
-  return {row, column, page};
-}
-
 int16_t frmStyles::StyleAt(int page, double x, double y) {
   int column = std::clamp(static_cast<int>(x * kColumns), 0, kColumns - 1);
   int row = std::clamp(static_cast<int>(y * kRows), 0, kRows - 1);

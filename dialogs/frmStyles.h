@@ -23,14 +23,10 @@ class frmStyles {
   // 3 all symbols of this type.
   int16_t AppliesTo() const { return appliesTo_; }
 
-  // Where style n stands on its page: row and column from 0, and the page
-  // (1 themed, 2 solid). Column n mod 7 less 1, where -1 means 6; row n / 7,
-  // one less when n is a multiple of 7; on the solid page n less 42.
-  struct Cell {
-    int row, column, page;
-  };
-  static Cell CellOf(int16_t style);
-  // The style under a point of a page given as fractions of its size.
+  // The style under a point of a page (1 themed, 2 solid) given as
+  // fractions of its size: style n stands at column n mod 7 less 1 (-1
+  // meaning 6) and row n / 7 (one less when 7 divides n), on the solid page
+  // n less 42.
   static int16_t StyleAt(int page, double x, double y);
 
  private:

@@ -66,6 +66,10 @@ class UiDriver {
   void PressDialogKey(const std::string& key);
   // Clicks the button, check box, option or link with this caption ("~" ignored).
   void ClickInDialog(const std::string& caption);
+  // Clicks a point of the index-th picture shown in the active dialog (in
+  // reading order, from 0), given as fractions of its width and height.
+  void ClickPicture(int index, double x, double y);
+
 
  private:
   struct State;

@@ -30,6 +30,7 @@
 #include <com/sun/star/graphic/GraphicProvider.hpp>
 #include <com/sun/star/view/SelectionType.hpp>
 #include <com/sun/star/beans/NamedValue.hpp>
+#include <com/sun/star/beans/UnknownPropertyException.hpp>
 #include <com/sun/star/lang/XComponent.hpp>
 #include <cppuhelper/implbase1.hxx>
 
@@ -146,6 +147,8 @@ struct UserDialog::State {
   Reference<awt::XDialog> dialog;
   Reference<awt::XControlContainer> controls;
   std::map<std::string, Reference<css::graphic::XGraphic>> graphics;  // by file path
+  // The tables made in the dialog, with what listens to their selection.
+  std::vector<std::pair<std::string, Reference<awt::grid::XGridSelectionListener>>> tables;
 
   // The picture in a PNG file, read once per dialog; null when there is none.
   Reference<css::graphic::XGraphic> Graphic(const std::string& path) {
@@ -232,6 +235,21 @@ UserDialog::UserDialog(const Application& app, const std::string& name, bool& ok
       }) {}
 
 UserDialog::~UserDialog() {
+  // A table made in a live dialog goes before the dialog does: disposed with
+  // the dialog, its window would be freed twice and the office would end.
+  for (const auto& [table, listener] : state_->tables) {
+    try {
+      Call("UserDialog", [&] {
+        Reference<awt::grid::XGridRowSelection> selection(state_->controls->getControl(ToOu(table)), uno::UNO_QUERY);
+        if (selection.is()) selection->removeSelectionListener(listener);
+        // Emptied first, so that no cell is left for an accessibility tool
+        // to hold (the office frees a cell's window twice otherwise).
+        state_->TableData(table)->removeAllRows();
+        Reference<css::container::XNameContainer>(state_->DialogModel(), uno::UNO_QUERY_THROW)->removeByName(ToOu(table));
+      });
+    } catch (...) {
+    }
+  }
   try {
     Call("UserDialog", [&] { Reference<css::lang::XComponent>(state_->dialog, uno::UNO_QUERY_THROW)->dispose(); });
   } catch (...) {
@@ -386,16 +404,22 @@ void UserDialog::AddTable(const std::string& name, int x, int y, int width, int 
     auto factory = state_->DialogModel();
     Reference<css::beans::XPropertySet> model(factory->createInstance("com.sun.star.awt.grid.UnoControlGridModel"),
                                               uno::UNO_QUERY_THROW);
-    model->setPropertyValue("Name", uno::Any(ToOu(name)));
-    model->setPropertyValue("PositionX", uno::Any(static_cast<sal_Int32>(x)));
-    model->setPropertyValue("PositionY", uno::Any(static_cast<sal_Int32>(y)));
-    model->setPropertyValue("Width", uno::Any(static_cast<sal_Int32>(width)));
-    model->setPropertyValue("Height", uno::Any(static_cast<sal_Int32>(height)));
-    model->setPropertyValue("ShowRowHeader", uno::Any(false));
-    model->setPropertyValue("ShowColumnHeader", uno::Any(true));
-    model->setPropertyValue("SelectionModel", uno::Any(css::view::SelectionType_SINGLE));
+    auto set = [&](const char* property, const uno::Any& value) {
+      try {
+        model->setPropertyValue(OUString::createFromAscii(property), value);
+      } catch (const css::beans::UnknownPropertyException&) {
+        throw HostError(HostError::kOfficeFailure, std::string("The table has no property ") + property);
+      }
+    };
+    set("PositionX", uno::Any(static_cast<sal_Int32>(x)));
+    set("PositionY", uno::Any(static_cast<sal_Int32>(y)));
+    set("Width", uno::Any(static_cast<sal_Int32>(width)));
+    set("Height", uno::Any(static_cast<sal_Int32>(height)));
+    set("ShowRowHeader", uno::Any(false));
+    set("ShowColumnHeader", uno::Any(true));
+    set("SelectionModel", uno::Any(css::view::SelectionType_SINGLE));
     // Rows tall enough for the pictures of symbols and styles.
-    model->setPropertyValue("RowHeight", uno::Any(static_cast<sal_Int32>(18)));
+    set("RowHeight", uno::Any(static_cast<sal_Int32>(18)));
     auto columnModel = awt::grid::DefaultGridColumnModel::create(state_->session->context);
     for (const Column& c : columns) {
       auto column = columnModel->createColumn();
@@ -404,12 +428,15 @@ void UserDialog::AddTable(const std::string& name, int x, int y, int width, int 
       column->setResizeable(true);
       columnModel->addColumn(column);
     }
-    model->setPropertyValue("GridColumnModel", uno::Any(columnModel));
-    model->setPropertyValue("GridDataModel",
+    set("ColumnModel", uno::Any(columnModel));
+    set("GridDataModel",
                             uno::Any(awt::grid::DefaultGridDataModel::create(state_->session->context)));
     Reference<css::container::XNameContainer>(factory, uno::UNO_QUERY_THROW)->insertByName(ToOu(name), uno::Any(model));
     Reference<awt::grid::XGridRowSelection> selection(state_->controls->getControl(ToOu(name)), uno::UNO_QUERY_THROW);
-    selection->addSelectionListener(new TableSelection(state_->name, name + "_SelectionChanged", state_->handler));
+    Reference<awt::grid::XGridSelectionListener> listener(
+        new TableSelection(state_->name, name + "_SelectionChanged", state_->handler));
+    selection->addSelectionListener(listener);
+    state_->tables.emplace_back(name, listener);
   });
 }
 

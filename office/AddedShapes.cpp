@@ -17,113 +17,13 @@
 #include <cppuhelper/implbase1.hxx>
 
 #include "Border.h"
+#include "ShapeRecipe.h"
 #include "ShapeIndex.h"
 #include "Uno.h"
 
 namespace nivarel::office {
 
 namespace {
-
-constexpr char kGroup[] = "com.sun.star.drawing.GroupShape";
-
-// Properties that are put back on their own, or not at all.
-bool SetApart(const OUString& name) {
-  static const char* const names[] = {"ZOrder", "StartShape", "EndShape", "StartGluePointIndex",
-                                      "EndGluePointIndex", "Name", "CustomShapeGeometry", "Transformation",
-                                      "HoriOrientPosition", "VertOrientPosition", "Position", "Size"};
-  for (const char* n : names)
-    if (name.equalsAscii(n)) return true;
-  return false;
-}
-
-// Everything needed to make a shape again as it was.
-struct Recipe {
-  OUString type;
-  OUString name;
-  uno::Any geometry;  // a custom shape's kind, set before anything else
-  std::vector<css::beans::PropertyValue> properties;
-  bool hasText = false;
-  OUString text;
-  std::vector<css::drawing::GluePoint2> gluePoints;  // the user's own, in order
-  css::awt::Point position;
-  css::awt::Size size;
-  sal_Int32 z = 0;
-  OUString startShape, endShape;
-  sal_Int32 startGlue = -1, endGlue = -1;
-  std::vector<Recipe> members;
-};
-
-Reference<css::document::XUndoManager> ManagerOf(const Reference<css::sheet::XSpreadsheetDocument>& document) {
-  Reference<css::document::XUndoManagerSupplier> supplier(document, uno::UNO_QUERY_THROW);
-  return supplier->getUndoManager();
-}
-
-OUString NameOf(const Reference<css::drawing::XShape>& shape) {
-  Reference<css::beans::XPropertySet> ps(shape, uno::UNO_QUERY);
-  OUString name;
-  if (ps.is()) ps->getPropertyValue("Name") >>= name;
-  return name;
-}
-
-Recipe Describe(const Reference<css::drawing::XShape>& shape) {
-  Recipe r;
-  r.type = shape->getShapeType();
-  Reference<css::beans::XPropertySet> ps(shape, uno::UNO_QUERY_THROW);
-  r.name = NameOf(shape);
-  ps->getPropertyValue("ZOrder") >>= r.z;
-  r.position = shape->getPosition();
-  r.size = shape->getSize();
-  if (r.type.equalsAscii(kGroup)) {
-    Reference<css::drawing::XShapes> members(shape, uno::UNO_QUERY_THROW);
-    for (sal_Int32 i = 0; i < members->getCount(); ++i)
-      r.members.push_back(Describe(Reference<css::drawing::XShape>(members->getByIndex(i), uno::UNO_QUERY_THROW)));
-    return r;
-  }
-  auto info = ps->getPropertySetInfo();
-  for (const auto& p : info->getProperties()) {
-    if (p.Attributes & css::beans::PropertyAttribute::READONLY) continue;
-    try {
-      if (p.Name == "CustomShapeGeometry") {
-        r.geometry = ps->getPropertyValue(p.Name);
-        continue;
-      }
-      if (SetApart(p.Name)) continue;
-      uno::Any value = ps->getPropertyValue(p.Name);
-      if (value.hasValue()) r.properties.push_back(css::beans::PropertyValue(p.Name, 0, value, {}));
-    } catch (const uno::Exception&) {
-      // A property this kind of shape only pretends to have.
-    }
-  }
-  Reference<css::text::XTextRange> text(shape, uno::UNO_QUERY);
-  if (text.is()) {
-    r.hasText = true;
-    r.text = text->getString();
-  }
-  Reference<css::drawing::XGluePointsSupplier> glue(shape, uno::UNO_QUERY);
-  if (glue.is()) {
-    Reference<css::container::XIdentifierContainer> points(glue->getGluePoints(), uno::UNO_QUERY);
-    if (points.is()) {
-      auto ids = points->getIdentifiers();
-      std::vector<sal_Int32> sorted(ids.begin(), ids.end());
-      std::sort(sorted.begin(), sorted.end());
-      for (sal_Int32 id : sorted) {
-        css::drawing::GluePoint2 g;
-        if ((points->getByIdentifier(id) >>= g) && g.IsUserDefined) r.gluePoints.push_back(g);
-      }
-    }
-  }
-  Reference<css::drawing::XShape> start, end;
-  if (!info->hasPropertyByName("StartShape")) return r;
-  if ((ps->getPropertyValue("StartShape") >>= start) && start.is()) {
-    r.startShape = NameOf(start);
-    ps->getPropertyValue("StartGluePointIndex") >>= r.startGlue;
-  }
-  if ((ps->getPropertyValue("EndShape") >>= end) && end.is()) {
-    r.endShape = NameOf(end);
-    ps->getPropertyValue("EndGluePointIndex") >>= r.endGlue;
-  }
-  return r;
-}
 
 struct Made {
   const Recipe* recipe;
@@ -136,7 +36,7 @@ Reference<css::drawing::XShape> Make(const Recipe& r, const Reference<css::lang:
                                      const Reference<css::drawing::XDrawPage>& page,
                                      const Reference<uno::XComponentContext>& context, std::vector<Made>& made) {
   Reference<css::drawing::XShape> shape;
-  if (r.type.equalsAscii(kGroup)) {
+  if (r.type.equalsAscii(kGroupShape)) {
     auto members = css::drawing::ShapeCollection::create(context);
     for (const auto& m : r.members) members->add(Make(m, factory, page, context, made));
     Reference<css::drawing::XShapeGrouper> grouper(page, uno::UNO_QUERY_THROW);
@@ -195,31 +95,8 @@ class ShapesAction : public cppu::WeakImplHelper1<css::document::XUndoAction> {
   }
 
  private:
-  // The office records whatever a program changes during an undo once a
-  // cell's undo has switched its recording back on: the list is locked
-  // here again, so that the shapes' comings and goings stay unrecorded.
-  class Unrecorded {
-   public:
-    // Left as found: locked during an undo stays locked afterwards too.
-    explicit Unrecorded(const SheetRef& sheet) : manager_(ManagerOf(sheet.document)) {
-      if (manager_->isLocked()) return;
-      manager_->lock();
-      locked_ = true;
-    }
-    ~Unrecorded() {
-      try {
-        if (locked_) manager_->unlock();
-      } catch (...) {
-      }
-    }
-
-   private:
-    Reference<css::document::XUndoManager> manager_;
-    bool locked_ = false;
-  };
-
   void TakeOff() {
-    Unrecorded unrecorded(*sheet_);
+    UnrecordedUndo unrecorded(sheet_->document);
     auto page = sheet_->Page();
     recipes_.clear();
     for (const auto& s : shapes_) recipes_.push_back(Describe(s));
@@ -228,7 +105,7 @@ class ShapesAction : public cppu::WeakImplHelper1<css::document::XUndoAction> {
   }
 
   void PutBack() {
-    Unrecorded unrecorded(*sheet_);
+    UnrecordedUndo unrecorded(sheet_->document);
     auto page = sheet_->Page();
     Reference<css::lang::XMultiServiceFactory> factory(sheet_->document, uno::UNO_QUERY_THROW);
     std::vector<const Recipe*> order;

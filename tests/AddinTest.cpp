@@ -113,6 +113,14 @@ TEST_F(AddinTest, ACommandWhoseToolIsNotInThisVersionSaysSo) {
   EXPECT_EQ("", ReadLogFile());
 }
 
+TEST_F(AddinTest, TheStyleWizardOnASheetWithoutShapesSaysSo) {
+  EXPECT_EQ(std::make_pair(std::string("No Symbols Found"),
+                           std::string("No symbols were found on the current worksheet.\n"
+                                       "The Style Editor is used to change the format\n"
+                                       "of symbols in an existing flowchart.")),
+            CommandMessage("vnd.nivarel:rxNivarelStyleWizard"));
+}
+
 TEST_F(AddinTest, ACellBeingEditedBlocksEveryCommand) {
   auto commands = MenuCommands();
   ASSERT_GE(commands.size(), 27u);
