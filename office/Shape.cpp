@@ -25,6 +25,7 @@
 #include "Range.h"
 #include "ShapeStylePresets.h"
 #include "ShapeIndex.h"
+#include "ShapeRange.h"
 #include "Uno.h"
 #include "Worksheet.h"
 
@@ -452,11 +453,41 @@ std::vector<Shape> Shape::GroupItems() const {
   });
 }
 
+namespace {
+
+// Whether the shape is a top-level shape of page.
+bool OnTopLevel(const Reference<css::drawing::XShape>& shape, const Reference<css::drawing::XDrawPage>& page) {
+  Reference<css::container::XChild> child(shape, uno::UNO_QUERY);
+  return child.is() && Reference<uno::XInterface>(child->getParent(), uno::UNO_QUERY) ==
+                           Reference<uno::XInterface>(page, uno::UNO_QUERY);
+}
+
+// Groups broken up long ago, or whose members have all gone, are let go.
+constexpr size_t kUngroupedKept = 256;
+
+void KeepUngrouped(HostSession& session, UngroupedGroup record) {
+  std::lock_guard<std::mutex> lock(session.ungroupedMutex);
+  auto& kept = session.ungrouped;
+  kept.erase(std::remove_if(kept.begin(), kept.end(),
+                            [](const UngroupedGroup& g) {
+                              return std::none_of(g.members.begin(), g.members.end(), [&](const auto& m) {
+                                Reference<css::container::XChild> child(m->shape, uno::UNO_QUERY);
+                                return child.is() && child->getParent().is();
+                              });
+                            }),
+             kept.end());
+  if (kept.size() >= kUngroupedKept) kept.erase(kept.begin());
+  kept.push_back(std::move(record));
+}
+
+}  // namespace
+
 std::vector<Shape> Shape::Ungroup() {
   std::vector<Shape> items = GroupItems();
   std::vector<std::string> names;
   for (const auto& s : items) names.push_back(s.Name());
   Call("Shape.Ungroup", [&] {
+    UngroupedGroup record{impl_, ToUtf8(GetProp<OUString>(impl_->Props(), "Name")), {}};
     Reference<css::drawing::XShapeGrouper> grouper(impl_->sheet->Page(), uno::UNO_QUERY_THROW);
     Reference<css::drawing::XShapeGroup> group(impl_->shape, uno::UNO_QUERY_THROW);
     grouper->ungroup(group);
@@ -464,8 +495,53 @@ std::vector<Shape> Shape::Ungroup() {
     std::vector<std::shared_ptr<ShapeImpl>> impls;
     for (const auto& item : items) impls.push_back(item.Impl());
     RebindByName(Reference<css::drawing::XShapes>(impl_->sheet->Page(), uno::UNO_QUERY_THROW), impls, names);
+    record.members = impls;
+    KeepUngrouped(*impl_->sheet->session, std::move(record));
   });
   return items;
+}
+
+Shape Shape::Regroup() {
+  return Call("Shape.Regroup", [&] {
+    HostSession& session = *impl_->sheet->session;
+    UngroupedGroup record;
+    {
+      std::lock_guard<std::mutex> lock(session.ungroupedMutex);
+      auto& kept = session.ungrouped;
+      // The latest break-up that this shape came out of.
+      auto it = std::find_if(kept.rbegin(), kept.rend(), [&](const UngroupedGroup& g) {
+        return std::any_of(g.members.begin(), g.members.end(), [&](const auto& m) { return m->shape == impl_->shape; });
+      });
+      if (it == kept.rend())
+        throw HostError(HostError::kOfficeFailure, "This shape was not taken out of a group, so it cannot be regrouped");
+      record = std::move(*it);
+      kept.erase(std::next(it).base());
+    }
+    auto page = impl_->sheet->Page();
+    std::vector<Shape> members;
+    for (const auto& m : record.members)
+      if (OnTopLevel(m->shape, page)) members.emplace_back(m);
+    if (members.size() < 2)
+      throw HostError(HostError::kOfficeFailure, "Fewer than two shapes of the former group are left to regroup");
+    Shape made = ShapeRange(impl_->sheet, members).Group();
+    // The old group's handles, among them those kept by groups broken up
+    // around it, stand for the new one.
+    {
+      std::lock_guard<std::mutex> lock(session.shapesMutex);
+      session.shapes.erase(KeyOf(record.group->shape));
+      record.group->shape = made.Impl()->shape;
+      session.shapes[KeyOf(record.group->shape)] = record.group;
+    }
+    Shape group(record.group);
+    if (!record.name.empty() && record.name != group.Name()) {
+      try {
+        group.SetName(record.name);
+      } catch (const HostError&) {
+        // Taken meanwhile: the group keeps its fresh name.
+      }
+    }
+    return group;
+  });
 }
 
 void Shape::Delete() {

@@ -46,6 +46,14 @@ namespace uno = ::com::sun::star::uno;
 namespace css = ::com::sun::star;
 using uno::Reference;
 
+// A group that the layer broke up: its handle state, which follows the group
+// when it is made again, its name and its members' handle states.
+struct UngroupedGroup {
+  std::shared_ptr<struct ShapeImpl> group;
+  std::string name;
+  std::vector<std::shared_ptr<struct ShapeImpl>> members;
+};
+
 // State of one connection to the office, shared by every handle.
 struct HostSession {
   Reference<uno::XComponentContext> context;
@@ -59,7 +67,11 @@ struct HostSession {
   // follows the shape when the office replaces its object (grouping).
   std::mutex shapesMutex;
   std::map<void*, std::weak_ptr<struct ShapeImpl>> shapes;
+  // The groups the layer broke up, latest last, for Shape::Regroup.
+  std::mutex ungroupedMutex;
+  std::vector<UngroupedGroup> ungrouped;
 };
+
 
 // The office that this process drives from outside, or none (inside the
 // office). Every call of the layer then runs on the office's own event-loop
