@@ -41,11 +41,16 @@ bool NotALook(const OUString& name) {
   return false;
 }
 
-// One shape as read: its properties, and where it stands when it is a
-// top-level shape.
+// One shape as read: its properties, its place in the walk through the
+// sheet and its groups, and where it stands when it is a top-level shape.
 struct Reading {
   Reference<css::drawing::XShape> shape;
   const void* key = nullptr;  // the office object's identity
+  // The layer's handle, which follows the shape when the layer groups or
+  // ungroups it and the office makes its object anew.
+  std::shared_ptr<ShapeImpl> handle;
+  size_t place = 0;
+  OUString type;
   OUString name;
   bool topLevel = false;
   sal_Int32 z = 0;
@@ -68,6 +73,7 @@ Reading Read(const Reference<css::drawing::XShape>& shape, const Reference<uno::
   Reading r;
   r.shape = shape;
   r.key = KeyOf(shape);
+  r.type = shape->getShapeType();
   r.name = NameOf(shape);
   Reference<css::beans::XPropertySet> ps(shape, uno::UNO_QUERY_THROW);
   Reference<css::container::XChild> child(shape, uno::UNO_QUERY);
@@ -107,14 +113,19 @@ Reading Read(const Reference<css::drawing::XShape>& shape, const Reference<uno::
   return r;
 }
 
-std::vector<Reading> ReadSheet(const SheetRef& sheet) {
-  auto page = sheet.Page();
+// With handles, for a reading that the layer's work is to be followed from.
+std::vector<Reading> ReadSheet(const std::shared_ptr<SheetRef>& sheet, bool handles) {
+  auto page = sheet->Page();
   std::vector<Reference<css::drawing::XShape>> all;
   CollectShapes(Reference<css::drawing::XShapes>(page, uno::UNO_QUERY_THROW), all);
   std::vector<Reading> out;
   Reference<uno::XInterface> pageId(page, uno::UNO_QUERY);
-  for (const auto& s : all)
-    if (!s->getShapeType().equalsAscii(kGroup)) out.push_back(Read(s, pageId));
+  for (size_t i = 0; i < all.size(); ++i) {
+    if (all[i]->getShapeType().equalsAscii(kGroup)) continue;
+    out.push_back(Read(all[i], pageId));
+    out.back().place = i;
+    if (handles) out.back().handle = ShapeFor(sheet, all[i]);
+  }
   return out;
 }
 
@@ -129,24 +140,36 @@ bool SameAttributes(const uno::Any& a, const uno::Any& b) {
   return true;
 }
 
-// What a user action changed on one shape.
+// What a user action changed on one shape, and where the shape stood in the
+// walk through the sheet and its groups before and after.
 struct Change {
-  const void* key = nullptr;  // the office object when the action ended
-  OUString name;
+  const void* keyBefore = nullptr;  // the office objects
+  const void* keyAfter = nullptr;
+  size_t placeBefore = 0, placeAfter = 0;
+  OUString type;
+  OUString nameBefore, nameAfter;
   std::vector<OUString> properties;
   std::vector<uno::Any> before, after;
   bool restacked = false;
   sal_Int32 zBefore = 0, zAfter = 0;
 };
 
-// The shape a change is about, as the sheet holds it now: the same object,
-// else the one shape of the same name; null when there is none.
-Reference<css::drawing::XShape> Locate(const Change& change, const std::vector<Reference<css::drawing::XShape>>& now,
+// The shape a change is about, as the sheet holds it now. The office puts
+// the sheet back as it was before or after the action when it undoes or
+// redoes the rest of the entry, so the shape stands at its place in the walk
+// then; checked by kind and name, and else found as the same object or by a
+// name no other shape has. Null when there is none.
+Reference<css::drawing::XShape> Locate(const Change& change, bool before,
+                                       const std::vector<Reference<css::drawing::XShape>>& now,
                                        const std::vector<const void*>& keys, const std::vector<OUString>& names) {
+  size_t place = before ? change.placeBefore : change.placeAfter;
+  const OUString& name = before ? change.nameBefore : change.nameAfter;
+  if (place < now.size() && names[place] == name && now[place]->getShapeType() == change.type) return now[place];
+  const void* key = before ? change.keyBefore : change.keyAfter;
   for (size_t i = 0; i < now.size(); ++i)
-    if (keys[i] == change.key) return now[i];
-  if (change.name.isEmpty() || std::count(names.begin(), names.end(), change.name) != 1) return {};
-  return now[std::find(names.begin(), names.end(), change.name) - names.begin()];
+    if (keys[i] == key) return now[i];
+  if (name.isEmpty() || std::count(names.begin(), names.end(), name) != 1) return {};
+  return now[std::find(names.begin(), names.end(), name) - names.begin()];
 }
 
 std::vector<Change> Compare(const std::vector<Reading>& before, const std::vector<Reading>& after) {
@@ -159,13 +182,18 @@ std::vector<Change> Compare(const std::vector<Reading>& before, const std::vecto
   }
   for (const auto& b : before) {
     const Reading* a = nullptr;
-    if (auto it = byKey.find(b.key); it != byKey.end()) a = it->second;
+    if (auto it = byKey.find(b.handle ? KeyOf(b.handle->shape) : b.key); it != byKey.end()) a = it->second;
     else if (auto named = byName.find(b.name); !b.name.isEmpty() && named != byName.end() && named->second.size() == 1)
       a = named->second.front();
     if (!a) continue;
     Change c;
-    c.key = a->key;
-    c.name = a->name;
+    c.keyBefore = b.key;
+    c.keyAfter = a->key;
+    c.placeBefore = b.place;
+    c.placeAfter = a->place;
+    c.type = a->type;
+    c.nameBefore = b.name;
+    c.nameAfter = a->name;
     for (size_t i = 0; i < b.properties.size(); ++i) {
       // The same kind of shape lists its properties in the same order.
       size_t j = i < a->properties.size() && a->properties[i] == b.properties[i]
@@ -208,7 +236,7 @@ void Apply(const SheetRef& sheet, const std::vector<Change>& changes, bool befor
     Reference<uno::XInterface> pageId(page, uno::UNO_QUERY);
     std::vector<std::pair<sal_Int32, Reference<css::beans::XPropertySet>>> stack;
     for (const auto& c : changes) {
-      Reference<css::beans::XPropertySet> ps(Locate(c, now, keys, names), uno::UNO_QUERY);
+      Reference<css::beans::XPropertySet> ps(Locate(c, before, now, keys, names), uno::UNO_QUERY);
       if (!ps.is()) continue;
       const auto& values = before ? c.before : c.after;
       for (size_t i = 0; i < c.properties.size(); ++i) {
@@ -282,7 +310,7 @@ KeptLooks::KeptLooks(const Worksheet& sheet) : state_(std::make_unique<State>())
   Call("KeptLooks", [&] {
     auto looks = std::make_shared<Looks>();
     looks->sheet = sheet.Ref();
-    looks->before = ReadSheet(*looks->sheet);
+    looks->before = ReadSheet(looks->sheet, true);
     ManagerOf(*looks->sheet)->addUndoAction(new LooksAction(looks, true));
     state_->looks = looks;
   });
@@ -293,7 +321,7 @@ KeptLooks::~KeptLooks() {
     if (!state_->looks) return;
     Call("KeptLooks", [&] {
       Looks& looks = *state_->looks;
-      looks.changes = Compare(looks.before, ReadSheet(*looks.sheet));
+      looks.changes = Compare(looks.before, ReadSheet(looks.sheet, false));
       looks.before.clear();
       ManagerOf(*looks.sheet)->addUndoAction(new LooksAction(state_->looks, false));
     });

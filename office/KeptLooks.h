@@ -6,8 +6,10 @@
 // the entry that sets each property the user action changed back as it was
 // on Ctrl+Z, and as the action left it on Ctrl+Y, together with the
 // stacking order of the sheet's top-level shapes. Place and size are not
-// kept. A shape is known again by its office object, or by its name when
-// grouping made the object anew.
+// kept. A shape is followed through the layer's own grouping and ungrouping
+// by its handle (the office makes its object anew), and found again on
+// Ctrl+Z and Ctrl+Y at its place among the sheet's shapes and groups, so
+// that shapes without a name, as the user draws them, are kept too.
 #pragma once
 
 #include <memory>

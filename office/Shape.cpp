@@ -54,21 +54,65 @@ std::shared_ptr<ShapeImpl> ShapeFor(const std::shared_ptr<SheetRef>& sheet, cons
   return impl;
 }
 
-void RebindByName(const Reference<css::drawing::XShapes>& container,
-                  const std::vector<std::shared_ptr<ShapeImpl>>& impls, const std::vector<std::string>& names) {
+HandlesWithin HandlesInside(const std::vector<std::shared_ptr<ShapeImpl>>& impls) {
+  HandlesWithin within;
+  for (const auto& impl : impls) {
+    within.emplace_back();
+    Reference<css::drawing::XShapes> group(impl->shape, uno::UNO_QUERY);
+    if (!group.is()) continue;
+    std::vector<Reference<css::drawing::XShape>> inside;
+    CollectShapes(group, inside);
+    auto& session = *impl->sheet->session;
+    std::lock_guard<std::mutex> lock(session.shapesMutex);
+    for (const auto& s : inside) {
+      std::shared_ptr<ShapeImpl> given;
+      if (auto it = session.shapes.find(KeyOf(s)); it != session.shapes.end()) given = it->second.lock();
+      within.back().push_back(given && given->shape == s ? given : nullptr);
+    }
+  }
+  return within;
+}
+
+void RebindMembers(const Reference<css::drawing::XShapes>& container, sal_Int32 first,
+                   const std::vector<std::shared_ptr<ShapeImpl>>& impls, const std::vector<std::string>& names,
+                   const HandlesWithin& within) {
+  auto rebindOne = [](const std::shared_ptr<ShapeImpl>& impl, const Reference<css::drawing::XShape>& m) {
+    auto& session = *impl->sheet->session;
+    std::lock_guard<std::mutex> lock(session.shapesMutex);
+    session.shapes.erase(KeyOf(impl->shape));
+    impl->shape = m;
+    session.shapes[KeyOf(m)] = impl;
+  };
+  auto rebind = [&](size_t k, const Reference<css::drawing::XShape>& m) {
+    rebindOne(impls[k], m);
+    if (k >= within.size() || within[k].empty()) return;
+    Reference<css::drawing::XShapes> group(m, uno::UNO_QUERY);
+    if (!group.is()) return;
+    std::vector<Reference<css::drawing::XShape>> inside;
+    CollectShapes(group, inside);
+    if (inside.size() != within[k].size()) return;
+    for (size_t i = 0; i < inside.size(); ++i)
+      if (within[k][i]) rebindOne(within[k][i], inside[i]);
+  };
+  auto nameOf = [](const Reference<css::drawing::XShape>& m) {
+    Reference<css::beans::XPropertySet> mp(m, uno::UNO_QUERY);
+    return mp.is() ? ToUtf8(GetProp<OUString>(mp, "Name")) : std::string();
+  };
+  std::vector<bool> done(impls.size(), false);
+  for (size_t k = 0; k < impls.size() && first + static_cast<sal_Int32>(k) < container->getCount(); ++k) {
+    Reference<css::drawing::XShape> m(container->getByIndex(first + static_cast<sal_Int32>(k)), uno::UNO_QUERY);
+    if (m.is() && nameOf(m) == names[k]) {
+      rebind(k, m);
+      done[k] = true;
+    }
+  }
+  // Not where it was looked for: found by its name, when it has one.
   for (sal_Int32 i = 0; i < container->getCount(); ++i) {
     Reference<css::drawing::XShape> m(container->getByIndex(i), uno::UNO_QUERY);
-    Reference<css::beans::XPropertySet> mp(m, uno::UNO_QUERY);
-    if (!mp.is()) continue;
-    std::string name = ToUtf8(GetProp<OUString>(mp, "Name"));
-    for (size_t k = 0; k < names.size(); ++k) {
-      if (names[k] != name) continue;
-      auto& session = *impls[k]->sheet->session;
-      std::lock_guard<std::mutex> lock(session.shapesMutex);
-      session.shapes.erase(KeyOf(impls[k]->shape));
-      impls[k]->shape = m;
-      session.shapes[KeyOf(m)] = impls[k];
-    }
+    if (!m.is()) continue;
+    std::string name = nameOf(m);
+    for (size_t k = 0; k < names.size(); ++k)
+      if (!done[k] && !names[k].empty() && names[k] == name) rebind(k, m);
   }
 }
 
@@ -488,13 +532,17 @@ std::vector<Shape> Shape::Ungroup() {
   for (const auto& s : items) names.push_back(s.Name());
   Call("Shape.Ungroup", [&] {
     UngroupedGroup record{impl_, ToUtf8(GetProp<OUString>(impl_->Props(), "Name")), {}};
+    // The members take the group's place in the drawing order.
+    sal_Int32 place = GetProp<sal_Int32>(impl_->Props(), "ZOrder");
+    std::vector<std::shared_ptr<ShapeImpl>> impls;
+    for (const auto& item : items) impls.push_back(item.Impl());
+    HandlesWithin within = HandlesInside(impls);
     Reference<css::drawing::XShapeGrouper> grouper(impl_->sheet->Page(), uno::UNO_QUERY_THROW);
     Reference<css::drawing::XShapeGroup> group(impl_->shape, uno::UNO_QUERY_THROW);
     grouper->ungroup(group);
     ShapeIndex::Forget(*impl_->sheet);
-    std::vector<std::shared_ptr<ShapeImpl>> impls;
-    for (const auto& item : items) impls.push_back(item.Impl());
-    RebindByName(Reference<css::drawing::XShapes>(impl_->sheet->Page(), uno::UNO_QUERY_THROW), impls, names);
+    RebindMembers(Reference<css::drawing::XShapes>(impl_->sheet->Page(), uno::UNO_QUERY_THROW), place, impls, names,
+                  within);
     record.members = impls;
     KeepUngrouped(*impl_->sheet->session, std::move(record));
   });
@@ -533,7 +581,7 @@ Shape Shape::Regroup() {
       session.shapes[KeyOf(record.group->shape)] = record.group;
     }
     Shape group(record.group);
-    if (!record.name.empty() && record.name != group.Name()) {
+    if (record.name != group.Name()) {
       try {
         group.SetName(record.name);
       } catch (const HostError&) {

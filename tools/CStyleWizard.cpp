@@ -32,24 +32,25 @@ void CStyleWizard::ApplyDefaultStyles() {
     auto sheet = host::ExcelApp->ActiveSheet();
     if (!sheet) return;
     Shapes shapes = sheet->GetShapes();
-    std::vector<std::string> firstMembers = UngroupShapes(shapes);
+    std::vector<Shape> firstMembers = UngroupShapes(shapes);
     try {
       rules::CConfig config;
       config.LoadConfigData();
       rules::CSymbolData symbols;
+      // Every symbol of the rules file, so that each shape type finds its own style.
       rules::CIniSymbolDataAccess().SetSymbolData(symbols, true);
       FormatShapes(shapes, config, symbols);
     } catch (...) {
       host::ErrorHandler(kSource, "ApplyDefaultStyles", false);
     }
-    RegroupShapes(shapes, firstMembers);
+    RegroupShapes(firstMembers);
   } catch (...) {
     host::ErrorHandler(kSource, "ApplyDefaultStyles", false);
   }
 }
 
-std::vector<std::string> CStyleWizard::UngroupShapes(Shapes& shapes) {
-  std::vector<std::string> firstMembers;
+std::vector<Shape> CStyleWizard::UngroupShapes(Shapes& shapes) {
+  std::vector<Shape> firstMembers;
   try {
     // Opening a group changes the collection being walked: each group opened
     // ends the walk and a new one begins, so nested groups open too.
@@ -59,10 +60,8 @@ std::vector<std::string> CStyleWizard::UngroupShapes(Shapes& shapes) {
       for (int i = 1; i <= count && !found; ++i) {
         Shape shape = shapes.Item(i);
         if (shape.Type() != msoGroup || !IsUserGroup(shape)) continue;
-        std::vector<Shape> members = shape.GroupItems();
-        std::string first = members.empty() ? std::string() : members.front().Name();
-        shape.Ungroup();
-        firstMembers.push_back(first);
+        std::vector<Shape> members = shape.Ungroup();
+        if (!members.empty()) firstMembers.push_back(members.front());
         found = true;
       }
     }
@@ -104,10 +103,10 @@ void CStyleWizard::FormatShapes(Shapes& shapes, const rules::CConfig& config, co
   }
 }
 
-void CStyleWizard::RegroupShapes(Shapes& shapes, const std::vector<std::string>& firstMembers) {
-  for (auto name = firstMembers.rbegin(); name != firstMembers.rend(); ++name) {
+void CStyleWizard::RegroupShapes(std::vector<Shape>& firstMembers) {
+  for (auto member = firstMembers.rbegin(); member != firstMembers.rend(); ++member) {
     try {
-      shapes.Item(*name).Regroup();
+      member->Regroup();
     } catch (...) {
       host::ErrorHandler(kSource, "RegroupShapes", false);
     }

@@ -5,7 +5,6 @@
 // a flowchart key, a template's groups and group boxes keep their look.
 #pragma once
 
-#include <string>
 #include <vector>
 
 #include "CConfig.h"
@@ -22,11 +21,12 @@ class CStyleWizard {
 
  private:
   // Opens every group that isn't the key's or a template's, nested ones too;
-  // answers the name of each one's first member, in the order opened.
-  std::vector<std::string> UngroupShapes(office::Shapes& shapes);
+  // answers each one's first member, in the order opened. Members are held
+  // by handle, not by name: shapes drawn by hand in the office have none.
+  std::vector<office::Shape> UngroupShapes(office::Shapes& shapes);
   void FormatShapes(office::Shapes& shapes, const rules::CConfig& config, const rules::CSymbolData& symbols);
   // Closes the groups again, the one opened last first.
-  void RegroupShapes(office::Shapes& shapes, const std::vector<std::string>& firstMembers);
+  void RegroupShapes(std::vector<office::Shape>& firstMembers);
 };
 
 }  // namespace nivarel::tools
