@@ -4,13 +4,9 @@
 
 namespace nivarel::dialogs {
 
-PictureGrid::PictureGrid(host::UserDialog& dialog, std::string name, int x, int y, int width, int height,
-                         std::vector<Column> columns)
-    : dialog_(dialog), name_(std::move(name)), columns_(std::move(columns)) {
-  std::vector<host::UserDialog::Column> shown;
-  for (const Column& c : columns_)
-    if (c.width > 0) shown.push_back({c.caption, c.width});
-  dialog_.AddTable(name_, x, y, width, height, shown);
+PictureGrid::PictureGrid(host::UserDialog& dialog, std::string list, std::vector<Column> columns)
+    : dialog_(dialog), list_(std::move(list)), columns_(std::move(columns)) {
+  dialog_.SetItems(list_, {});
   for (const Column& c : columns_) {
     if (c.editor.empty() || c.choices.empty()) continue;
     std::vector<host::UserDialog::Item> items;
@@ -25,18 +21,26 @@ int PictureGrid::ColumnIndex(const std::string& key) const {
   return -1;
 }
 
-host::UserDialog::Cell PictureGrid::CellOf(const Column& column, const std::string& value) const {
-  if (column.choices.empty()) return {value, ""};
+std::string PictureGrid::PictureOf(const Column& column, const std::string& value) const {
   for (const auto& [v, picture] : column.choices)
-    if (v == value) return {picture.empty() ? value : "", picture};
-  return {value, ""};  // a value with no picture shows as text
+    if (v == value) return picture;
+  return "";
 }
 
-std::vector<host::UserDialog::Cell> PictureGrid::Shown(int row) const {
-  std::vector<host::UserDialog::Cell> cells;
-  for (size_t i = 0; i < columns_.size(); ++i)
-    if (columns_[i].width > 0) cells.push_back(CellOf(columns_[i], rows_[row][i]));
-  return cells;
+host::UserDialog::Item PictureGrid::Entry(int row) const {
+  host::UserDialog::Item item;
+  bool pictured = false;
+  for (size_t i = 0; i < columns_.size(); ++i) {
+    const Column& c = columns_[i];
+    if (!c.shown) continue;
+    if (c.choices.empty()) {
+      item.text += (item.text.empty() ? "" : "   ") + rows_[row][i];
+    } else if (!pictured) {
+      item.picture = PictureOf(c, rows_[row][i]);
+      pictured = true;
+    }
+  }
+  return item;
 }
 
 int PictureGrid::AddRow(const std::map<std::string, std::string>& values) {
@@ -46,13 +50,13 @@ int PictureGrid::AddRow(const std::map<std::string, std::string>& values) {
     if (i >= 0) row[i] = value;
   }
   rows_.push_back(std::move(row));
-  dialog_.AddTableRow(name_, Shown(Rows() - 1));
+  dialog_.AddItem(list_, Entry(Rows() - 1));
   return Rows() - 1;
 }
 
 void PictureGrid::SelectRow(int row) {
   if (row < 0 || row >= Rows()) return;
-  dialog_.SelectTableRow(name_, row);
+  dialog_.SetListIndex(list_, row);
   if (current_ != row) {
     current_ = row;
     LoadEditors();
@@ -70,13 +74,7 @@ void PictureGrid::SetValue(int row, const std::string& key, const std::string& v
   int i = ColumnIndex(key);
   if (row < 0 || row >= Rows() || i < 0) return;
   rows_[row][i] = value;
-  const Column& column = columns_[i];
-  if (column.width > 0) {
-    int shownIndex = 0;
-    for (int k = 0; k < i; ++k)
-      if (columns_[k].width > 0) ++shownIndex;
-    dialog_.SetTableCell(name_, row, shownIndex, CellOf(column, value));
-  }
+  if (columns_[i].shown) dialog_.SetItem(list_, row, Entry(row));
   if (row == current_) LoadEditors();
 }
 
@@ -117,8 +115,8 @@ void PictureGrid::Commit(const Column& column) {
 }
 
 bool PictureGrid::Handle(const std::string& method) {
-  if (method == name_ + "_SelectionChanged") {
-    int row = dialog_.TableRow(name_);
+  if (method == list_ + "_SelectionChanged") {
+    int row = dialog_.ListIndex(list_);
     if (row >= 0 && row != current_) {
       current_ = row;
       LoadEditors();

@@ -1,10 +1,11 @@
-// A table of a dialog whose cells show text or pictures, one row selected at
-// a time and edited by controls beside the table: a text column by a text
-// box, a picture column by a list box of its pictures. The table keeps the
-// cells' values (hidden columns too); an edit is offered to BeforeCommit,
-// which may refuse it (the editor then shows the cell's value again), and a
-// kept edit shows at once in the cell. The dialog's event handler passes
-// every method to Handle first.
+// A table of a dialog shown as a list box, one entry per row: the row's
+// shown text columns and the picture of its first shown picture column. One
+// row is selected at a time and edited by controls beside the list: a text
+// column by a text box, a picture column by a list box of its pictures. The
+// table keeps the cells' values (hidden columns too); an edit is offered to
+// BeforeCommit, which may refuse it (the editor then shows the cell's value
+// again), and a kept edit shows at once in the row. The dialog's event
+// handler passes every method to Handle first.
 #pragma once
 
 #include <functional>
@@ -21,19 +22,19 @@ class PictureGrid {
  public:
   struct Column {
     std::string key, caption;
-    int width = 0;  // in the dialog's units; 0 keeps the column hidden
+    bool shown = false;  // in the list's entries
     // A picture column: its values, each with its picture, in the order the
     // editor lists them. A text column has none.
     std::vector<std::pair<std::string, std::string>> choices;
-    // The control that edits the selected row's cell; "" for none. A text
-    // box commits on "<editor>_Commit" (bound to its losing the focus), a
-    // list box on "<editor>_Commit" (bound to a change of its entry).
+    // The control that edits the selected row's cell; "" for none. It
+    // commits on "<editor>_Commit": a text box bound to losing the focus, a
+    // list box to a change of its entry.
     std::string editor;
   };
 
-  // Makes the table in dialog at x, y (dialog units).
-  PictureGrid(host::UserDialog& dialog, std::string name, int x, int y, int width, int height,
-              std::vector<Column> columns);
+  // The table shown in the dialog's list box list, whose change of entry
+  // the dialog file binds to "<list>_SelectionChanged".
+  PictureGrid(host::UserDialog& dialog, std::string list, std::vector<Column> columns);
 
   // True when method was the table's or one of its editors'.
   bool Handle(const std::string& method);
@@ -57,13 +58,13 @@ class PictureGrid {
 
  private:
   int ColumnIndex(const std::string& key) const;
-  host::UserDialog::Cell CellOf(const Column& column, const std::string& value) const;
-  std::vector<host::UserDialog::Cell> Shown(int row) const;
-  void LoadEditors();    // the selected row into the editors
+  std::string PictureOf(const Column& column, const std::string& value) const;
+  host::UserDialog::Item Entry(int row) const;
+  void LoadEditors();  // the selected row into the editors
   void Commit(const Column& column);
 
   host::UserDialog& dialog_;
-  std::string name_;
+  std::string list_;
   std::vector<Column> columns_;
   std::vector<std::vector<std::string>> rows_;
   int current_ = -1;

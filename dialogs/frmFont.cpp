@@ -56,16 +56,16 @@ void frmFont::Show() {
       return i >= 0 && i < static_cast<int>(names.size()) ? names[i] : name_;
     };
     auto sample = [&] {
-      float size = SizeOf(form->Text("cboSize"));
+      float size = SizeOf(form->Text("txtSize"));
       form->SetFont("lblSample", chosenName(), size > 0 ? std::min(size, 24.0f) : size_, form->Checked("chkBold"),
                     form->Checked("chkItalic"));
     };
     host::UserDialog dialog(*host::ExcelApp, "frmFont", [&](const std::string& method) {
       try {
         if (method == "cmdOK_Click") {
-          if (SizeOf(form->Text("cboSize")) <= 0) {
+          if (SizeOf(form->Text("txtSize")) <= 0) {
             host::MsgBox("Please enter a font size from 1 to 409.", office::vbExclamation, "Font Size");
-            form->SetFocus("cboSize");
+            form->SetFocus("txtSize");
             return;
           }
           ok_ = true;
@@ -83,7 +83,7 @@ void frmFont::Show() {
     dialog.SetItems("lstFonts", items);
     auto at = std::find(names.begin(), names.end(), name_);
     if (at != names.end()) dialog.SetListIndex("lstFonts", static_cast<int>(at - names.begin()));
-    dialog.SetText("cboSize", SizeText(size_));
+    dialog.SetText("txtSize", SizeText(size_));
     dialog.SetChecked("chkBold", bold_);
     dialog.SetChecked("chkItalic", italic_);
     sample();
@@ -91,7 +91,7 @@ void frmFont::Show() {
     dialog.Execute();
     if (!ok_) return;
     name_ = chosenName();
-    size_ = SizeOf(dialog.Text("cboSize"));
+    size_ = SizeOf(dialog.Text("txtSize"));
     bold_ = dialog.Checked("chkBold");
     italic_ = dialog.Checked("chkItalic");
   } catch (...) {

@@ -111,12 +111,12 @@ class Wizard {
  private:
   void InitializeGrid() {
     std::vector<PictureGrid::Column> columns = {
-        {"shape_text", "Text", 112, {}, "txtText"},
-        {"symbol_id", "Symbol (click to change)", 52, SymbolChoices(shapePictures_), "lstSymbol"},
-        {"style_id", "Style (click to change)", 52, StyleChoices(stylePictures_), "lstStyle"},
-        {"shape_name", "ShapeName", 0, {}, ""},
-        {"updated", "Updated", 0, {}, ""}};
-    grid_ = std::make_unique<PictureGrid>(*form_, "iGridShapes", 6, 18, 226, 154, std::move(columns));
+        {"shape_text", "Text", true, {}, "txtText"},
+        {"symbol_id", "Symbol (click to change)", false, SymbolChoices(shapePictures_), "lstSymbol"},
+        {"style_id", "Style (click to change)", true, StyleChoices(stylePictures_), "lstStyle"},
+        {"shape_name", "ShapeName", false, {}, ""},
+        {"updated", "Updated", false, {}, ""}};
+    grid_ = std::make_unique<PictureGrid>(*form_, "lstShapes", std::move(columns));
     // The text is the shape's own: an edit of it is refused.
     grid_->BeforeCommit = [](int, const std::string& key, const std::string&) { return key != "shape_text"; };
     grid_->AfterCommit = [this](int row, const std::string& key) {

@@ -2,6 +2,7 @@
 
 #include "CInteractiveFlowcharter.h"
 #include "CPageLayout.h"
+#include "CStyleWizard.h"
 #include "MErrorHandler.h"
 #include "MGlobalVariables.h"
 #include "MShapeRanges.h"
@@ -12,6 +13,7 @@
 #include "Shapes.h"
 #include "TextConvert.h"
 #include "AddedShapes.h"
+#include "KeptLooks.h"
 #include "KeptShading.h"
 #include "UndoList.h"
 #include "Workbooks.h"
@@ -227,7 +229,6 @@ void NotInThisVersion(const std::string& tool) {
 }
 }  // namespace
 
-void CEventHandler::ApplyStyles() { NotInThisVersion("Default Styles"); }
 void CEventHandler::CreateFlowchartKey() { NotInThisVersion("Create a Symbol Key"); }
 void CEventHandler::CreateWorksheetGrid() {
   try {
@@ -366,6 +367,22 @@ void CEventHandler::CheckStatus() {
            vbInformation, "Status Check");
   } catch (...) {
     ErrorHandler(kSource, "CheckStatus", false);
+  }
+}
+
+void CEventHandler::ApplyStyles() {
+  try {
+    if (!ExcelApp || ExcelApp->GetWorkbooks().Count() == 0) return;
+    auto ws = ExcelApp->ActiveSheet();
+    if (!ws || ws->TypeName() != "Worksheet") return;
+    // Opening the groups, the new looks and closing the groups again are
+    // one entry of the undo list: the office records the groups, the add-in
+    // the looks.
+    UndoList::Entry entry(ws->Parent(), "Nivarel: Default Styles");
+    KeptLooks looks(*ws);
+    tools::CStyleWizard().ApplyDefaultStyles();
+  } catch (...) {
+    ErrorHandler(kSource, "ApplyStyles", false);
   }
 }
 

@@ -20,17 +20,8 @@
 #include <com/sun/star/awt/MouseEvent.hpp>
 #include <com/sun/star/awt/Rectangle.hpp>
 #include <com/sun/star/awt/XItemList.hpp>
-#include <com/sun/star/awt/grid/DefaultGridColumnModel.hpp>
-#include <com/sun/star/awt/grid/DefaultGridDataModel.hpp>
-#include <com/sun/star/awt/grid/XGridColumn.hpp>
-#include <com/sun/star/awt/grid/XGridRowSelection.hpp>
-#include <com/sun/star/awt/grid/XGridSelectionListener.hpp>
-#include <com/sun/star/awt/grid/XMutableGridDataModel.hpp>
-#include <com/sun/star/container/XNameContainer.hpp>
 #include <com/sun/star/graphic/GraphicProvider.hpp>
-#include <com/sun/star/view/SelectionType.hpp>
 #include <com/sun/star/beans/NamedValue.hpp>
-#include <com/sun/star/beans/UnknownPropertyException.hpp>
 #include <com/sun/star/lang/XComponent.hpp>
 #include <cppuhelper/implbase1.hxx>
 
@@ -90,24 +81,6 @@ class Events : public cppu::WeakImplHelper1<awt::XDialogEventHandler> {
   std::shared_ptr<PressPoint> press_;
 };
 
-// Tells the handler that a table's selected row changed.
-class TableSelection : public cppu::WeakImplHelper1<awt::grid::XGridSelectionListener> {
- public:
-  TableSelection(std::string dialog, std::string method, std::function<void(const std::string&)> handler)
-      : dialog_(std::move(dialog)), method_(std::move(method)), handler_(std::move(handler)) {}
-  void SAL_CALL selectionChanged(const awt::grid::GridSelectionEvent&) override {
-    OfficeThreadScope scope;
-    AtBorder(dialog_.c_str(), method_.c_str(), [&] {
-      if (handler_) handler_(method_);
-    });
-  }
-  void SAL_CALL disposing(const css::lang::EventObject&) override {}
-
- private:
-  std::string dialog_, method_;
-  std::function<void(const std::string&)> handler_;
-};
-
 // Selects all of a text box's text when it gets the focus.
 class SelectAllOnFocus : public cppu::WeakImplHelper1<awt::XFocusListener> {
  public:
@@ -147,8 +120,6 @@ struct UserDialog::State {
   Reference<awt::XDialog> dialog;
   Reference<awt::XControlContainer> controls;
   std::map<std::string, Reference<css::graphic::XGraphic>> graphics;  // by file path
-  // The tables made in the dialog, with what listens to their selection.
-  std::vector<std::pair<std::string, Reference<awt::grid::XGridSelectionListener>>> tables;
 
   // The picture in a PNG file, read once per dialog; null when there is none.
   Reference<css::graphic::XGraphic> Graphic(const std::string& path) {
@@ -173,22 +144,6 @@ struct UserDialog::State {
   }
   static OUString FileUrl(const std::string& path) {
     return path.empty() ? OUString() : ToOu("file://" + std::filesystem::absolute(path).string());
-  }
-  Reference<css::lang::XMultiServiceFactory> DialogModel() const {
-    Reference<awt::XControl> control(dialog, uno::UNO_QUERY_THROW);
-    return Reference<css::lang::XMultiServiceFactory>(control->getModel(), uno::UNO_QUERY_THROW);
-  }
-  Reference<awt::grid::XMutableGridDataModel> TableData(const std::string& table) const {
-    Reference<awt::grid::XMutableGridDataModel> data(Model(table)->getPropertyValue("GridDataModel"),
-                                                      uno::UNO_QUERY_THROW);
-    return data;
-  }
-  uno::Any CellValue(const Cell& cell) {
-    if (!cell.picture.empty()) {
-      auto graphic = Graphic(cell.picture);
-      if (graphic.is()) return uno::Any(graphic);
-    }
-    return uno::Any(ToOu(cell.text));
   }
 
   Reference<css::beans::XPropertySet> Model(const std::string& name) const {
@@ -235,21 +190,6 @@ UserDialog::UserDialog(const Application& app, const std::string& name, bool& ok
       }) {}
 
 UserDialog::~UserDialog() {
-  // A table made in a live dialog goes before the dialog does: disposed with
-  // the dialog, its window would be freed twice and the office would end.
-  for (const auto& [table, listener] : state_->tables) {
-    try {
-      Call("UserDialog", [&] {
-        Reference<awt::grid::XGridRowSelection> selection(state_->controls->getControl(ToOu(table)), uno::UNO_QUERY);
-        if (selection.is()) selection->removeSelectionListener(listener);
-        // Emptied first, so that no cell is left for an accessibility tool
-        // to hold (the office frees a cell's window twice otherwise).
-        state_->TableData(table)->removeAllRows();
-        Reference<css::container::XNameContainer>(state_->DialogModel(), uno::UNO_QUERY_THROW)->removeByName(ToOu(table));
-      });
-    } catch (...) {
-    }
-  }
   try {
     Call("UserDialog", [&] { Reference<css::lang::XComponent>(state_->dialog, uno::UNO_QUERY_THROW)->dispose(); });
   } catch (...) {
@@ -352,6 +292,20 @@ void UserDialog::SetItems(const std::string& control, const std::vector<Item>& i
   });
 }
 
+void UserDialog::AddItem(const std::string& control, const Item& item) {
+  Call("UserDialog.Items", [&] {
+    Reference<awt::XItemList> list(state_->Model(control), uno::UNO_QUERY_THROW);
+    list->insertItem(list->getItemCount(), ToOu(item.text), State::FileUrl(item.picture));
+  });
+}
+
+void UserDialog::SetItem(const std::string& control, int index, const Item& item) {
+  Call("UserDialog.Items", [&] {
+    Reference<awt::XItemList> list(state_->Model(control), uno::UNO_QUERY_THROW);
+    list->setItemTextAndImage(index, ToOu(item.text), State::FileUrl(item.picture));
+  });
+}
+
 void UserDialog::SetPicture(const std::string& control, const std::string& path) {
   Call("UserDialog.Picture", [&] {
     auto model = state_->Model(control);
@@ -395,88 +349,6 @@ void UserDialog::SetBounds(const std::string& control, int x, int y, int width, 
     model->setPropertyValue("PositionY", uno::Any(static_cast<sal_Int32>(y)));
     model->setPropertyValue("Width", uno::Any(static_cast<sal_Int32>(width)));
     model->setPropertyValue("Height", uno::Any(static_cast<sal_Int32>(height)));
-  });
-}
-
-void UserDialog::AddTable(const std::string& name, int x, int y, int width, int height,
-                          const std::vector<Column>& columns) {
-  Call("UserDialog.AddTable", [&] {
-    auto factory = state_->DialogModel();
-    Reference<css::beans::XPropertySet> model(factory->createInstance("com.sun.star.awt.grid.UnoControlGridModel"),
-                                              uno::UNO_QUERY_THROW);
-    auto set = [&](const char* property, const uno::Any& value) {
-      try {
-        model->setPropertyValue(OUString::createFromAscii(property), value);
-      } catch (const css::beans::UnknownPropertyException&) {
-        throw HostError(HostError::kOfficeFailure, std::string("The table has no property ") + property);
-      }
-    };
-    set("PositionX", uno::Any(static_cast<sal_Int32>(x)));
-    set("PositionY", uno::Any(static_cast<sal_Int32>(y)));
-    set("Width", uno::Any(static_cast<sal_Int32>(width)));
-    set("Height", uno::Any(static_cast<sal_Int32>(height)));
-    set("ShowRowHeader", uno::Any(false));
-    set("ShowColumnHeader", uno::Any(true));
-    set("SelectionModel", uno::Any(css::view::SelectionType_SINGLE));
-    // Rows tall enough for the pictures of symbols and styles.
-    set("RowHeight", uno::Any(static_cast<sal_Int32>(18)));
-    auto columnModel = awt::grid::DefaultGridColumnModel::create(state_->session->context);
-    for (const Column& c : columns) {
-      auto column = columnModel->createColumn();
-      column->setTitle(ToOu(c.caption));
-      column->setColumnWidth(c.width);
-      column->setResizeable(true);
-      columnModel->addColumn(column);
-    }
-    set("ColumnModel", uno::Any(columnModel));
-    set("GridDataModel",
-                            uno::Any(awt::grid::DefaultGridDataModel::create(state_->session->context)));
-    Reference<css::container::XNameContainer>(factory, uno::UNO_QUERY_THROW)->insertByName(ToOu(name), uno::Any(model));
-    Reference<awt::grid::XGridRowSelection> selection(state_->controls->getControl(ToOu(name)), uno::UNO_QUERY_THROW);
-    Reference<awt::grid::XGridSelectionListener> listener(
-        new TableSelection(state_->name, name + "_SelectionChanged", state_->handler));
-    selection->addSelectionListener(listener);
-    state_->tables.emplace_back(name, listener);
-  });
-}
-
-void UserDialog::SetTableRows(const std::string& name, const std::vector<std::vector<Cell>>& rows) {
-  Call("UserDialog.TableRows", [&] {
-    auto data = state_->TableData(name);
-    data->removeAllRows();
-    for (const auto& row : rows) {
-      uno::Sequence<uno::Any> values(static_cast<sal_Int32>(row.size()));
-      for (size_t i = 0; i < row.size(); ++i) values.getArray()[i] = state_->CellValue(row[i]);
-      data->addRow(uno::Any(), values);
-    }
-  });
-}
-
-void UserDialog::AddTableRow(const std::string& name, const std::vector<Cell>& row) {
-  Call("UserDialog.TableRows", [&] {
-    uno::Sequence<uno::Any> values(static_cast<sal_Int32>(row.size()));
-    for (size_t i = 0; i < row.size(); ++i) values.getArray()[i] = state_->CellValue(row[i]);
-    state_->TableData(name)->addRow(uno::Any(), values);
-  });
-}
-
-void UserDialog::SetTableCell(const std::string& name, int row, int column, const Cell& cell) {
-  Call("UserDialog.TableCell", [&] { state_->TableData(name)->updateCellData(column, row, state_->CellValue(cell)); });
-}
-
-int UserDialog::TableRow(const std::string& name) const {
-  return Call("UserDialog.TableRow", [&] {
-    Reference<awt::grid::XGridRowSelection> selection(state_->controls->getControl(ToOu(name)), uno::UNO_QUERY_THROW);
-    auto rows = selection->getSelectedRows();
-    return rows.getLength() > 0 ? static_cast<int>(rows[0]) : -1;
-  });
-}
-
-void UserDialog::SelectTableRow(const std::string& name, int row) {
-  Call("UserDialog.TableRow", [&] {
-    Reference<awt::grid::XGridRowSelection> selection(state_->controls->getControl(ToOu(name)), uno::UNO_QUERY_THROW);
-    selection->deselectAllRows();
-    if (row >= 0) selection->selectRow(row);
   });
 }
 

@@ -52,6 +52,9 @@ class UserDialog {
     std::string text, picture;
   };
   void SetItems(const std::string& control, const std::vector<Item>& items);
+  // Appends an entry, or changes the entry at index.
+  void AddItem(const std::string& control, const Item& item);
+  void SetItem(const std::string& control, int index, const Item& item);
 
   // An image control's picture; "" clears it.
   void SetPicture(const std::string& control, const std::string& path);
@@ -65,23 +68,6 @@ class UserDialog {
   // Places a control, in the dialog file's units.
   void SetBounds(const std::string& control, int x, int y, int width, int height);
 
-  // A table of text and pictures, made in the dialog at a place in the
-  // dialog file's units, one row selected at a time. A change of the
-  // selected row reaches the handler as "<name>_SelectionChanged".
-  struct Column {
-    std::string caption;
-    int width;
-  };
-  struct Cell {
-    std::string text, picture;
-  };
-  void AddTable(const std::string& name, int x, int y, int width, int height, const std::vector<Column>& columns);
-  void SetTableRows(const std::string& name, const std::vector<std::vector<Cell>>& rows);
-  void AddTableRow(const std::string& name, const std::vector<Cell>& row);
-  void SetTableCell(const std::string& name, int row, int column, const Cell& cell);
-  // The selected row, 0-based; -1 when none is.
-  int TableRow(const std::string& name) const;
-  void SelectTableRow(const std::string& name, int row);
 
  private:
   struct State;

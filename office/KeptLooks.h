@@ -1,10 +1,15 @@
-// The looks of a sheet's shapes kept across a user action in the undo list.
-// The office does not take back a look a program gives a shape; made right
-// after an undo entry opens, this puts an action into the entry when it
-// ends that gives each named shape (in groups too) the look it had before
-// on Ctrl+Z, and the look it had at the end on Ctrl+Y: kind, fill, line,
-// shadow, font and the other formats, and glue points. Shapes are found by
-// name, so they may be grouped and ungrouped meanwhile.
+// The looks of one sheet's shapes, kept across a user action in the undo
+// list. The office takes back no change that a program makes to a shape's
+// properties (fill, outline, shadow, text format, the layer's style id).
+// Made while an undo entry is open, this notes the properties of every shape
+// of the sheet, group members included; when it ends it puts an action into
+// the entry that sets each property the user action changed back as it was
+// on Ctrl+Z, and as the action left it on Ctrl+Y, together with the
+// stacking order of the sheet's top-level shapes. Place and size are not
+// kept. A shape is followed through the layer's own grouping and ungrouping
+// by its handle (the office makes its object anew), and found again on
+// Ctrl+Z and Ctrl+Y at its place among the sheet's shapes and groups, so
+// that shapes without a name, as the user draws them, are kept too.
 #pragma once
 
 #include <memory>

@@ -26,6 +26,7 @@
 #include "Range.h"
 #include "ShapeStylePresets.h"
 #include "ShapeIndex.h"
+#include "ShapeRange.h"
 #include "Uno.h"
 #include "Worksheet.h"
 
@@ -54,21 +55,65 @@ std::shared_ptr<ShapeImpl> ShapeFor(const std::shared_ptr<SheetRef>& sheet, cons
   return impl;
 }
 
-void RebindByName(const Reference<css::drawing::XShapes>& container,
-                  const std::vector<std::shared_ptr<ShapeImpl>>& impls, const std::vector<std::string>& names) {
+HandlesWithin HandlesInside(const std::vector<std::shared_ptr<ShapeImpl>>& impls) {
+  HandlesWithin within;
+  for (const auto& impl : impls) {
+    within.emplace_back();
+    Reference<css::drawing::XShapes> group(impl->shape, uno::UNO_QUERY);
+    if (!group.is()) continue;
+    std::vector<Reference<css::drawing::XShape>> inside;
+    CollectShapes(group, inside);
+    auto& session = *impl->sheet->session;
+    std::lock_guard<std::mutex> lock(session.shapesMutex);
+    for (const auto& s : inside) {
+      std::shared_ptr<ShapeImpl> given;
+      if (auto it = session.shapes.find(KeyOf(s)); it != session.shapes.end()) given = it->second.lock();
+      within.back().push_back(given && given->shape == s ? given : nullptr);
+    }
+  }
+  return within;
+}
+
+void RebindMembers(const Reference<css::drawing::XShapes>& container, sal_Int32 first,
+                   const std::vector<std::shared_ptr<ShapeImpl>>& impls, const std::vector<std::string>& names,
+                   const HandlesWithin& within) {
+  auto rebindOne = [](const std::shared_ptr<ShapeImpl>& impl, const Reference<css::drawing::XShape>& m) {
+    auto& session = *impl->sheet->session;
+    std::lock_guard<std::mutex> lock(session.shapesMutex);
+    session.shapes.erase(KeyOf(impl->shape));
+    impl->shape = m;
+    session.shapes[KeyOf(m)] = impl;
+  };
+  auto rebind = [&](size_t k, const Reference<css::drawing::XShape>& m) {
+    rebindOne(impls[k], m);
+    if (k >= within.size() || within[k].empty()) return;
+    Reference<css::drawing::XShapes> group(m, uno::UNO_QUERY);
+    if (!group.is()) return;
+    std::vector<Reference<css::drawing::XShape>> inside;
+    CollectShapes(group, inside);
+    if (inside.size() != within[k].size()) return;
+    for (size_t i = 0; i < inside.size(); ++i)
+      if (within[k][i]) rebindOne(within[k][i], inside[i]);
+  };
+  auto nameOf = [](const Reference<css::drawing::XShape>& m) {
+    Reference<css::beans::XPropertySet> mp(m, uno::UNO_QUERY);
+    return mp.is() ? ToUtf8(GetProp<OUString>(mp, "Name")) : std::string();
+  };
+  std::vector<bool> done(impls.size(), false);
+  for (size_t k = 0; k < impls.size() && first + static_cast<sal_Int32>(k) < container->getCount(); ++k) {
+    Reference<css::drawing::XShape> m(container->getByIndex(first + static_cast<sal_Int32>(k)), uno::UNO_QUERY);
+    if (m.is() && nameOf(m) == names[k]) {
+      rebind(k, m);
+      done[k] = true;
+    }
+  }
+  // Not where it was looked for: found by its name, when it has one.
   for (sal_Int32 i = 0; i < container->getCount(); ++i) {
     Reference<css::drawing::XShape> m(container->getByIndex(i), uno::UNO_QUERY);
-    Reference<css::beans::XPropertySet> mp(m, uno::UNO_QUERY);
-    if (!mp.is()) continue;
-    std::string name = ToUtf8(GetProp<OUString>(mp, "Name"));
-    for (size_t k = 0; k < names.size(); ++k) {
-      if (names[k] != name) continue;
-      auto& session = *impls[k]->sheet->session;
-      std::lock_guard<std::mutex> lock(session.shapesMutex);
-      session.shapes.erase(KeyOf(impls[k]->shape));
-      impls[k]->shape = m;
-      session.shapes[KeyOf(m)] = impls[k];
-    }
+    if (!m.is()) continue;
+    std::string name = nameOf(m);
+    for (size_t k = 0; k < names.size(); ++k)
+      if (!done[k] && !names[k].empty() && names[k] == name) rebind(k, m);
   }
 }
 
@@ -480,20 +525,99 @@ std::vector<Shape> Shape::GroupItems() const {
   });
 }
 
+namespace {
+
+// Whether the shape is a top-level shape of page.
+bool OnTopLevel(const Reference<css::drawing::XShape>& shape, const Reference<css::drawing::XDrawPage>& page) {
+  Reference<css::container::XChild> child(shape, uno::UNO_QUERY);
+  return child.is() && Reference<uno::XInterface>(child->getParent(), uno::UNO_QUERY) ==
+                           Reference<uno::XInterface>(page, uno::UNO_QUERY);
+}
+
+// Groups broken up long ago, or whose members have all gone, are let go.
+constexpr size_t kUngroupedKept = 256;
+
+void KeepUngrouped(HostSession& session, UngroupedGroup record) {
+  std::lock_guard<std::mutex> lock(session.ungroupedMutex);
+  auto& kept = session.ungrouped;
+  kept.erase(std::remove_if(kept.begin(), kept.end(),
+                            [](const UngroupedGroup& g) {
+                              return std::none_of(g.members.begin(), g.members.end(), [&](const auto& m) {
+                                Reference<css::container::XChild> child(m->shape, uno::UNO_QUERY);
+                                return child.is() && child->getParent().is();
+                              });
+                            }),
+             kept.end());
+  if (kept.size() >= kUngroupedKept) kept.erase(kept.begin());
+  kept.push_back(std::move(record));
+}
+
+}  // namespace
+
 std::vector<Shape> Shape::Ungroup() {
   std::vector<Shape> items = GroupItems();
   std::vector<std::string> names;
   for (const auto& s : items) names.push_back(s.Name());
   Call("Shape.Ungroup", [&] {
+    UngroupedGroup record{impl_, ToUtf8(GetProp<OUString>(impl_->Props(), "Name")), {}};
+    // The members take the group's place in the drawing order.
+    sal_Int32 place = GetProp<sal_Int32>(impl_->Props(), "ZOrder");
+    std::vector<std::shared_ptr<ShapeImpl>> impls;
+    for (const auto& item : items) impls.push_back(item.Impl());
+    HandlesWithin within = HandlesInside(impls);
     Reference<css::drawing::XShapeGrouper> grouper(impl_->sheet->Page(), uno::UNO_QUERY_THROW);
     Reference<css::drawing::XShapeGroup> group(impl_->shape, uno::UNO_QUERY_THROW);
     grouper->ungroup(group);
     ShapeIndex::Forget(*impl_->sheet);
-    std::vector<std::shared_ptr<ShapeImpl>> impls;
-    for (const auto& item : items) impls.push_back(item.Impl());
-    RebindByName(Reference<css::drawing::XShapes>(impl_->sheet->Page(), uno::UNO_QUERY_THROW), impls, names);
+    RebindMembers(Reference<css::drawing::XShapes>(impl_->sheet->Page(), uno::UNO_QUERY_THROW), place, impls, names,
+                  within);
+    record.members = impls;
+    KeepUngrouped(*impl_->sheet->session, std::move(record));
   });
   return items;
+}
+
+Shape Shape::Regroup() {
+  return Call("Shape.Regroup", [&] {
+    HostSession& session = *impl_->sheet->session;
+    UngroupedGroup record;
+    {
+      std::lock_guard<std::mutex> lock(session.ungroupedMutex);
+      auto& kept = session.ungrouped;
+      // The latest break-up that this shape came out of.
+      auto it = std::find_if(kept.rbegin(), kept.rend(), [&](const UngroupedGroup& g) {
+        return std::any_of(g.members.begin(), g.members.end(), [&](const auto& m) { return m->shape == impl_->shape; });
+      });
+      if (it == kept.rend())
+        throw HostError(HostError::kOfficeFailure, "This shape was not taken out of a group, so it cannot be regrouped");
+      record = std::move(*it);
+      kept.erase(std::next(it).base());
+    }
+    auto page = impl_->sheet->Page();
+    std::vector<Shape> members;
+    for (const auto& m : record.members)
+      if (OnTopLevel(m->shape, page)) members.emplace_back(m);
+    if (members.size() < 2)
+      throw HostError(HostError::kOfficeFailure, "Fewer than two shapes of the former group are left to regroup");
+    Shape made = ShapeRange(impl_->sheet, members).Group();
+    // The old group's handles, among them those kept by groups broken up
+    // around it, stand for the new one.
+    {
+      std::lock_guard<std::mutex> lock(session.shapesMutex);
+      session.shapes.erase(KeyOf(record.group->shape));
+      record.group->shape = made.Impl()->shape;
+      session.shapes[KeyOf(record.group->shape)] = record.group;
+    }
+    Shape group(record.group);
+    if (record.name != group.Name()) {
+      try {
+        group.SetName(record.name);
+      } catch (const HostError&) {
+        // Taken meanwhile: the group keeps its fresh name.
+      }
+    }
+    return group;
+  });
 }
 
 void Shape::Delete() {

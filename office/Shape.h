@@ -77,6 +77,12 @@ class Shape {
   std::vector<Shape> GroupItems() const;
   // Breaks up the group; returns its members.
   std::vector<Shape> Ungroup();
+  // Makes again the group that Ungroup broke this shape out of, from those
+  // of its members that are still top-level shapes of the sheet, under the
+  // group's former name when no other shape has taken it; returns the group,
+  // and every handle to the old group now stands for it. Raises HostError
+  // when the shape came out of no group or fewer than two members are left.
+  Shape Regroup();
   void Delete();
   void Select(bool replace = true) const;
   void ZOrder(int command);

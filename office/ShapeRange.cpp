@@ -26,11 +26,20 @@ Shape ShapeRange::Group() {
   if (shapes_.size() < 2) throw HostError(HostError::kOfficeFailure, "This member can only be accessed for a group of two or more shapes");
   return Call("ShapeRange.Group", [&] {
     auto collection = css::drawing::ShapeCollection::create(sheet_->session->context);
-    std::vector<std::string> names;
+    // The group holds its members in their drawing order.
+    std::vector<std::pair<sal_Int32, std::shared_ptr<ShapeImpl>>> members;
     for (const auto& s : shapes_) {
       collection->add(s.Impl()->shape);
-      names.push_back(s.Name());
+      members.emplace_back(GetProp<sal_Int32>(s.Impl()->Props(), "ZOrder"), s.Impl());
     }
+    std::stable_sort(members.begin(), members.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+    std::vector<std::shared_ptr<ShapeImpl>> impls;
+    std::vector<std::string> names;
+    for (const auto& [z, impl] : members) {
+      impls.push_back(impl);
+      names.push_back(ToUtf8(GetProp<OUString>(impl->Props(), "Name")));
+    }
+    HandlesWithin within = HandlesInside(impls);
     Reference<css::drawing::XShapeGrouper> grouper(sheet_->Page(), uno::UNO_QUERY_THROW);
     std::string name = FreshShapeName(*sheet_, "Group");
     Reference<css::drawing::XShape> group(grouper->group(Reference<css::drawing::XShapes>(collection, uno::UNO_QUERY_THROW)),
@@ -38,9 +47,7 @@ Shape ShapeRange::Group() {
     Reference<css::beans::XPropertySet> ps(group, uno::UNO_QUERY_THROW);
     SetProp(ps, "Name", ToOu(name));
     ShapeIndex::Grouped(*sheet_, group);
-    std::vector<std::shared_ptr<ShapeImpl>> impls;
-    for (const auto& m : shapes_) impls.push_back(m.Impl());
-    RebindByName(Reference<css::drawing::XShapes>(group, uno::UNO_QUERY_THROW), impls, names);
+    RebindMembers(Reference<css::drawing::XShapes>(group, uno::UNO_QUERY_THROW), 0, impls, names, within);
     return Shape(ShapeFor(sheet_, group));
   });
 }

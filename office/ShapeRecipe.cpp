@@ -99,27 +99,6 @@ Recipe Describe(const Reference<css::drawing::XShape>& shape) {
 }
 
 
-void GiveLook(const Reference<css::drawing::XShape>& shape, const Recipe& r) {
-  Reference<css::beans::XPropertySet> ps(shape, uno::UNO_QUERY_THROW);
-  if (r.geometry.hasValue()) ps->setPropertyValue("CustomShapeGeometry", r.geometry);
-  for (const auto& p : r.properties) {
-    try {
-      ps->setPropertyValue(p.Name, p.Value);
-    } catch (const uno::Exception&) {
-      // What the shape won't take it did not have.
-    }
-  }
-  Reference<css::drawing::XGluePointsSupplier> glue(shape, uno::UNO_QUERY);
-  if (!glue.is()) return;
-  Reference<css::container::XIdentifierContainer> points(glue->getGluePoints(), uno::UNO_QUERY);
-  if (!points.is()) return;
-  for (sal_Int32 id : points->getIdentifiers()) {
-    css::drawing::GluePoint2 g;
-    if ((points->getByIdentifier(id) >>= g) && g.IsUserDefined) points->removeByIdentifier(id);
-  }
-  for (const auto& g : r.gluePoints) points->insert(uno::Any(g));
-}
-
 UnrecordedUndo::UnrecordedUndo(const Reference<css::sheet::XSpreadsheetDocument>& document)
     : manager_(ManagerOf(document)) {
   if (manager_->isLocked()) return;

@@ -1,7 +1,7 @@
-// A shape described fully enough to make it again or to give it back its
-// look (kind, every writable property, text, the user's own glue points, the
-// ends a line is glued to, group members, stacking order), and the undo
-// list's helpers that the add-in's own undo actions share. Inside the layer.
+// A shape described fully enough to make it again (kind, every writable
+// property, text, the user's own glue points, the ends a line is glued to,
+// group members, stacking order), and the undo list's helpers that the
+// add-in's own undo actions share. Inside the layer.
 #pragma once
 
 #include <vector>
@@ -31,9 +31,6 @@ struct Recipe {
 };
 
 Recipe Describe(const Reference<css::drawing::XShape>& shape);
-// Gives a shape the look of r (kind, properties, glue points), where it
-// stands; text, place, name and connections stay.
-void GiveLook(const Reference<css::drawing::XShape>& shape, const Recipe& r);
 OUString NameOf(const Reference<css::drawing::XShape>& shape);
 Reference<css::document::XUndoManager> ManagerOf(const Reference<css::sheet::XSpreadsheetDocument>& document);
 

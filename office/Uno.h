@@ -46,6 +46,14 @@ namespace uno = ::com::sun::star::uno;
 namespace css = ::com::sun::star;
 using uno::Reference;
 
+// A group that the layer broke up: its handle state, which follows the group
+// when it is made again, its name and its members' handle states.
+struct UngroupedGroup {
+  std::shared_ptr<struct ShapeImpl> group;
+  std::string name;
+  std::vector<std::shared_ptr<struct ShapeImpl>> members;
+};
+
 // State of one connection to the office, shared by every handle.
 struct HostSession {
   Reference<uno::XComponentContext> context;
@@ -59,7 +67,11 @@ struct HostSession {
   // follows the shape when the office replaces its object (grouping).
   std::mutex shapesMutex;
   std::map<void*, std::weak_ptr<struct ShapeImpl>> shapes;
+  // The groups the layer broke up, latest last, for Shape::Regroup.
+  std::mutex ungroupedMutex;
+  std::vector<UngroupedGroup> ungrouped;
 };
+
 
 // The office that this process drives from outside, or none (inside the
 // office). Every call of the layer then runs on the office's own event-loop
@@ -142,10 +154,21 @@ void FitShapeToText(const ShapeImpl& shape, bool fit);
 
 // The handle state of an office shape, shared by all handles to it.
 std::shared_ptr<ShapeImpl> ShapeFor(const std::shared_ptr<SheetRef>& sheet, const Reference<css::drawing::XShape>& shape);
-// After grouping or ungrouping the office makes new objects for the members:
-// points each handle at the object in container that carries its old name.
-void RebindByName(const Reference<css::drawing::XShapes>& container,
-                  const std::vector<std::shared_ptr<ShapeImpl>>& impls, const std::vector<std::string>& names);
+// The handles given out for the shapes inside each of these shapes' groups,
+// in the order of CollectShapes, null where none was given: taken before
+// grouping or ungrouping, for RebindMembers.
+using HandlesWithin = std::vector<std::vector<std::shared_ptr<ShapeImpl>>>;
+HandlesWithin HandlesInside(const std::vector<std::shared_ptr<ShapeImpl>>& impls);
+// After grouping or ungrouping the office makes new objects for the members,
+// and for all shapes inside them; the members stand in container from index
+// first on, in the order of impls (the drawing order). Points each handle at
+// its new object, when that carries the handle's old name (unnamed shapes,
+// the user's own drawings, included), and the handles inside it at theirs; a
+// handle whose object isn't there is pointed at the object in container that
+// carries its name.
+void RebindMembers(const Reference<css::drawing::XShapes>& container, sal_Int32 first,
+                   const std::vector<std::shared_ptr<ShapeImpl>>& impls, const std::vector<std::string>& names,
+                   const HandlesWithin& within);
 
 // A property set that formats read and write: cells, a text run, a page style.
 struct PropsRef {

@@ -97,14 +97,13 @@ TEST_F(AddinTest, UnknownCommandsDoNothing) {
 
 TEST_F(AddinTest, ACommandWhoseToolIsNotInThisVersionSaysSo) {
   const std::pair<const char*, const char*> commands[] = {
-      {"ApplyStyles", "Default Styles"}, {"CreateKey", "Create a Symbol Key"},
-      {"ExtractText", "Extract Flowchart Text"}, {"InsertFlowLine", "Insert Flow Line"},
-      {"InsertBranch", "Insert Branch"}, {"InsertGroupBox", "Insert Group Box"},
-      {"SavePicture", "Export as Picture"}, {"FlowchartWizard", "Flowchart Wizard"},
-      {"HelpContents", "Help Contents"}, {"NivarelSettings", "Settings"},
-      {"ShapeSelectionTool", "Shape Selection Tool"},
-      {"CreateTemplate", "Create a Template"}, {"LoadTemplate", "Load Template"},
-      {"OpenWalkthrough", "Open Walkthrough"}};
+      {"CreateKey", "Create a Symbol Key"}, {"ExtractText", "Extract Flowchart Text"},
+      {"InsertFlowLine", "Insert Flow Line"}, {"InsertBranch", "Insert Branch"},
+      {"InsertGroupBox", "Insert Group Box"}, {"SavePicture", "Export as Picture"},
+      {"FlowchartWizard", "Flowchart Wizard"}, {"HelpContents", "Help Contents"},
+      {"NivarelSettings", "Settings"}, {"ShapeSelectionTool", "Shape Selection Tool"},
+      {"CreateTemplate", "Create a Template"},
+      {"LoadTemplate", "Load Template"}, {"OpenWalkthrough", "Open Walkthrough"}};
   for (const auto& [id, caption] : commands)
     EXPECT_EQ(std::make_pair(std::string("Nivarel"),
                              "\"" + std::string(caption) + "\" is not available in this version of Nivarel."),

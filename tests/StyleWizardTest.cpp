@@ -126,7 +126,8 @@ TEST_F(StyleWizardTest, TheCurrentSymbolAloneTakesAStyleAndTheSettingsStayAsThey
   office::UndoList undo(sheet_->Parent());
   ASSERT_FALSE(undo.Titles().empty());
   EXPECT_EQ("Nivarel: Style Wizard", undo.Titles().front());
-  Ui().PressKey("CTRL+Z");
+  ASSERT_TRUE(Ui().WaitForDocument());
+  Ui().PressKey("CTRL+z");
   for (int i = 0; i < 100 && !undo.Titles().empty() && undo.Titles().front() == "Nivarel: Style Wizard"; ++i)
     std::this_thread::sleep_for(std::chrono::milliseconds(50));
   EXPECT_EQ(kStyle44Fill, Fill(0));
@@ -245,7 +246,7 @@ TEST_F(StyleWizardTest, AChosenFontReachesTheSettingsAndACancelledOneDoesNot) {
   ThreeSteps();
   Drive([&] { handler_.ShowStyleWizard(); }, "Style Wizard", [&] {
     Ui().ClickInDialog("Change Font...");
-    ASSERT_TRUE(WaitForTitle(" Font"));
+    ASSERT_TRUE(WaitForTitle(" Font")) << host::ReadLogFile();
     ASSERT_TRUE(WaitForDialog(" Font"));
     Ui().TypeInDialog("Liberation Mono");  // the list of fonts has the focus
     Ui().PressDialogKey("TAB");
@@ -264,7 +265,7 @@ TEST_F(StyleWizardTest, AChosenFontReachesTheSettingsAndACancelledOneDoesNot) {
 
   Drive([&] { handler_.ShowStyleWizard(); }, "Style Wizard", [&] {
     Ui().ClickInDialog("Change Font...");
-    ASSERT_TRUE(WaitForTitle(" Font"));
+    ASSERT_TRUE(WaitForTitle(" Font")) << host::ReadLogFile();
     ASSERT_TRUE(WaitForDialog(" Font"));
     Ui().TypeInDialog("Liberation Serif");
     Ui().PressDialogKey("ALT+B");

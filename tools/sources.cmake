@@ -1,0 +1,5 @@
+# Sources of the flowchart tools that work on the shapes already on a sheet.
+# Built into the add-in's library.
+set(TOOLS_SOURCES
+  ${CMAKE_SOURCE_DIR}/tools/CStyleWizard.cpp
+)
