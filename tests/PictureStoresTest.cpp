@@ -71,10 +71,29 @@ TEST(PictureStoresTest, EveryPictureHasItsStoresSizeAndATwiceAsLargeTwin) {
   check(ucShapes(kFolder).ShapeImageList(), ucShapes::kWidth, ucShapes::kHeight);
   check(images.StyleImageList(), ucImages::kStyleWidth, ucImages::kStyleHeight);
   check(images.FlowlineStyleImageList(), ucImages::kLineWidth, ucImages::kLineHeight);
+  std::vector<std::string> plain;
+  for (int style = 1; style <= ucImages::kLastLineStyle; ++style) {
+    int index = style;
+    plain.push_back(images.LineStyleImage(index));
+  }
+  check(plain, ucImages::kLineWidth, ucImages::kLineHeight);
+  // The pickers' panels: 7 pictures to a row, at twice the pictures' size.
+  struct Panel {
+    ucImages::Panel panel;
+    int rows, width, height;
+  } panels[] = {{ucImages::kThemedPanel, 6, ucImages::kStyleWidth, ucImages::kStyleHeight},
+                {ucImages::kSolidPanel, 6, ucImages::kStyleWidth, ucImages::kStyleHeight},
+                {ucImages::kFlowLinePanel, 3, ucImages::kLineWidth, ucImages::kLineHeight},
+                {ucImages::kLinePanel, 3, ucImages::kLineWidth, ucImages::kLineHeight}};
+  for (const Panel& p : panels) {
+    PngFile panel(images.PanelImage(p.panel));
+    EXPECT_EQ(2 * 7 * p.width, panel.Width()) << p.panel;
+    EXPECT_EQ(2 * p.rows * p.height, panel.Height()) << p.panel;
+  }
   size_t files = 0;
   for (const auto& e : std::filesystem::recursive_directory_iterator(kFolder))
     files += e.path().extension() == ".png" ? 1 : 0;
-  EXPECT_EQ(2u * (124 + 84 + 21), files);
+  EXPECT_EQ(2u * (124 + 84 + 21 + 21) + 4, files);
 }
 
 TEST(PictureStoresTest, ThePixelsShowWhatEachNumberStandsFor) {
@@ -120,6 +139,32 @@ TEST(PictureStoresTest, ThePixelsShowWhatEachNumberStandsFor) {
     }
     EXPECT_GE(widest, 2 * thin) << "line " << l.style << ": an arrowhead";
   }
+  // The panels: a style's fill in its cell (row n / 7, column n mod 7 less
+  // 1), and a plain line's colour across the middle of its cell, no arrowhead.
+  PngFile themed(images.PanelImage(ucImages::kThemedPanel)), solid(images.PanelImage(ucImages::kSolidPanel));
+  auto cellPixel = [](const PngFile& p, int column, int row, int w, int h) {
+    return p.At(2 * (column * w + w / 4), 2 * (row * h + h / 2));
+  };
+  EXPECT_TRUE(Near(cellPixel(themed, 2, 1, ucImages::kStyleWidth, ucImages::kStyleHeight), 192, 80, 77))
+      << "style 10";
+  EXPECT_TRUE(Near(cellPixel(solid, 1, 0, ucImages::kStyleWidth, ucImages::kStyleHeight), 220, 230, 242))
+      << "style 44";
+  int nine = 9;
+  PngFile plainNine(images.LineStyleImage(nine));
+  ASSERT_GT(plainNine.Width(), 0);
+  auto inked = [&](int x) {
+    int n = 0;
+    for (int y = 0; y < plainNine.Height(); ++y) n += plainNine.Inked(x, y) ? 1 : 0;
+    return n;
+  };
+  int middle = inked(plainNine.Width() / 2), end = inked(plainNine.Width() - 8);
+  EXPECT_GT(middle, 0) << "a plain line across the middle";
+  EXPECT_NEAR(middle, end, 1) << "and as thick at its end: no arrowhead";
+  int x = plainNine.Width() / 2, core = 0;
+  for (int y = 0; y < plainNine.Height(); ++y)
+    if (plainNine.Alpha(x, y) > plainNine.Alpha(x, core)) core = y;
+  EXPECT_TRUE(Near(plainNine.At(x, core), 74, 126, 187, 40)) << "style 9";
+
   // A decision: a diamond, its corners empty and its middle filled.
   int decision = 63;
   PngFile d(shapes.ShapeImage(decision));

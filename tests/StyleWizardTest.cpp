@@ -214,6 +214,8 @@ TEST_F(StyleWizardTest, APickersClickChoosesTheStyleUnderItAndOnlyOKHandsItBack)
   EXPECT_EQ(14, styles.StyleId());
   pick(0, true, 0, 0, "OK");
   EXPECT_EQ(43, styles.StyleId());
+  pick(0, false, 3, 4, "OK");
+  EXPECT_EQ(32, styles.StyleId());
   pick(60, false, -1, 0, "OK");
   EXPECT_EQ(60, styles.StyleId()) << "a style above 42 opens on the solid page, chosen";
   pick(0, false, -1, 0, "OK");
@@ -246,7 +248,7 @@ TEST_F(StyleWizardTest, AChosenFontReachesTheSettingsAndACancelledOneDoesNot) {
   ThreeSteps();
   Drive([&] { handler_.ShowStyleWizard(); }, "Style Wizard", [&] {
     Ui().ClickInDialog("Change Font...");
-    ASSERT_TRUE(WaitForTitle(" Font")) << host::ReadLogFile();
+    ASSERT_TRUE(WaitForTitle(" Font"));
     ASSERT_TRUE(WaitForDialog(" Font"));
     Ui().TypeInDialog("Liberation Mono");  // the list of fonts has the focus
     Ui().PressDialogKey("TAB");
@@ -265,7 +267,7 @@ TEST_F(StyleWizardTest, AChosenFontReachesTheSettingsAndACancelledOneDoesNot) {
 
   Drive([&] { handler_.ShowStyleWizard(); }, "Style Wizard", [&] {
     Ui().ClickInDialog("Change Font...");
-    ASSERT_TRUE(WaitForTitle(" Font")) << host::ReadLogFile();
+    ASSERT_TRUE(WaitForTitle(" Font"));
     ASSERT_TRUE(WaitForDialog(" Font"));
     Ui().TypeInDialog("Liberation Serif");
     Ui().PressDialogKey("ALT+B");
