@@ -357,13 +357,14 @@ void CollectControls(const Reference<css::accessibility::XAccessibleContext>& pa
       // windows twice when it closes after its cells' accessible objects
       // were made, and ends.
       case role::TABLE: continue;
+      case role::LIST_ITEM: control.kind = "item"; break;
       case role::COMBO_BOX: {
         // A drop-down list shows its chosen entry in a part of its own.
         std::vector<std::pair<awt::Point, UiDriver::DialogControl>> parts;
         CollectControls(context, parts);
         control.kind = "list";
         for (const auto& part : parts)
-          if (!part.second.text.empty()) {
+          if (part.second.kind != "item" && !part.second.text.empty()) {
             control.text = part.second.text;
             break;
           }
@@ -374,7 +375,10 @@ void CollectControls(const Reference<css::accessibility::XAccessibleContext>& pa
         continue;
     }
     Reference<css::accessibility::XAccessibleText> text(context, uno::UNO_QUERY);
-    if (control.kind != "list") control.text = ToUtf8(text.is() ? text->getText() : context->getAccessibleName());
+    if (control.kind == "item")
+      control.text = ToUtf8(context->getAccessibleName());
+    else if (control.kind != "list")
+      control.text = ToUtf8(text.is() ? text->getText() : context->getAccessibleName());
     auto states = context->getAccessibleStateSet();
     if (states.is()) {
       control.checked = states->contains(state::CHECKED);

@@ -50,7 +50,7 @@ class UiDriver {
   // key presses and mouse clicks posted to the dialog, which the office
   // handles exactly as a person's (focus, default button, mnemonics).
   struct DialogControl {
-    std::string kind;  // "text", "edit", "button", "check", "radio", "list" or "other"
+    std::string kind;  // "text", "edit", "button", "check", "radio", "list" (a drop-down), "item" (an entry of a list) or "other"
     std::string text;  // caption, an edit's content, or a list's chosen entry
     bool checked = false;
     bool enabled = true;
