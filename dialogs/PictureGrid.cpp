@@ -57,11 +57,14 @@ int PictureGrid::AddRow(const std::map<std::string, std::string>& values) {
 void PictureGrid::SelectRow(int row) {
   if (row < 0 || row >= Rows()) return;
   dialog_.SetListIndex(list_, row);
-  if (current_ != row) {
-    current_ = row;
-    LoadEditors();
-    if (RowSelected) RowSelected(row);
-  }
+  Selected(row);
+}
+
+void PictureGrid::Selected(int row) {
+  if (row < 0 || row == current_) return;
+  current_ = row;
+  LoadEditors();
+  if (RowSelected) RowSelected(row);
 }
 
 std::string PictureGrid::Value(int row, const std::string& key) const {
@@ -116,12 +119,7 @@ void PictureGrid::Commit(const Column& column) {
 
 bool PictureGrid::Handle(const std::string& method) {
   if (method == list_ + "_SelectionChanged") {
-    int row = dialog_.ListIndex(list_);
-    if (row >= 0 && row != current_) {
-      current_ = row;
-      LoadEditors();
-      if (RowSelected) RowSelected(row);
-    }
+    Selected(dialog_.ListIndex(list_));
     return true;
   }
   for (const Column& c : columns_)

@@ -60,7 +60,8 @@ class PictureGrid {
   int ColumnIndex(const std::string& key) const;
   std::string PictureOf(const Column& column, const std::string& value) const;
   host::UserDialog::Item Entry(int row) const;
-  void LoadEditors();  // the selected row into the editors
+  void Selected(int row);  // the list's selection moved to row
+  void LoadEditors();      // the selected row into the editors
   void Commit(const Column& column);
 
   host::UserDialog& dialog_;

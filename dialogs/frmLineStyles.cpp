@@ -1,7 +1,5 @@
 #include "frmLineStyles.h"
 
-#include <algorithm>
-
 #include "MErrorHandler.h"
 #include "MGlobalVariables.h"
 #include "UserDialog.h"
@@ -9,13 +7,11 @@
 namespace nivarel::dialogs {
 
 namespace {
-constexpr int kColumns = 7, kRows = 3;
+constexpr int kRows = 3;
 }  // namespace
 
 int16_t frmLineStyles::StyleAt(double x, double y) {
-  int column = std::clamp(static_cast<int>(x * kColumns), 0, kColumns - 1);
-  int row = std::clamp(static_cast<int>(y * kRows), 0, kRows - 1);
-  return static_cast<int16_t>(row * kColumns + column + 1);
+  return static_cast<int16_t>(output::ucImages::PanelIndex(x, y, kRows));
 }
 
 std::string frmLineStyles::Preview(const output::ucImages& images, int style) const {

@@ -1,7 +1,5 @@
 #include "frmStyles.h"
 
-#include <algorithm>
-
 #include "MErrorHandler.h"
 #include "MGlobalVariables.h"
 #include "UserDialog.h"
@@ -10,13 +8,11 @@
 namespace nivarel::dialogs {
 
 namespace {
-constexpr int kColumns = 7, kRows = 6, kPerPage = 42;
+constexpr int kRows = 6, kPerPage = 42;
 }  // namespace
 
 int16_t frmStyles::StyleAt(int page, double x, double y) {
-  int column = std::clamp(static_cast<int>(x * kColumns), 0, kColumns - 1);
-  int row = std::clamp(static_cast<int>(y * kRows), 0, kRows - 1);
-  return static_cast<int16_t>(row * kColumns + column + 1 + (page == 2 ? kPerPage : 0));
+  return static_cast<int16_t>(output::ucImages::PanelIndex(x, y, kRows) + (page == 2 ? kPerPage : 0));
 }
 
 void frmStyles::InitializeSettings(int16_t styleId, const std::string& symbolName) {

@@ -353,10 +353,6 @@ void CollectControls(const Reference<css::accessibility::XAccessibleContext>& pa
       case role::CHECK_BOX: control.kind = "check"; break;
       case role::RADIO_BUTTON: control.kind = "radio"; break;
       case role::SCROLL_BAR: continue;
-      // A table's cells are left alone: the office of 7.4 frees a table's
-      // windows twice when it closes after its cells' accessible objects
-      // were made, and ends.
-      case role::TABLE: continue;
       case role::LIST_ITEM: control.kind = "item"; break;
       case role::COMBO_BOX: {
         // A drop-down list shows its chosen entry in a part of its own.
@@ -494,8 +490,7 @@ void UiDriver::ClickInDialog(const std::string& caption) {
 
 namespace {
 
-// The pictures showing under parent, with their places in their parent
-// (tables left alone, as in CollectControls).
+// The pictures showing under parent, with their places in their parent.
 void CollectPictures(const Reference<css::accessibility::XAccessibleContext>& parent,
                      std::vector<awt::Rectangle>& found) {
   sal_Int32 count = parent->getAccessibleChildCount();
@@ -506,10 +501,9 @@ void CollectPictures(const Reference<css::accessibility::XAccessibleContext>& pa
     auto states = context->getAccessibleStateSet();
     if (!states.is() || !states->contains(css::accessibility::AccessibleStateType::SHOWING)) continue;
     Reference<css::accessibility::XAccessibleComponent> component(context, uno::UNO_QUERY);
-    sal_Int16 role = context->getAccessibleRole();
-    if (role == css::accessibility::AccessibleRole::ICON && component.is())
+    if (context->getAccessibleRole() == css::accessibility::AccessibleRole::ICON && component.is())
       found.push_back(component->getBounds());
-    else if (role != css::accessibility::AccessibleRole::TABLE)
+    else
       CollectPictures(context, found);
   }
 }

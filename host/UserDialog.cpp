@@ -114,8 +114,6 @@ class EscapeWatch : public cppu::WeakImplHelper1<awt::XKeyListener> {
 struct UserDialog::State {
   std::shared_ptr<std::atomic<bool>> escape = std::make_shared<std::atomic<bool>>(false);
   std::shared_ptr<PressPoint> press = std::make_shared<PressPoint>();
-  std::string name;
-  std::function<void(const std::string&)> handler;
   std::shared_ptr<HostSession> session;
   Reference<awt::XDialog> dialog;
   Reference<awt::XControlContainer> controls;
@@ -157,8 +155,6 @@ UserDialog::UserDialog(const Application& app, const std::string& name,
                        std::function<void(const std::string&)> handler)
     : state_(std::make_shared<State>()) {
   state_->session = app.Session();
-  state_->name = name;
-  state_->handler = handler;
   Call("UserDialog", [&] {
     auto provider = awt::DialogProvider2::create(state_->session->context);
     uno::Sequence<css::beans::NamedValue> args(2);
@@ -339,16 +335,6 @@ void UserDialog::SetFont(const std::string& control, const std::string& name, do
     font.Weight = bold ? awt::FontWeight::BOLD : awt::FontWeight::NORMAL;
     font.Slant = italic ? awt::FontSlant_ITALIC : awt::FontSlant_NONE;
     model->setPropertyValue("FontDescriptor", uno::Any(font));
-  });
-}
-
-void UserDialog::SetBounds(const std::string& control, int x, int y, int width, int height) {
-  Call("UserDialog.Bounds", [&] {
-    auto model = state_->Model(control);
-    model->setPropertyValue("PositionX", uno::Any(static_cast<sal_Int32>(x)));
-    model->setPropertyValue("PositionY", uno::Any(static_cast<sal_Int32>(y)));
-    model->setPropertyValue("Width", uno::Any(static_cast<sal_Int32>(width)));
-    model->setPropertyValue("Height", uno::Any(static_cast<sal_Int32>(height)));
   });
 }
 

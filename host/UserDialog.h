@@ -65,8 +65,6 @@ class UserDialog {
   void SetPage(int page);
   // The font a control shows its text in.
   void SetFont(const std::string& control, const std::string& name, double size, bool bold, bool italic);
-  // Places a control, in the dialog file's units.
-  void SetBounds(const std::string& control, int x, int y, int width, int height);
 
 
  private:

@@ -1,5 +1,6 @@
 #include "ucImages.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <stdexcept>
 
@@ -69,6 +70,13 @@ std::vector<std::string> ucImages::FlowlineStyleImageList() const {
 std::string ucImages::LineStyleImage(int& index) const {
   if (index < 1 || index > kLastLineStyle) index = kLineFallback;
   return pictures_.Path(PlainLineFileName(index));
+}
+
+int ucImages::PanelIndex(double x, double y, int rows) {
+  constexpr int kColumns = 7;
+  int column = std::clamp(static_cast<int>(x * kColumns), 0, kColumns - 1);
+  int row = std::clamp(static_cast<int>(y * rows), 0, rows - 1);
+  return row * kColumns + column + 1;
 }
 
 std::string ucImages::PanelImage(Panel panel) const { return pictures_.Path(PanelFileName(panel)); }

@@ -39,6 +39,9 @@ class ucImages {
   // and plain line styles, each of 7 columns.
   enum Panel { kThemedPanel, kSolidPanel, kFlowLinePanel, kLinePanel };
   std::string PanelImage(Panel panel) const;
+  // The 1-based number of the picture under a point of a panel of rows
+  // rows, the point given as fractions of the panel's width and height.
+  static int PanelIndex(double x, double y, int rows);
 
   static std::string StyleFileName(int style, bool doubleSize = false);
   static std::string LineFileName(int style, bool doubleSize = false);
