@@ -3,11 +3,27 @@
 #include <com/sun/star/awt/Point.hpp>
 #include <com/sun/star/awt/Size.hpp>
 
+#include <vector>
+
 #include "Uno.h"
 
 namespace nivarel::driver {
 
 using namespace office;
+
+namespace {
+
+// The shapes drawn here stay held for the life of the process, as the office
+// holds a shape a person draws. Let go through the bridge right after being
+// drawn, a shape's object could be asked for again while the office is still
+// letting the first one go, and answer as a detached copy. Never released at
+// exit: the bridge may be gone by then.
+std::vector<Reference<css::drawing::XShape>>& Held() {
+  static auto* held = new std::vector<Reference<css::drawing::XShape>>;
+  return *held;
+}
+
+}  // namespace
 
 void DrawRectangleDirectly(const Worksheet& sheet, const std::string& name, double left, double top) {
   Call("DrawRectangleDirectly", [&] {
@@ -18,6 +34,7 @@ void DrawRectangleDirectly(const Worksheet& sheet, const std::string& name, doub
     shape->setSize(css::awt::Size(PtToHmm(40), PtToHmm(20)));
     shape->setPosition(css::awt::Point(PtToHmm(left), PtToHmm(top)));
     if (!name.empty()) SetProp(Reference<css::beans::XPropertySet>(shape, uno::UNO_QUERY_THROW), "Name", ToOu(name));
+    Held().push_back(shape);
   });
 }
 

@@ -13,15 +13,17 @@ std::string NameOf(const Reference<css::drawing::XShape>& s) {
   return ps.is() ? ToUtf8(GetProp<OUString>(ps, "Name")) : std::string();
 }
 
-void* KeyOf(const Reference<css::drawing::XDrawPage>& page) {
-  return Reference<uno::XInterface>(page, uno::UNO_QUERY).get();
-}
-
+// The indexes by page. Pages are told apart by comparing them (which asks
+// both for their identity at that moment), never by a pointer kept from
+// earlier: through a remote bridge the object that answers for a page's
+// identity can be released and made anew at another address while the page
+// lives on.
 std::mutex indexesMutex;
-std::map<void*, std::unique_ptr<ShapeIndex>>& Indexes() {
-  static std::map<void*, std::unique_ptr<ShapeIndex>> indexes;
+std::vector<std::unique_ptr<ShapeIndex>>& Indexes() {
+  static std::vector<std::unique_ptr<ShapeIndex>> indexes;
   return indexes;
 }
+long lastSerial = 0;
 
 }  // namespace
 
@@ -30,12 +32,20 @@ ShapeIndex& ShapeIndex::Of(const SheetRef& sheet) {
   ShapeIndex* index;
   {
     std::lock_guard<std::mutex> lock(indexesMutex);
-    auto& slot = Indexes()[KeyOf(page)];
-    if (!slot || slot->page_ != page) slot.reset(new ShapeIndex(page));
-    index = slot.get();
+    index = Find(page);
+    if (!index) {
+      Indexes().emplace_back(new ShapeIndex(page, ++lastSerial));
+      index = Indexes().back().get();
+    }
   }
   if (page->getCount() != index->topCount_ || index->Top() != index->top_) index->Read();
   return *index;
+}
+
+ShapeIndex* ShapeIndex::Find(const Reference<css::drawing::XDrawPage>& page) {
+  for (auto& index : Indexes())
+    if (index->page_ == page) return index.get();
+  return nullptr;
 }
 
 Reference<css::drawing::XShape> ShapeIndex::Top() const {
@@ -45,8 +55,7 @@ Reference<css::drawing::XShape> ShapeIndex::Top() const {
 
 void ShapeIndex::Forget(const SheetRef& sheet) {
   std::lock_guard<std::mutex> lock(indexesMutex);
-  auto it = Indexes().find(KeyOf(sheet.Page()));
-  if (it != Indexes().end()) it->second->Forget();
+  if (ShapeIndex* index = Find(sheet.Page())) index->Forget();
 }
 
 void ShapeIndex::Read() {
@@ -96,10 +105,10 @@ std::string ShapeIndex::FreshName(const std::string& word) const {
 
 void ShapeIndex::Grouped(const SheetRef& sheet, const Reference<css::drawing::XShape>& group) {
   std::lock_guard<std::mutex> lock(indexesMutex);
-  auto it = Indexes().find(KeyOf(sheet.Page()));
-  if (it == Indexes().end()) return;
-  it->second->added_.push_back(group);
-  it->second->Forget();
+  ShapeIndex* index = Find(sheet.Page());
+  if (!index) return;
+  index->added_.push_back(group);
+  index->Forget();
 }
 
 void ShapeIndex::Reordered(const Reference<css::drawing::XShape>& shape) {
@@ -110,14 +119,14 @@ void ShapeIndex::Reordered(const Reference<css::drawing::XShape>& shape) {
 }
 
 bool ShapeIndex::ReorderedSince(const Mark& mark) const {
-  if (mark.journal != journal_) return true;
+  if (mark.index != serial_ || mark.journal != journal_) return true;
   for (size_t i = mark.reorders; i < moved_.size(); ++i)
     if (moved_[i] < static_cast<long>(mark.position)) return true;
   return false;
 }
 
 bool ShapeIndex::AddedSince(const Mark& mark, std::vector<Reference<css::drawing::XShape>>& added) const {
-  if (mark.journal != journal_ || mark.position > added_.size()) return false;
+  if (mark.index != serial_ || mark.journal != journal_ || mark.position > added_.size()) return false;
   Reference<uno::XInterface> page(page_, uno::UNO_QUERY);
   std::vector<std::pair<sal_Int32, Reference<css::drawing::XShape>>> ordered;
   for (size_t i = mark.position; i < added_.size(); ++i) {

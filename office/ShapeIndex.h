@@ -51,11 +51,12 @@ class ShapeIndex {
 
   // A place in the journal.
   struct Mark {
+    long index = 0;  // which index: each has a serial number of its own
     long journal = -1;
     size_t position = 0;
     size_t reorders = 0;  // moves in the drawing order by the layer, in this journal
   };
-  Mark Now() const { return Mark{journal_, added_.size(), moved_.size()}; }
+  Mark Now() const { return Mark{serial_, journal_, added_.size(), moved_.size()}; }
   // Whether the layer has moved a shape it had not added since mark up or
   // down the drawing order.
   bool ReorderedSince(const Mark& mark) const;
@@ -65,11 +66,14 @@ class ShapeIndex {
   bool AddedSince(const Mark& mark, std::vector<Reference<css::drawing::XShape>>& added) const;
 
  private:
-  explicit ShapeIndex(Reference<css::drawing::XDrawPage> page) : page_(std::move(page)) {}
+  ShapeIndex(Reference<css::drawing::XDrawPage> page, long serial) : page_(std::move(page)), serial_(serial) {}
+  // The index of page, or null; with the indexes' lock held.
+  static ShapeIndex* Find(const Reference<css::drawing::XDrawPage>& page);
   void Read();
   Reference<css::drawing::XShape> Top() const;
 
   Reference<css::drawing::XDrawPage> page_;
+  long serial_;
   int topCount_ = -1;  // the sheet's count of top-level shapes when last known
   int allCount_ = 0;   // with group members
   Reference<css::drawing::XShape> top_;  // the shape on top when last known

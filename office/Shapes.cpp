@@ -122,16 +122,14 @@ std::vector<ShapeOutline> Shapes::Outlines() const {
 ShapeMark Shapes::Mark() const {
   return Call("Shapes.Mark", [&] {
     ShapeIndex::Mark m = ShapeIndex::Of(*sheet_).Now();
-    return ShapeMark{Reference<uno::XInterface>(sheet_->Page(), uno::UNO_QUERY).get(), m.journal, m.position,
-                     m.reorders};
+    return ShapeMark{m.index, m.journal, m.position, m.reorders};
   });
 }
 
 bool Shapes::AddedSince(const ShapeMark& mark, std::vector<Shape>& added, bool& reordered) const {
   return Call("Shapes.AddedSince", [&] {
-    if (mark.sheet != Reference<uno::XInterface>(sheet_->Page(), uno::UNO_QUERY).get()) return false;
     ShapeIndex& index = ShapeIndex::Of(*sheet_);
-    ShapeIndex::Mark since{mark.journal, mark.position, mark.reorders};
+    ShapeIndex::Mark since{mark.index, mark.journal, mark.position, mark.reorders};
     std::vector<Reference<css::drawing::XShape>> shapes;
     if (!index.AddedSince(since, shapes)) return false;
     reordered = index.ReorderedSince(since);

@@ -25,7 +25,7 @@ struct ShapeOutline {
 
 // A moment in the life of a sheet's drawing, as the layer saw it.
 struct ShapeMark {
-  const void* sheet = nullptr;
+  long index = 0;  // the sheet's shape index
   long journal = -1;
   size_t position = 0;
   size_t reorders = 0;

@@ -101,7 +101,7 @@ void CFlowLineFormatter::SetFlowLineOrder(office::Worksheet& worksheet) {
     {
       std::lock_guard<std::mutex> lock(settledMutex);
       for (const auto& m : settled)
-        if (m.sheet == now.sheet) before = m;
+        if (m.index == now.index) before = m;
     }
     std::vector<office::Shape> added, misplaced;
     bool reordered = true;
@@ -130,7 +130,7 @@ void CFlowLineFormatter::SetFlowLineOrder(office::Worksheet& worksheet) {
     office::ShapeMark after = shapes.Mark();
     std::lock_guard<std::mutex> lock(settledMutex);
     for (auto& m : settled)
-      if (m.sheet == after.sheet) {
+      if (m.index == after.index) {
         m = after;
         return;
       }
