@@ -1,0 +1,115 @@
+// The text-to-flowchart wizard's engine: text already on a sheet becomes a
+// finished flowchart in one batch. The source sheet is read column by column
+// into a table, one row per non-blank cell, each text classified as a symbol
+// and given connectors to the next cell below it; a caller (the wizard's
+// dialog, the command line) may change the table and the choices, then calls
+// UpdateGridColumns and RunFlowchartWizard, in that order, once. The run is
+// one entry of the workbook's undo list. Failures are logged under
+// "FlowchartWizard" with the procedure's name; a run goes on past a row or a
+// line that fails.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "CConfig.h"
+#include "CIniSymbolDataAccess.h"
+#include "CSymbolData.h"
+#include "Shape.h"
+#include "Worksheet.h"
+
+namespace nivarel::tools {
+
+// One row of the table: a non-blank cell of the source sheet.
+struct WizardRow {
+  int entry_id = 0;           // the row's own number, from 1 in reading order
+  int symbol_id = 60;         // the symbol's shape type less 1
+  int style_id = 0;           // the style plus 123
+  std::string entry;          // the shape's text, its prefix taken off
+  std::string connect_to;     // row numbers or unique texts, comma-separated
+  std::string branchtop, branchright, branchbottom, branchleft;  // a decision's labels
+  std::string celladdress;    // the source cell, "B5"
+  std::string shapename;      // the shape's name once drawn
+  int target_column = 0;      // the shape's sheet column
+  int target_row = 0;         // the shape's sheet row
+  bool included = true;       // excluded rows draw nothing; their text goes to column A
+};
+
+class FlowchartWizard {
+ public:
+  static constexpr int kStyleOffset = 123;  // style_id is the style plus this
+
+  // Takes source as the sheet to read and loads the settings and the
+  // symbol rules.
+  explicit FlowchartWizard(const office::Worksheet& source);
+
+  // The layout and output choices, with the dialog's defaults.
+  bool addSpacing = true;    // false: keep the existing layout
+  int rowsBetween = 2;       // 0 to 10
+  int columnsBetween = 4;    // 0 to 10
+  bool newSheet = true;      // false: draw over the source sheet itself
+
+  // The address of the sheet's occupied rectangle ("" on an empty sheet)
+  // and the count of its non-blank cells.
+  void GetEntryCount(std::string& address, int16_t& count);
+  // Reads the source sheet into the table.
+  void InitializeGrid();
+  std::vector<WizardRow>& Rows() { return rows_; }
+  const std::vector<WizardRow>& Rows() const { return rows_; }
+
+  // The symbol type text stands for; text loses its prefix.
+  int16_t SetShapeType(std::string& text);
+  // True for a code below 65, from 91 to 96, or from 123 up.
+  static bool IsNotAlpha(unsigned char c);
+
+  // The final columns and rows of the shapes.
+  void UpdateGridColumns();
+  // Draws the chart: on a copy of the source sheet behind the workbook's
+  // last sheet (newSheet), or on the source sheet. The output sheet is left
+  // active.
+  void RunFlowchartWizard();
+  // The sheet drawn on by the last run.
+  std::optional<office::Worksheet> OutputSheet() const { return output_; }
+
+  // The settings in force for the run; the dialog changes the styles' ones.
+  rules::CConfig& Config() { return config_; }
+  const rules::CSymbolData& Symbols() const { return symbols_; }
+
+  // Building blocks, public for their tests.
+  int GetNextRow(const office::Shape& previous, int proposedRow);
+  // The first included row (1-based) whose entry holds text, in any case
+  // and without double quotes; 0 when none does.
+  int FindRowByEntryText(const std::string& text) const;
+  // Whole degrees from a's centre to b's: 0 right, 90 above, 180 left, 270 below.
+  static int GetAngleBetweenShapes(const office::Shape& a, const office::Shape& b);
+
+ private:
+  int16_t SetShapeTypeFromPrefix(std::string& text);
+  int16_t SetShapeTypeFromSpecialRules(const std::string& text);
+  int16_t SetShapeTypeFromKeywordSearch(const std::string& text);
+  static bool IsOnPageConnector(const std::string& text);
+  void PopulateGridRows(const std::string& address);
+  void AddColumnToArray(int column);
+  void SpreadColumnArray();
+  int GetNewTargetColumn(int column) const;
+  void ReSpaceColumns();
+  void CreateWorksheetGrid();
+  void CreateFlowchart(office::Worksheet& sheet);
+  void CreateFlowlines(office::Worksheet& sheet);
+  void CreateFlowlinesForRow(office::Worksheet& sheet, office::Shape& from, int targetRow);
+  WizardRow* Row(int number);  // 1-based; null outside the table
+
+  office::Worksheet source_;
+  std::optional<office::Worksheet> output_;
+  rules::CConfig config_;
+  rules::CSymbolData symbols_;
+  rules::RuleTable prefixes_, keywords_;
+  std::vector<WizardRow> rows_;
+  // The column map: (original column, new column) in order of first appearance.
+  std::vector<std::pair<int, int>> columnMap_;
+  bool columnMapFilled_ = false;
+};
+
+}  // namespace nivarel::tools
