@@ -53,8 +53,22 @@ int Workbooks::Count() const {
 }
 
 static Workbook Load(const std::shared_ptr<HostSession>& session, const OUString& url, bool asTemplate,
-                     bool readOnly = false, bool hidden = false) {
+                     bool readOnly = false, bool hidden = false, bool csv = false) {
   std::vector<css::beans::PropertyValue> props;
+  auto text = [&](const char* name, const char* value) {
+    css::beans::PropertyValue p;
+    p.Name = OUString::createFromAscii(name);
+    p.Value <<= OUString::createFromAscii(value);
+    props.push_back(p);
+  };
+  if (csv) {
+    // The office's CSV filter: fields split at commas, text between double
+    // quotes, UTF-8, from line 1, standard cell formats, system language,
+    // quoted fields not forced to text, no guessing of dates and special
+    // numbers. Given whole, so that the filter asks nothing.
+    text("FilterName", "Text - txt - csv (StarCalc)");
+    text("FilterOptions", "44,34,76,1,,0,false,false");
+  }
   auto flag = [&](const char* name) {
     css::beans::PropertyValue p;
     p.Name = OUString::createFromAscii(name);
@@ -106,7 +120,7 @@ Workbook Workbooks::OpenAs(const std::string& path, bool readOnly, bool hidden) 
     if (osl::FileBase::getFileURLFromSystemPath(ToOu(std::filesystem::absolute(path).string()), url) !=
         osl::FileBase::E_None)
       throw HostError(HostError::kOfficeFailure, "'" + path + "' is not a valid file name");
-    return Load(session_, url, tmpl && !hidden, readOnly, hidden);
+    return Load(session_, url, tmpl && !hidden, readOnly, hidden, ext == ".csv");
   });
 }
 

@@ -18,7 +18,9 @@ class Workbooks {
   Workbook Add();
   // Opens a file by path; a template opens as a new document. A read-only
   // document leaves no lock file beside the file, and a file that the office
-  // would ask a question about fails to open instead.
+  // would ask a question about fails to open instead. A .csv file comes in
+  // through the office's CSV filter as one sheet: UTF-8 text, fields split
+  // at commas, double quotes around a field that holds one.
   Workbook Open(const std::string& path, bool readOnly = false);
   // Opens a file read-only and out of sight, to copy from; the caller closes it.
   Workbook OpenHidden(const std::string& path);
