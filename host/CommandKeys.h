@@ -20,6 +20,11 @@ enum class Command {
   SelectAllShapes, SelectAllLines, SelectAllLabels, SelectFlowchartSymbolsOnly, InsertLabel
 };
 
+// The key of the wizard run that the command line sends with its choices
+// (rxNivarelRunFlowchartWizard): on no road, so that no menu entry or button
+// runs it; the protocol handler passes it on with its arguments.
+constexpr char kRunWizardKey[] = "runflowchartwizard";
+
 // The operation of a key on a road; nothing for a key that the road lacks.
 std::optional<Command> CommandForKey(const std::string& key, Road road);
 // The key of a control id: "rxNivarelStartFlowcharting" gives

@@ -5,16 +5,23 @@
 #include <mutex>
 #include <vector>
 
+#include <com/sun/star/beans/NamedValue.hpp>
 #include <com/sun/star/frame/DispatchDescriptor.hpp>
+#include <com/sun/star/frame/DispatchResultEvent.hpp>
+#include <com/sun/star/frame/DispatchResultState.hpp>
 #include <com/sun/star/frame/FeatureStateEvent.hpp>
+#include <com/sun/star/frame/XDispatchResultListener.hpp>
 #include <com/sun/star/frame/XStatusListener.hpp>
 #include <com/sun/star/frame/status/Visibility.hpp>
 #include <cppuhelper/implbase1.hxx>
 #include <cppuhelper/supportsservice.hxx>
 
 #include "Border.h"
+#include "CommandKeys.h"
+#include "MGlobalVariables.h"
 #include "Uno.h"
 #include "StartupJob.h"
+#include "WizardCommand.h"
 #include "dsrConnect.h"
 
 namespace nivarel::host {
@@ -71,6 +78,44 @@ void TellOrForget(const Watcher& w) {
                  watchers.end());
 }
 
+bool IsWizardRun(const std::string& controlId) { return KeyOfControlId(controlId) == kRunWizardKey; }
+
+// The wizard's choices from the command's arguments: Sheet (text), Layout
+// ("add" or "keep"), RowsBetween and ColumnsBetween (whole numbers) and
+// NewSheet (true or false); the dialog's defaults for those not given. The
+// workbook is the one shown in frame.
+WizardChoices ChoicesOf(const uno::Sequence<css::beans::PropertyValue>& arguments,
+                        const Reference<css::frame::XFrame>& frame) {
+  WizardChoices choices;
+  for (const auto& a : arguments) {
+    OUString text;
+    sal_Int32 number = 0;
+    bool flag = false;
+    if (a.Name == "Sheet" && (a.Value >>= text))
+      choices.sheet = ToUtf8(text);
+    else if (a.Name == "Layout" && (a.Value >>= text))
+      choices.addSpacing = text != "keep";
+    else if (a.Name == "RowsBetween" && (a.Value >>= number))
+      choices.rowsBetween = number;
+    else if (a.Name == "ColumnsBetween" && (a.Value >>= number))
+      choices.columnsBetween = number;
+    else if (a.Name == "NewSheet" && (a.Value >>= flag))
+      choices.newSheet = flag;
+  }
+  if (frame.is() && ExcelApp) {
+    Reference<css::frame::XController> controller = frame->getController();
+    Reference<css::sheet::XSpreadsheetDocument> document(
+        controller.is() ? controller->getModel() : Reference<css::frame::XModel>(), uno::UNO_QUERY);
+    if (document.is())
+      choices.workbook = Workbook(std::make_shared<WorkbookImpl>(WorkbookImpl{ExcelApp->Session(), document}));
+  }
+  return choices;
+}
+
+css::beans::NamedValue Named(const char* name, const uno::Any& value) {
+  return css::beans::NamedValue(OUString::createFromAscii(name), value);
+}
+
 }  // namespace
 
 void ProtocolHandler::Requery(const std::vector<std::string>& controlIds) {
@@ -124,6 +169,10 @@ void ProtocolHandler::dispatch(const css::util::URL& url, const uno::Sequence<cs
     OUString controlId;
     if (!url.Complete.startsWith(kProtocol, &controlId)) return;
     std::string id = ToUtf8(controlId);
+    if (IsWizardRun(id)) {
+      TheConnection().rxNivarel_RunWizard(ChoicesOf(arguments, frame_));
+      return;
+    }
     // A caller that asks not to wait (SynchronMode false) gets the command run
     // from the event loop once its call has returned.
     bool synchron = true;
@@ -135,6 +184,39 @@ void ProtocolHandler::dispatch(const css::util::URL& url, const uno::Sequence<cs
     }
     RunLater(context_, [id] { TheConnection().rxNivarel_OnAction(id); });
   });
+}
+
+void ProtocolHandler::dispatchWithNotification(const css::util::URL& url,
+                                               const uno::Sequence<css::beans::PropertyValue>& arguments,
+                                               const Reference<css::frame::XDispatchResultListener>& listener) {
+  css::frame::DispatchResultEvent result;
+  result.Source = static_cast<cppu::OWeakObject*>(this);
+  result.State = css::frame::DispatchResultState::FAILURE;
+  bool ran = AtBorder("ProtocolHandler", "dispatchWithNotification", [&] {
+    StartupJob::ConnectOnce(context_);
+    OUString controlId;
+    if (!url.Complete.startsWith(kProtocol, &controlId)) return;
+    if (!IsWizardRun(ToUtf8(controlId))) {
+      dispatch(url, arguments);
+      result.State = css::frame::DispatchResultState::DONTKNOW;
+      return;
+    }
+    WizardOutcome outcome = TheConnection().rxNivarel_RunWizard(ChoicesOf(arguments, frame_));
+    result.State = outcome.drawn ? css::frame::DispatchResultState::SUCCESS : css::frame::DispatchResultState::FAILURE;
+    std::vector<css::beans::NamedValue> values = {Named("Message", uno::Any(ToOu(outcome.message)))};
+    if (outcome.drawn) {
+      values.push_back(Named("Sheet", uno::Any(ToOu(outcome.sheet))));
+      values.push_back(Named("Shapes", uno::Any(sal_Int32(outcome.shapes))));
+      values.push_back(Named("Seconds", uno::Any(outcome.seconds)));
+    }
+    result.Result <<= uno::Sequence<css::beans::NamedValue>(values.data(), static_cast<sal_Int32>(values.size()));
+  });
+  if (!ran) {
+    css::beans::NamedValue failed = Named("Message", uno::Any(OUString("The command failed; see the error log.")));
+    result.Result <<= uno::Sequence<css::beans::NamedValue>(&failed, 1);
+  }
+  if (listener.is())
+    AtBorder("ProtocolHandler", "dispatchFinished", [&] { listener->dispatchFinished(result); });
 }
 
 void ProtocolHandler::addStatusListener(const Reference<css::frame::XStatusListener>& listener,

@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include <com/sun/star/frame/XDispatch.hpp>
 #include <com/sun/star/frame/XDispatchProvider.hpp>
 #include <com/sun/star/frame/XFrame.hpp>
+#include <com/sun/star/frame/XNotifyingDispatch.hpp>
 #include <com/sun/star/lang/XInitialization.hpp>
 #include <com/sun/star/lang/XServiceInfo.hpp>
 #include <com/sun/star/uno/XComponentContext.hpp>
@@ -19,7 +19,7 @@
 namespace nivarel::host {
 
 class ProtocolHandler
-    : public cppu::WeakImplHelper4<com::sun::star::frame::XDispatchProvider, com::sun::star::frame::XDispatch,
+    : public cppu::WeakImplHelper4<com::sun::star::frame::XDispatchProvider, com::sun::star::frame::XNotifyingDispatch,
                                    com::sun::star::lang::XInitialization, com::sun::star::lang::XServiceInfo> {
  public:
   explicit ProtocolHandler(const com::sun::star::uno::Reference<com::sun::star::uno::XComponentContext>& context);
@@ -41,6 +41,14 @@ class ProtocolHandler
   // XDispatch
   void SAL_CALL dispatch(const com::sun::star::util::URL& url,
                          const com::sun::star::uno::Sequence<com::sun::star::beans::PropertyValue>& arguments) override;
+  // XNotifyingDispatch: the command is run at once, on the calling thread,
+  // and the listener told SUCCESS or FAILURE with NamedValues (Message, and
+  // for the wizard run Sheet, Shapes and Seconds); DONTKNOW for a command
+  // that gives no answer of its own.
+  void SAL_CALL dispatchWithNotification(
+      const com::sun::star::util::URL& url,
+      const com::sun::star::uno::Sequence<com::sun::star::beans::PropertyValue>& arguments,
+      const com::sun::star::uno::Reference<com::sun::star::frame::XDispatchResultListener>& listener) override;
   void SAL_CALL addStatusListener(const com::sun::star::uno::Reference<com::sun::star::frame::XStatusListener>& listener,
                                   const com::sun::star::util::URL& url) override;
   void SAL_CALL removeStatusListener(

@@ -133,6 +133,24 @@ void dsrConnect::rxNivarel_OnAction(const std::string& controlId) {
   }
 }
 
+WizardOutcome dsrConnect::rxNivarel_RunWizard(const WizardChoices& choices) {
+  WizardOutcome refused;
+  try {
+    if (!m_EventHandler) m_EventHandler = std::make_unique<CEventHandler>();
+    if (m_EventHandler->FlowchartingInProgress()) {
+      refused.message = "Flowcharting is in progress: stop it before running the Flowchart Wizard.";
+      return refused;
+    }
+    if (IsSharedWorkbook(refused.message)) return refused;
+    return WizardCommand::Run(choices);
+  } catch (...) {
+    ErrObject e = CurrentError();
+    ErrorHandler(kSource, "rxNivarel_RunWizard", false, e);
+    refused.message = e.Description;
+    return refused;
+  }
+}
+
 void dsrConnect::Dispatch(Command command) {
   CEventHandler& h = *m_EventHandler;
   switch (command) {

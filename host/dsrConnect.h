@@ -13,6 +13,7 @@
 #include "CEventHandler.h"
 #include "CommandKeys.h"
 #include "Subscription.h"
+#include "WizardCommand.h"
 #include "Workbook.h"
 
 namespace nivarel::host {
@@ -35,6 +36,11 @@ class dsrConnect {
   // refused for a shared document or a cell being edited, else run by its key.
   // An unknown key does nothing. Errors reach the user.
   void rxNivarel_OnAction(const std::string& controlId);
+  // The wizard run that the command line sends (kRunWizardKey) with its
+  // choices: refused while a flowcharting session runs or for a shared
+  // workbook, else run by WizardCommand. Nothing is shown; the answer says
+  // what came of it. Never throws.
+  WizardOutcome rxNivarel_RunWizard(const WizardChoices& choices);
   // Whether a command is offered now: nothing before start-up is complete;
   // during a session only Stop among the session's commands, else all but Stop.
   // Commands outside the session's set are always offered.

@@ -16,5 +16,6 @@ set(HOST_SOURCES
   ${CMAKE_SOURCE_DIR}/host/TerminateListener.cpp
   ${CMAKE_SOURCE_DIR}/host/UserDialog.cpp
   ${CMAKE_SOURCE_DIR}/host/UserSettings.cpp
+  ${CMAKE_SOURCE_DIR}/host/WizardCommand.cpp
   ${CMAKE_SOURCE_DIR}/host/dsrConnect.cpp
 )

@@ -66,7 +66,9 @@ TEST(CommandKeysTest, KeysComeFromControlIdsAndUnknownOnesRunNothing) {
   EXPECT_EQ("startflowcharting", host::KeyOfControlId("rxNivarelStartFlowcharting"));
   EXPECT_EQ("selectflowchartsymbols", host::KeyOfControlId("rxNivarelSelectFlowchartSymbols"));
   EXPECT_EQ(Command::ShowAbout, CommandForKey(host::KeyOfControlId("rxNivarelAboutNivarel"), Road::Ribbon));
-  for (const char* key : {"", "rxnivarelstartflowcharting", "StartFlowcharting", "start", "about"}) {
+  // The command line's wizard run is on neither road: no menu entry runs it.
+  EXPECT_EQ(host::kRunWizardKey, host::KeyOfControlId("rxNivarelRunFlowchartWizard"));
+  for (const char* key : {"", "rxnivarelstartflowcharting", "StartFlowcharting", "start", "about", host::kRunWizardKey}) {
     EXPECT_FALSE(CommandForKey(key, Road::Ribbon)) << key;
     EXPECT_FALSE(CommandForKey(key, Road::Bar)) << key;
   }
