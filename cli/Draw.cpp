@@ -1,8 +1,5 @@
 #include "Draw.h"
 
-#include <stdlib.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cctype>
 #include <chrono>
@@ -16,10 +13,10 @@
 
 #include "CConfig.h"
 #include "HostError.h"
-#include "MSpecialFolders.h"
 #include "OfficeProcess.h"
 #include "Range.h"
 #include "Shape.h"
+#include "SettingsCopy.h"
 #include "Shapes.h"
 #include "UiDriver.h"
 #include "Text.h"
@@ -27,7 +24,6 @@
 namespace nivarel::cli {
 
 namespace fs = std::filesystem;
-using namespace nivarel::host;
 using namespace nivarel::office;
 using namespace nivarel::driver;
 
@@ -140,19 +136,8 @@ int Draw(const DrawOptions& options, std::istream& in, std::ostream& out, std::o
   }
 
   // The run works on copies of the user's own settings (or of the files
-  // given), in a folder of this command's own that the office started below
-  // shares: the user's files stay as they are. Missing ones come from the
-  // shipped files, as in the add-in.
-  fs::path user = fs::path(GetAppDataPath()) / "Tamrisk" / "Nivarel";
-  std::string settings = options.config.empty() ? (user / "nivarel.cfg").string() : options.config;
-  std::string rules = options.symbols.empty() ? (user / "symbols.ini").string() : options.symbols;
-  fs::path home = fs::temp_directory_path() / ("nivarel-draw-" + std::to_string(::getpid()));
-  fs::create_directories(home);
-  setenv("XDG_CONFIG_HOME", home.c_str(), 1);
-  SetInstallFolder(options.shipped);
-  fs::path folder = NivarelFolder(home.string());
-  if (fs::is_regular_file(settings)) fs::copy_file(settings, folder / "nivarel.cfg", fs::copy_options::overwrite_existing);
-  if (fs::is_regular_file(rules)) fs::copy_file(rules, folder / "symbols.ini", fs::copy_options::overwrite_existing);
+  // given): the user's files stay as they are.
+  SettingsCopy settings("nivarel-draw", options.shipped, options.config, options.symbols);
   rules::CConfig config;
   config.LoadConfigData();
   if (!options.start.empty()) {
@@ -169,7 +154,6 @@ int Draw(const DrawOptions& options, std::istream& in, std::ostream& out, std::o
       office = OfficeProcess::Start(officeOptions);
     } catch (const HostError& e) {
       err << "nivarel: the office cannot start: " << e.Description() << "\n";
-      fs::remove_all(home);
       return 2;
     }
     try {
@@ -225,7 +209,6 @@ int Draw(const DrawOptions& options, std::istream& in, std::ostream& out, std::o
     }
     office->Terminate();
   }
-  fs::remove_all(home);
   return result;
 }
 
