@@ -112,7 +112,7 @@ void ListShapes(const office::Worksheet& sheet, std::ostream& out) {
   out.flush();
 }
 
-int ListShapesInFile(const std::string& path, std::ostream& out, std::ostream& err) {
+int ListShapesInFile(const std::string& path, const std::string& sheet, std::ostream& out, std::ostream& err) {
   // Checked here, before an office is started for nothing.
   std::error_code ec;
   if (!std::filesystem::exists(path, ec)) {
@@ -138,7 +138,17 @@ int ListShapesInFile(const std::string& path, std::ostream& out, std::ostream& e
     return 1;
   }
   try {
-    ListShapes(book->Sheet(1), out);
+    std::optional<office::Worksheet> listed = book->Sheet(1);
+    if (!sheet.empty()) {
+      listed.reset();
+      for (int i = 1, n = book->SheetCount(); i <= n && !listed; ++i)
+        if (book->Sheet(i).Name() == sheet) listed = book->Sheet(i);
+    }
+    if (!listed) {
+      err << "nivarel: '" << path << "' has no sheet named '" << sheet << "'\n";
+      return 1;
+    }
+    ListShapes(*listed, out);
   } catch (const HostError& e) {
     err << "nivarel: cannot read the shapes of '" << path << "': " << e.Description() << "\n";
     return 1;

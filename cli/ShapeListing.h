@@ -20,9 +20,10 @@ std::string DescribeShape(const office::Shape& shape);
 void ListShapes(const office::Worksheet& sheet, std::ostream& out);
 
 // Opens path (.ods, .xlsx, ...) read-only in an office of its own and lists
-// its first sheet's shapes on out. Returns the exit code: 0, or 1 with a
-// message on err when the file is missing or cannot be read. The office is
-// ended on every road.
-int ListShapesInFile(const std::string& path, std::ostream& out, std::ostream& err);
+// the shapes of the sheet named sheet (the first sheet when empty) on out.
+// Returns the exit code: 0, or 1 with a message on err when the file is
+// missing or cannot be read, or has no such sheet. The office is ended on
+// every road.
+int ListShapesInFile(const std::string& path, const std::string& sheet, std::ostream& out, std::ostream& err);
 
 }  // namespace nivarel::cli

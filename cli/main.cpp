@@ -1,5 +1,7 @@
 // nivarel: the command-line face of the add-in. `nivarel draw STEPS -o OUT`
-// draws a flowchart with the live run from a list of steps. `nivarel demo OUTDIR` starts
+// draws a flowchart with the live run from a list of steps. `nivarel wizard
+// INPUT -o OUT` turns a sheet's text into a flowchart with the wizard.
+// `nivarel demo OUTDIR` starts
 // a headless office with the extension, draws two connected symbols over
 // cells and saves the sheet as .ods and .xlsx. `nivarel shapes FILE` lists
 // the shapes of a saved sheet as JSON lines.
@@ -8,6 +10,7 @@
 #include <exception>
 #include <filesystem>
 #include <iostream>
+#include <optional>
 #include <string>
 
 #include "Draw.h"
@@ -19,6 +22,7 @@
 #include "StorePictures.h"
 #include "ShapeListing.h"
 #include "Shapes.h"
+#include "Wizard.h"
 
 using namespace nivarel::office;
 using namespace nivarel::driver;
@@ -33,6 +37,20 @@ const char kDrawUsage[] =
     "  at 2 pixels per point (144 dpi).\n"
     "  The run uses the user's own nivarel.cfg and symbols.ini ($XDG_CONFIG_HOME/Tamrisk/Nivarel)\n"
     "  unless --config or --symbols names others; the user's files are not changed.\n";
+const char kWizardUsage[] =
+    "usage: nivarel wizard INPUT -o OUT [-o OUT...] [--png PICTURE] [--sheet NAME] [--layout add|keep]\n"
+    "                      [--rows N] [--columns N] [--current-sheet]\n"
+    "  Turns the text on a sheet of INPUT (.ods, .xlsx, or .csv read as one sheet) into a\n"
+    "  flowchart with the Flowchart Wizard, as its Finish button does with the choices below,\n"
+    "  and saves OUT (.ods or .xlsx); --png also writes a picture of the chart at 2 pixels\n"
+    "  per point (144 dpi).\n"
+    "  --sheet NAME      the sheet to read (default: the sheet the file opens at)\n"
+    "  --layout add      add spacing between symbols (default); keep: keep the existing layout\n"
+    "  --rows N          grid rows between symbols, 0 to 10 (default 2)\n"
+    "  --columns N       grid columns between symbols, 0 to 10 (default 4)\n"
+    "  --current-sheet   draw over the sheet read instead of on a new sheet behind the last\n"
+    "  The wizard uses copies of the user's own nivarel.cfg and symbols.ini\n"
+    "  ($XDG_CONFIG_HOME/Tamrisk/Nivarel); the user's files are not changed.\n";
 const char kDemoUsage[] =
     "usage: nivarel demo [OUTDIR]\n"
     "  Draws a small flowchart and saves OUTDIR/demo.ods and demo.xlsx (OUTDIR: out).\n";
@@ -42,8 +60,8 @@ const char kPicturesUsage[] =
     "  styles 1-21) with the shape engine and writes each as a PNG, and twice its size as\n"
     "  @2x, under OUTDIR; --sheet also writes a contact sheet of them all with their numbers.\n";
 const char kShapesUsage[] =
-    "usage: nivarel shapes FILE\n"
-    "  Lists the shapes of FILE's first sheet, one JSON object a line.\n";
+    "usage: nivarel shapes FILE [--sheet NAME]\n"
+    "  Lists the shapes of FILE's first sheet (or of the sheet NAME), one JSON object a line.\n";
 
 // The whole usage: on standard output when asked for (exit 0), on standard
 // error after a mistake (exit 2).
@@ -52,6 +70,7 @@ int Usage(bool asked) {
   std::fprintf(out,
                "usage: nivarel COMMAND [ARGS]   (nivarel COMMAND --help for more)\n"
                "  draw STEPS -o OUT ...   draw a flowchart live from a list of steps\n"
+               "  wizard INPUT -o OUT ... turn the text on a sheet into a flowchart\n"
                "  demo [OUTDIR]           draw a small flowchart and save it\n"
                "  shapes FILE             list the shapes of a saved sheet as JSON lines\n"
                "  pictures OUTDIR         draw the dialogs' pictures of shapes and styles\n"
@@ -131,6 +150,7 @@ int main(int argc, char** argv) {
   }
   if (AsksForHelp(argc, argv)) {
     if (command == "draw") return CommandUsage(kDrawUsage, true);
+    if (command == "wizard") return CommandUsage(kWizardUsage, true);
     if (command == "demo") return CommandUsage(kDemoUsage, true);
     if (command == "shapes") return CommandUsage(kShapesUsage, true);
     if (command == "pictures") return CommandUsage(kPicturesUsage, true);
@@ -163,6 +183,49 @@ int main(int argc, char** argv) {
       if (options.steps.empty() || options.outputs.empty()) return CommandUsage(kDrawUsage, false);
       return nivarel::cli::Draw(options, std::cin, std::cout, std::cerr);
     }
+    if (command == "wizard") {
+      nivarel::cli::WizardOptions options;
+      options.extension = extension;
+      options.shipped = NIVAREL_SHIPPED;
+      for (int i = 2; i < argc; ++i) {
+        std::string arg = argv[i];
+        bool hasValue = i + 1 < argc;
+        // A whole number from 0 to 10, or nothing.
+        auto spacing = [&]() -> std::optional<int> {
+          std::string text = argv[++i];
+          if (text.empty() || text.size() > 2 || text.find_first_not_of("0123456789") != std::string::npos)
+            return std::nullopt;
+          int n = std::stoi(text);
+          return n <= 10 ? std::optional<int>(n) : std::nullopt;
+        };
+        if (arg == "-o" && hasValue) options.outputs.push_back(argv[++i]);
+        else if (arg == "--png" && hasValue) options.picture = argv[++i];
+        else if (arg == "--sheet" && hasValue) options.sheet = argv[++i];
+        else if (arg == "--current-sheet") options.newSheet = false;
+        else if (arg == "--layout" && hasValue) {
+          std::string layout = argv[++i];
+          if (layout != "add" && layout != "keep") {
+            std::fprintf(stderr, "nivarel wizard: --layout is add or keep, not '%s'\n", layout.c_str());
+            return CommandUsage(kWizardUsage, false);
+          }
+          options.addSpacing = layout == "add";
+        } else if ((arg == "--rows" || arg == "--columns") && hasValue) {
+          std::optional<int> n = spacing();
+          if (!n) {
+            std::fprintf(stderr, "nivarel wizard: %s takes a whole number from 0 to 10, not '%s'\n", arg.c_str(),
+                         argv[i]);
+            return CommandUsage(kWizardUsage, false);
+          }
+          (arg == "--rows" ? options.rowsBetween : options.columnsBetween) = *n;
+        } else if (options.input.empty() && !arg.empty() && arg[0] != '-') options.input = arg;
+        else {
+          std::fprintf(stderr, "nivarel wizard: unexpected argument '%s'\n", arg.c_str());
+          return CommandUsage(kWizardUsage, false);
+        }
+      }
+      if (options.input.empty() || options.outputs.empty()) return CommandUsage(kWizardUsage, false);
+      return nivarel::cli::Wizard(options, std::cout, std::cerr);
+    }
     if (command == "pictures") {
       std::string outDir, sheet;
       for (int i = 2; i < argc; ++i) {
@@ -175,8 +238,15 @@ int main(int argc, char** argv) {
       return Pictures(outDir, sheet);
     }
     if (command == "shapes") {
-      if (argc != 3) return CommandUsage(kShapesUsage, false);
-      return nivarel::cli::ListShapesInFile(argv[2], std::cout, std::cerr);
+      std::string file, sheet;
+      for (int i = 2; i < argc; ++i) {
+        std::string arg = argv[i];
+        if (arg == "--sheet" && i + 1 < argc) sheet = argv[++i];
+        else if (file.empty() && !arg.empty() && arg[0] != '-') file = arg;
+        else return CommandUsage(kShapesUsage, false);
+      }
+      if (file.empty()) return CommandUsage(kShapesUsage, false);
+      return nivarel::cli::ListShapesInFile(file, sheet, std::cout, std::cerr);
     }
   } catch (const HostError& e) {
     std::fprintf(stderr, "nivarel: %s\n", e.Description().c_str());

@@ -1,0 +1,137 @@
+#include "Wizard.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <optional>
+
+#include "AddinCommand.h"
+#include "HostError.h"
+#include "OfficeProcess.h"
+#include "SettingsCopy.h"
+#include "Text.h"
+#include "Workbooks.h"
+
+namespace nivarel::cli {
+
+namespace fs = std::filesystem;
+using namespace nivarel::office;
+using namespace nivarel::driver;
+
+namespace {
+
+constexpr char kWizardCommand[] = "vnd.nivarel:rxNivarelRunFlowchartWizard";
+
+std::string TypeOf(const std::string& path) { return rules::LowerCase(fs::path(path).extension().string()); }
+
+// Why the input cannot be read, before an office is started for it; empty
+// when it can.
+std::string InputProblem(const std::string& path) {
+  std::error_code ec;
+  if (!fs::exists(path, ec)) return "no such file";
+  if (fs::is_directory(path, ec)) return "it is a folder";
+  if (!std::ifstream(path, std::ios::binary)) return std::strerror(errno);
+  std::string type = TypeOf(path);
+  if (type != ".ods" && type != ".xlsx" && type != ".csv") return "not a .ods, .xlsx or .csv file";
+  return {};
+}
+
+std::optional<Worksheet> SheetNamed(const Workbook& book, const std::string& name) {
+  for (int i = 1, n = book.SheetCount(); i <= n; ++i)
+    if (book.Sheet(i).Name() == name) return book.Sheet(i);
+  return std::nullopt;
+}
+
+std::string Fixed(double value) {
+  char text[32];
+  std::snprintf(text, sizeof text, "%.2f", value);
+  return text;
+}
+
+}  // namespace
+
+int Wizard(const WizardOptions& options, std::ostream& out, std::ostream& err) {
+  for (const std::string& output : options.outputs) {
+    std::string type = TypeOf(output);
+    if (type != ".ods" && type != ".xlsx") {
+      err << "nivarel: unknown output type '" << type << "' (use .ods or .xlsx)\n";
+      return 1;
+    }
+  }
+  if (!options.picture.empty() && TypeOf(options.picture) != ".png") {
+    err << "nivarel: the picture must be a .png file\n";
+    return 1;
+  }
+  std::string problem = InputProblem(options.input);
+  if (!problem.empty()) {
+    err << "nivarel: cannot read '" << options.input << "': " << problem << "\n";
+    return 1;
+  }
+
+  // The wizard reads the user's own settings, from copies: the run may
+  // write them, the user's files stay as they are.
+  SettingsCopy settings("nivarel-wizard", options.shipped);
+  std::unique_ptr<OfficeProcess> office;
+  try {
+    OfficeProcess::Options officeOptions;
+    officeOptions.extension = options.extension;
+    office = OfficeProcess::Start(officeOptions);
+  } catch (const HostError& e) {
+    err << "nivarel: the office cannot start: " << e.Description() << "\n";
+    return 1;
+  }
+
+  // The office ends with `office` on every road out, the document with it.
+  std::optional<Workbook> book;
+  try {
+    book = office->App().GetWorkbooks().Open(options.input);
+  } catch (const HostError& e) {
+    err << "nivarel: cannot open '" << options.input << "' as a spreadsheet: " << e.Description() << "\n";
+    return 1;
+  }
+  try {
+    if (!options.sheet.empty() && !SheetNamed(*book, options.sheet)) {
+      err << "nivarel: there is no sheet named '" << options.sheet << "' in '" << options.input << "'\n";
+      return 1;
+    }
+    std::vector<std::pair<std::string, AddinCommand::Value>> arguments = {
+        {"Layout", std::string(options.addSpacing ? "add" : "keep")},
+        {"RowsBetween", options.rowsBetween},
+        {"ColumnsBetween", options.columnsBetween},
+        {"NewSheet", options.newSheet}};
+    if (!options.sheet.empty()) arguments.emplace_back("Sheet", options.sheet);
+    AddinCommand::Answer answer = AddinCommand::Send(*book, kWizardCommand, arguments);
+    if (!answer.succeeded) {
+      std::string message = answer.values["Message"];
+      err << "nivarel: " << (message.empty() ? "the wizard drew nothing" : message) << "\n";
+      return 1;
+    }
+    std::string drawnOn = answer.values["Sheet"];
+    std::string written;
+    for (const std::string& output : options.outputs) {
+      book->SaveAs(output);
+      written += (written.empty() ? "" : ", ") + output;
+    }
+    if (!options.picture.empty()) {
+      std::optional<Worksheet> sheet = SheetNamed(*book, drawnOn);
+      if (!sheet) throw HostError(HostError::kOfficeFailure, "the sheet drawn on, '" + drawnOn + "', is gone");
+      sheet->ExportDrawingPicture(options.picture);
+      written += ", " + options.picture;
+    }
+    out << "drew " << answer.values["Shapes"] << " shapes on the sheet '" << drawnOn << "' in "
+        << Fixed(std::strtod(answer.values["Seconds"].c_str(), nullptr))
+        << " s and wrote " << written << "\n";
+    book->Close();
+  } catch (const HostError& e) {
+    err << "nivarel: " << e.Description() << "\n";
+    return 1;
+  }
+  office->Terminate();
+  return 0;
+}
+
+}  // namespace nivarel::cli
