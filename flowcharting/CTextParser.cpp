@@ -186,28 +186,33 @@ bool CTextParser::IsOnPageConnector() {
 
 int16_t CTextParser::SetShapeTypeFromKeywordSearch(const rules::RuleTable& keywordTable) {
   try {
-    const std::string u = rules::UpperCase(rules::Trim(m_Text));
-    for (const auto& row : keywordTable) {
-      const std::string& k = row[2];
-      if (k.empty()) continue;
-      size_t p = u.find(k);
-      if (p == std::string::npos) continue;
-      bool match;
-      if (u.size() == k.size()) {
-        match = true;
-      } else if (u.size() < k.size()) {
-        continue;
-      } else if (p == 0) {
-        match = IsNotAlpha(u, k.size());
-      } else if (p + k.size() == u.size()) {
-        match = IsNotAlpha(u, p - 1);
-      } else {
-        match = IsNotAlpha(u, p - 1) && IsNotAlpha(u, p + k.size());
-      }
-      if (match) return rules::ToInt16(row[1]);
-    }
+    return KeywordSymbol(m_Text, keywordTable);
   } catch (...) {
     host::ErrorHandler(kSource, "SetShapeTypeFromKeywordSearch", false);
+  }
+  return 0;
+}
+
+int16_t CTextParser::KeywordSymbol(const std::string& text, const rules::RuleTable& keywordTable) {
+  const std::string u = rules::UpperCase(rules::Trim(text));
+  for (const auto& row : keywordTable) {
+    const std::string& k = row[2];
+    if (k.empty()) continue;
+    size_t p = u.find(k);
+    if (p == std::string::npos) continue;
+    bool match;
+    if (u.size() == k.size()) {
+      match = true;
+    } else if (u.size() < k.size()) {
+      continue;
+    } else if (p == 0) {
+      match = IsNotAlpha(u, k.size());
+    } else if (p + k.size() == u.size()) {
+      match = IsNotAlpha(u, p - 1);
+    } else {
+      match = IsNotAlpha(u, p - 1) && IsNotAlpha(u, p + k.size());
+    }
+    if (match) return rules::ToInt16(row[1]);
   }
   return 0;
 }

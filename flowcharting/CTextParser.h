@@ -55,6 +55,10 @@ class CTextParser {
   bool LastShapeChanged() const { return m_LastShapeChanged; }
   const std::string& LastShapeName() const { return m_LastShapeName; }
 
+  // The symbol of the first keyword of the table that stands in text as a
+  // word of its own (not inside a longer run of letters); 0 when none does.
+  static int16_t KeywordSymbol(const std::string& text, const rules::RuleTable& keywordTable);
+
  private:
   void ResetMemberVariables();
   void SetPrefixAndText(const std::string& text, const std::string& delimiter, bool capitalize);

@@ -66,6 +66,21 @@ Worksheet Workbook::AddSheet() {
   return ws;
 }
 
+Worksheet Workbook::CopySheet(const Worksheet& sheet) {
+  int n = SheetCount();
+  std::string from = sheet.Name();
+  Call("Sheets.Copy", [&] {
+    auto sheets = impl_->document->getSheets();
+    std::string name;
+    for (int i = n + 1;; ++i) {
+      name = "Sheet" + std::to_string(i);
+      if (!sheets->hasByName(ToOu(name))) break;
+    }
+    sheets->copyByName(ToOu(from), ToOu(name), static_cast<sal_Int16>(n));
+  });
+  return Sheet(n + 1);
+}
+
 Worksheet Workbook::CopySheetsFrom(const Workbook& source, const Worksheet& after) {
   int position = after.Index();
   int first = 0;

@@ -27,6 +27,10 @@ class Workbook {
   // behind the sheet after; a name already taken gets a number. Returns the
   // first copy.
   Worksheet CopySheetsFrom(const Workbook& source, const Worksheet& after);
+  // A copy of one of this workbook's sheets, cells, formats and drawing, as
+  // a new sheet "SheetN" behind the last one; the office records it for
+  // Ctrl+Z.
+  Worksheet CopySheet(const Worksheet& sheet);
   std::string Name() const;
   // Saves under path, which the document then stands for; the format follows the extension (.ods, .xlsx, .xls,
   // .xltx, .xlt, .ots).

@@ -61,8 +61,6 @@ class FlowchartWizard {
 
   // The symbol type text stands for; text loses its prefix.
   int16_t SetShapeType(std::string& text);
-  // True for a code below 65, from 91 to 96, or from 123 up.
-  static bool IsNotAlpha(unsigned char c);
 
   // The final columns and rows of the shapes.
   void UpdateGridColumns();

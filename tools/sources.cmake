@@ -2,4 +2,5 @@
 # Built into the add-in's library.
 set(TOOLS_SOURCES
   ${CMAKE_SOURCE_DIR}/tools/CStyleWizard.cpp
+  ${CMAKE_SOURCE_DIR}/tools/FlowchartWizard.cpp
 )
