@@ -53,7 +53,7 @@ int Workbooks::Count() const {
 }
 
 static Workbook Load(const std::shared_ptr<HostSession>& session, const OUString& url, bool asTemplate,
-                     bool readOnly = false, bool hidden = false, bool csv = false) {
+                     bool readOnly = false, bool hidden = false, bool csv = false, bool askNothing = false) {
   std::vector<css::beans::PropertyValue> props;
   auto text = [&](const char* name, const char* value) {
     css::beans::PropertyValue p;
@@ -77,8 +77,8 @@ static Workbook Load(const std::shared_ptr<HostSession>& session, const OUString
   };
   if (asTemplate) flag("AsTemplate");
   if (hidden) flag("Hidden");
-  if (readOnly) {
-    flag("ReadOnly");
+  if (readOnly) flag("ReadOnly");
+  if (readOnly || askNothing) {
     css::beans::PropertyValue p;
     p.Name = "InteractionHandler";
     p.Value <<= Reference<css::task::XInteractionHandler>(new RefusingHandler());
@@ -109,7 +109,9 @@ Workbook Workbooks::Open(const std::string& path, bool readOnly) { return OpenAs
 
 Workbook Workbooks::OpenHidden(const std::string& path) { return OpenAs(path, true, true); }
 
-Workbook Workbooks::OpenAs(const std::string& path, bool readOnly, bool hidden) {
+Workbook Workbooks::OpenCopy(const std::string& path) { return OpenAs(path, false, false, true); }
+
+Workbook Workbooks::OpenAs(const std::string& path, bool readOnly, bool hidden, bool copy) {
   return Call("Workbooks.Open", [&] {
     if (!std::filesystem::exists(path))
       throw HostError(HostError::kOfficeFailure, "'" + path + "' could not be found");
@@ -120,7 +122,7 @@ Workbook Workbooks::OpenAs(const std::string& path, bool readOnly, bool hidden) 
     if (osl::FileBase::getFileURLFromSystemPath(ToOu(std::filesystem::absolute(path).string()), url) !=
         osl::FileBase::E_None)
       throw HostError(HostError::kOfficeFailure, "'" + path + "' is not a valid file name");
-    return Load(session_, url, tmpl && !hidden, readOnly, hidden, ext == ".csv");
+    return Load(session_, url, copy || (tmpl && !hidden), readOnly, hidden, ext == ".csv", copy);
   });
 }
 

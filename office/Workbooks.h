@@ -24,9 +24,14 @@ class Workbooks {
   Workbook Open(const std::string& path, bool readOnly = false);
   // Opens a file read-only and out of sight, to copy from; the caller closes it.
   Workbook OpenHidden(const std::string& path);
+  // Opens a new, untitled document made from a file, as a template opens:
+  // the file is neither locked nor changed, even while it is open
+  // elsewhere, and a file the office would ask a question about fails to
+  // open instead.
+  Workbook OpenCopy(const std::string& path);
 
  private:
-  Workbook OpenAs(const std::string& path, bool readOnly, bool hidden);
+  Workbook OpenAs(const std::string& path, bool readOnly, bool hidden, bool copy = false);
   std::shared_ptr<HostSession> session_;
 };
 
