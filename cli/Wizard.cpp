@@ -88,7 +88,7 @@ int Wizard(const WizardOptions& options, std::ostream& out, std::ostream& err) {
   // The office ends with `office` on every road out, the document with it.
   std::optional<Workbook> book;
   try {
-    book = office->App().GetWorkbooks().Open(options.input);
+    book = office->App().GetWorkbooks().OpenCopy(options.input);
   } catch (const HostError& e) {
     err << "nivarel: cannot open '" << options.input << "' as a spreadsheet: " << e.Description() << "\n";
     return 1;
