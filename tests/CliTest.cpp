@@ -1,5 +1,6 @@
-// The `nivarel shapes` command on files that the shared office saves: what it
-// lists of shapes, a glued connector and a group, how it fails on files it
+// The command-line program on files that the shared office saves: what
+// `nivarel shapes` lists of shapes, a glued connector and a group; the charts
+// that `nivarel draw` and `nivarel wizard` save; how each fails on what it
 // cannot read, and that its own office and profile are gone when it ends.
 #include <stdlib.h>
 
@@ -7,7 +8,9 @@
 #include <filesystem>
 #include <fstream>
 #include <optional>
+#include <map>
 #include <regex>
+#include <set>
 #include <sstream>
 #include <string>
 #include <thread>
@@ -204,7 +207,7 @@ TEST_F(CliTest, ListsShapesConnectorsAndGroupsOfTheFirstSheetInDrawingOrder) {
 
 TEST_F(CliTest, HelpAndVersionGoToStandardOutputAndMistakesToStandardError) {
   // Standard error thrown away: what is left is standard output.
-  for (const char* asked : {"--help", "draw --help", "shapes -h", "demo --help", "pictures --help"}) {
+  for (const char* asked : {"--help", "draw --help", "wizard --help", "shapes -h", "demo --help", "pictures --help"}) {
     CommandRun help = Run(std::string(asked) + " 2>/dev/null");
     EXPECT_EQ(0, help.exitCode) << asked;
     EXPECT_EQ(0u, help.output.find("usage: nivarel")) << asked << ": " << help.output;
@@ -213,7 +216,9 @@ TEST_F(CliTest, HelpAndVersionGoToStandardOutputAndMistakesToStandardError) {
   EXPECT_EQ(0, version.exitCode);
   EXPECT_EQ("nivarel 2.4.15\n", version.output);
   for (const char* wrong : {"", "bogus", "draw", "draw steps.txt --bogus -o x.ods", "shapes", "pictures",
-                            "pictures out --bogus"}) {
+                            "pictures out --bogus", "wizard", "wizard in.csv", "wizard -o x.ods",
+                            "wizard in.csv -o x.ods --rows 11", "wizard in.csv -o x.ods --columns -1",
+                            "wizard in.csv -o x.ods --layout sideways", "wizard in.csv -o x.ods --bogus"}) {
     CommandRun mistake = Run(std::string(wrong) + " >/dev/null");
     EXPECT_EQ(2, mistake.exitCode) << wrong;
     EXPECT_NE(std::string::npos, mistake.output.find("usage: nivarel")) << wrong << ": on standard error";
@@ -414,6 +419,163 @@ TEST_F(CliTest, DrawFollowsTheGivenSettingsAndRefusesBadInput) {
   CommandRun noSteps = Run("draw '" + folder_ + "/missing.txt' -o '" + folder_ + "/chart.ods'");
   EXPECT_EQ(1, noSteps.exitCode);
   EXPECT_NE(std::string::npos, noSteps.output.find("cannot read the steps")) << noSteps.output;
+  ExpectNothingLeftBehind();
+}
+
+// The five symbols the wizard draws from the cells B1:B3 and D1:D2 below,
+// by their text, and the lines between them, as a listing gives them.
+struct WizardChart {
+  std::map<std::string, json> symbols;
+  std::vector<json> lines;
+};
+
+WizardChart ChartOf(const std::vector<json>& shapes) {
+  WizardChart chart;
+  for (const json& s : shapes) {
+    if (s.contains("begin"))
+      chart.lines.push_back(s);
+    else if (s.contains("autoshape"))
+      chart.symbols[s["text"]] = s;
+  }
+  return chart;
+}
+
+const char kTwoColumns[] =
+    ",Take the order,,Pack the parcel\n"
+    ",Is it in stock?,,Ship it\n"
+    ",Order more,,\n";
+
+// The symbols stand in the columns and rows given, on the wizard's grid of
+// equal columns and equal rows: a cell's left is (column - 1) column widths,
+// its top (row - 1) row heights, both measured from where the first symbol
+// stands; and each line joins two symbols of a column from the bottom of the
+// upper one to the top of the lower one.
+void ExpectWizardChart(const WizardChart& chart, int columnB, int columnD, const std::vector<int>& rowsB,
+                       const std::vector<int>& rowsD) {
+  ASSERT_EQ(5u, chart.symbols.size());
+  const json& first = chart.symbols.at("Take the order");
+  double width = first["left"].get<double>() / (columnB - 1), height = first["top"].get<double>() / (rowsB[0] - 1);
+  auto expect = [&](const char* text, int column, int row) {
+    const json& s = chart.symbols.at(text);
+    EXPECT_NEAR((column - 1) * width, s["left"].get<double>(), 0.5) << text << " in column " << column;
+    EXPECT_NEAR((row - 1) * height, s["top"].get<double>(), 0.5) << text << " in row " << row;
+  };
+  const char* b[] = {"Take the order", "Is it in stock?", "Order more"};
+  const char* d[] = {"Pack the parcel", "Ship it"};
+  for (int i = 0; i < 3; ++i) expect(b[i], columnB, rowsB[i]);
+  for (int i = 0; i < 2; ++i) expect(d[i], columnD, rowsD[i]);
+  EXPECT_EQ(msoShapeFlowchartDecision, chart.symbols.at("Is it in stock?")["autoshape"]);
+  for (const char* text : {"Take the order", "Order more", "Pack the parcel", "Ship it"})
+    EXPECT_EQ(msoShapeFlowchartProcess, chart.symbols.at(text)["autoshape"]) << text;
+
+  std::set<std::pair<std::string, std::string>> joins, expected;
+  for (auto [from, to] : {std::pair{b[0], b[1]}, {b[1], b[2]}, {d[0], d[1]}})
+    expected.emplace(chart.symbols.at(from)["name"], chart.symbols.at(to)["name"]);
+  for (const json& line : chart.lines) {
+    auto end = [&](const char* key) { return line[key].is_null() ? std::string("-") : line[key].get<std::string>(); };
+    joins.emplace(end("begin"), end("end"));
+    EXPECT_EQ(3, line["begin_site"]) << line.dump() << ": from the bottom";
+    EXPECT_EQ(1, line["end_site"]) << line.dump() << ": to the top";
+  }
+  EXPECT_EQ(expected, joins);
+}
+
+// The sheet a wizard run drew on, as its report names it.
+std::string DrawnSheet(const CommandRun& run) {
+  std::smatch m;
+  if (std::regex_search(run.output, m, std::regex("on the sheet '([^']*)'"))) return m[1];
+  ADD_FAILURE() << "no sheet named in: " << run.output;
+  return "";
+}
+
+TEST_F(CliTest, WizardTurnsTheCellsOfACsvIntoAChartAsTheDialogsDefaultsDo) {
+  std::string csv = folder_ + "/two columns.csv";
+  std::ofstream(csv) << kTwoColumns;
+  std::string ods = folder_ + "/wizard.ods", xlsx = folder_ + "/wizard.xlsx", png = folder_ + "/wizard.png";
+  CommandRun run = Run("wizard '" + csv + "' -o '" + ods + "' -o '" + xlsx + "' --png '" + png + "'");
+  ASSERT_EQ(0, run.exitCode) << run.output;
+  ExpectNothingLeftBehind();
+  EXPECT_TRUE(std::filesystem::file_size(png) > 1000) << "a picture of the chart";
+  std::string drawn = DrawnSheet(run);
+
+  // The cells stay on the sheet read; the chart stands on a new one. Columns
+  // B and D are spread 8 + 4 columns apart and moved right to start in
+  // column 3 (3 and 15); row 1 moves down to row 3. Down a column a symbol
+  // stands 2 rows plus one below the one above (a row more below a
+  // decision): 3 + 2 + 3 = 8, 8 + 4 + 3 = 15.
+  CommandRun listed = Run("shapes '" + ods + "' --sheet '" + drawn + "'");
+  ASSERT_EQ(0, listed.exitCode) << listed.output;
+  WizardChart chart = ChartOf(Parse(listed));
+  ExpectWizardChart(chart, 3, 15, {3, 8, 15}, {3, 8});
+
+  // The .xlsx names the shapes each line is glued to, as the .ods does.
+  std::vector<XlsxConnector> saved = XlsxConnectorsOf(xlsx);
+  ASSERT_EQ(chart.lines.size(), saved.size());
+  for (const XlsxConnector& c : saved) {
+    auto line = std::find_if(chart.lines.begin(), chart.lines.end(), [&](const json& l) { return l["name"] == c.name; });
+    ASSERT_NE(chart.lines.end(), line) << c.name;
+    EXPECT_EQ((*line)["begin"], c.begin) << c.name;
+    EXPECT_EQ((*line)["end"], c.end) << c.name;
+  }
+}
+
+TEST_F(CliTest, WizardTakesTheChoicesOfItsOptions) {
+  // A workbook whose second sheet holds the cells, the first left alone;
+  // still open here, as a user's file may be open in the office.
+  Worksheet second = book_->AddSheet();
+  second.SetName("Steps");
+  std::istringstream cells(kTwoColumns);
+  std::string line;
+  for (int row = 1; std::getline(cells, line); ++row) {
+    std::istringstream fields(line);
+    std::string field;
+    for (int column = 1; std::getline(fields, field, ','); ++column)
+      if (!field.empty()) second.Cells(row, column).SetValue(field);
+  }
+  sheet_->GetRange("A1").SetValue("Not a step");
+  std::string input = Save("steps.ods");
+  std::string out = folder_ + "/over.ods";
+  CommandRun run = Run("wizard '" + input + "' -o '" + out + "' --sheet Steps --current-sheet --rows 1 --columns 2");
+  ASSERT_EQ(0, run.exitCode) << run.output;
+  EXPECT_EQ("Steps", DrawnSheet(run)) << "drawn over the sheet read";
+
+  // Columns 2 and 4 spread 8 + 2 apart (2 and 12), then 3 and 13; down a
+  // column 3 + 2 + 2 = 7, 7 + 4 + 2 = 13.
+  CommandRun listed = Run("shapes '" + out + "' --sheet Steps");
+  ASSERT_EQ(0, listed.exitCode) << listed.output;
+  ExpectWizardChart(ChartOf(Parse(listed)), 3, 13, {3, 7, 13}, {3, 7});
+  ExpectNothingLeftBehind();
+}
+
+TEST_F(CliTest, WizardSaysWhyItDrewNothing) {
+  std::string out = folder_ + "/nothing.ods";
+  CommandRun missing = Run("wizard '" + folder_ + "/missing.csv' -o '" + out + "'");
+  EXPECT_EQ(1, missing.exitCode);
+  EXPECT_NE(std::string::npos, missing.output.find("cannot read '" + folder_ + "/missing.csv': no such file"))
+      << missing.output;
+
+  std::string csv = folder_ + "/steps.csv";
+  std::ofstream(csv) << kTwoColumns;
+  CommandRun wrongType = Run("wizard '" + csv + "' -o '" + folder_ + "/chart.pdf'");
+  EXPECT_EQ(1, wrongType.exitCode);
+  EXPECT_NE(std::string::npos, wrongType.output.find("unknown output type '.pdf'")) << wrongType.output;
+  ExpectNothingLeftBehind();
+
+  std::string text = folder_ + "/plain.ods";
+  std::ofstream(text) << "not a spreadsheet\n";
+  CommandRun unreadable = Run("wizard '" + text + "' -o '" + out + "'");
+  EXPECT_EQ(1, unreadable.exitCode);
+  EXPECT_NE(std::string::npos, unreadable.output.find("cannot open '" + text + "' as a spreadsheet"))
+      << unreadable.output;
+  ExpectNothingLeftBehind();
+
+  std::string blank = folder_ + "/blank.csv";
+  std::ofstream(blank) << ",,\n , ,\n";
+  CommandRun empty = Run("wizard '" + blank + "' -o '" + out + "'");
+  EXPECT_EQ(1, empty.exitCode);
+  EXPECT_NE(std::string::npos, empty.output.find("nivarel: No text was found on the current worksheet."))
+      << empty.output;
+  EXPECT_FALSE(std::filesystem::exists(out)) << "nothing saved";
   ExpectNothingLeftBehind();
 }
 
