@@ -43,8 +43,10 @@
 #include "CSymbolData.h"
 #include "HostStats.h"
 #include "MGlobalVariables.h"
+#include "FlowchartWizard.h"
 #include "Range.h"
 #include "Uno.h"
+#include "WizardCommand.h"
 
 namespace nivarel::bench {
 
@@ -363,6 +365,66 @@ std::string MeasureMemory(const Reference<uno::XComponentContext>& context) {
          ", \"bare_heap_growth_mb\": " + Json(bareAfter - bareBefore) + "}";
 }
 
+// The wizard's engine on one sheet: a run as the command line asks for it
+// (WizardCommand, the dialog's defaults), timed; then the same run again on
+// the file opened afresh, its phases timed and the layer's operations
+// profiled.
+std::string MeasureWizardOn(const std::string& csv) {
+  std::string result = "{\"file\": \"" + csv.substr(csv.rfind('/') + 1) + "\"";
+  {
+    Workbook book = ExcelApp->GetWorkbooks().Open(csv);
+    book.Activate();
+    WizardChoices choices;
+    choices.workbook = book;
+    WizardOutcome outcome = WizardCommand::Run(choices);
+    if (!outcome.drawn) throw std::runtime_error(outcome.message);
+    Shapes drawn = book.Sheet(book.SheetCount()).GetShapes();
+    int lines = 0;
+    for (int i = 1, n = drawn.Count(); i <= n; ++i)
+      if (drawn.Item(i).Connector()) ++lines;
+    result += ", \"shapes\": " + std::to_string(outcome.shapes) + ", \"lines\": " + std::to_string(lines) +
+              ", \"run_s\": " + Json(outcome.seconds);
+    book.Close();
+  }
+  Workbook book = ExcelApp->GetWorkbooks().Open(csv);
+  book.Activate();
+  Worksheet source = book.Sheet(1);
+  source.Activate();
+  ProfileHostCalls(true);
+  auto start = std::chrono::steady_clock::now();
+  auto since = [&] { return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count(); };
+  tools::FlowchartWizard wizard(source);
+  wizard.InitializeGrid();
+  double read = since();
+  wizard.UpdateGridColumns();
+  double laidOut = since();
+  wizard.RunFlowchartWizard();
+  double drawn = since();
+  std::vector<HostCallTime> profile = HostCallProfile();
+  ProfileHostCalls(false);
+  book.Close();
+  std::string top;
+  for (size_t i = 0; i < profile.size() && i < 12; ++i)
+    top += std::string(i ? ", " : "") + "[\"" + profile[i].what + "\", " + std::to_string(profile[i].calls) + ", " +
+           Json(profile[i].ms) + "]";
+  return result + ", \"entries\": " + std::to_string(wizard.Rows().size()) + ", \"profiled\": {\"read_s\": " +
+         Json(read) + ", \"layout_s\": " + Json(laidOut - read) + ", \"draw_s\": " + Json(drawn - laidOut) +
+         ", \"costliest [operation, calls, ms]\": [" + top + "]}}";
+}
+
+// The wizard on the two sheets that RunBench wrote as CSV files beside the
+// result file: 1,000 entries in one column, and 1,000 across five columns
+// with decisions.
+std::string MeasureWizard(const Reference<uno::XComponentContext>& context, const std::string& folder) {
+  Connect(context);
+  SetInstallFolder(NIVAREL_SHIPPED);
+  std::string result = "{\"measure\": \"wizard\", \"sheets\": [";
+  result += MeasureWizardOn(folder + "/wizard-one-column.csv") + ", ";
+  result += MeasureWizardOn(folder + "/wizard-five-columns.csv");
+  ExcelApp.reset();
+  return result + "]}";
+}
+
 class BenchHandler : public cppu::WeakImplHelper3<frame::XDispatchProvider, frame::XDispatch, css::lang::XServiceInfo> {
  public:
   explicit BenchHandler(const Reference<uno::XComponentContext>& context) : context_(context) {}
@@ -406,6 +468,8 @@ class BenchHandler : public cppu::WeakImplHelper3<frame::XDispatchProvider, fram
         result = MeasureLive(context_);
       else if (name == "memory")
         result = MeasureMemory(context_);
+      else if (name == "wizard")
+        result = MeasureWizard(context_, file.substr(0, file.rfind('/')));
       else
         result = "{\"error\": \"unknown measure\"}";
     } catch (const std::exception& e) {

@@ -1,7 +1,9 @@
 // Runs the in-office measurements: starts an office with the measuring
 // extension, opens a spreadsheet, asks for each measure and prints its JSON
-// line; then times `nivarel draw` of 100 steps end to end, office start
-// included. Usage: nivarel_bench [bench.oxt]
+// line; then times `nivarel draw` of 100 steps and `nivarel wizard` of the
+// wizard's two sheets end to end, office start included.
+// Usage: nivarel_bench [MEASURE...] [bench.oxt], MEASURE one of sizing, live,
+// memory, draw, wizard (in the office, then end to end); all when none is named.
 #include <chrono>
 #include <cstdlib>
 #include <unistd.h>
@@ -10,7 +12,9 @@
 #include <fstream>
 #include <iostream>
 #include <string>
+#include <set>
 #include <thread>
+#include <vector>
 
 #include "HostError.h"
 #include "OfficeProcess.h"
@@ -45,19 +49,85 @@ bool TimeDraw() {
   return ok;
 }
 
+// The wizard's two sheets as CSV files in folder: 1,000 steps down one
+// column; and 1,000 entries across five columns (B, D, F, H, J), every
+// fourth a question, which becomes a decision with its labels.
+void WriteWizardSheets(const std::filesystem::path& folder) {
+  const char* steps[] = {"Receive the order", "Check the order for completeness", "Enter it in the system",
+                         "Check stock levels", "Pick the items", "Pack the parcel", "Print the invoice",
+                         "Hand the parcel to the carrier"};
+  std::ofstream one(folder / "wizard-one-column.csv");
+  for (int i = 0; i < 1000; ++i) one << "," << steps[i % 8] << " " << i + 1 << "\n";
+  std::ofstream five(folder / "wizard-five-columns.csv");
+  for (int row = 0; row < 200; ++row) {
+    for (int column = 0; column < 5; ++column) {
+      int n = column * 200 + row + 1;
+      five << ",";
+      if (row % 4 == 3)
+        five << "Is step " << n << " done?";
+      else
+        five << steps[n % 8] << " " << n;
+      five << (column < 4 ? "," : "\n");
+    }
+  }
+}
+
+// Runs `nivarel wizard` on each of the wizard's sheets in folder, with
+// settings of its own, and prints how long each took from start to saved
+// file, and the engine's own time as the command reports it.
+bool TimeWizard(const std::filesystem::path& folder) {
+  namespace fs = std::filesystem;
+  bool ok = true;
+  for (const char* name : {"wizard-one-column", "wizard-five-columns"}) {
+    fs::path csv = folder / (std::string(name) + ".csv"), ods = folder / (std::string(name) + ".ods");
+    fs::path log = folder / (std::string(name) + ".log");
+    std::string command = "XDG_CONFIG_HOME='" + (folder / "config").string() + "' '" NIVAREL_CLI "' wizard '" +
+                          csv.string() + "' -o '" + ods.string() + "' >'" + log.string() + "' 2>&1";
+    auto start = std::chrono::steady_clock::now();
+    int status = std::system(command.c_str());
+    double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    std::ifstream in(log);
+    std::string report((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    if (status != 0 || !fs::exists(ods)) {
+      std::cerr << "nivarel_bench: nivarel wizard failed on " << csv << ": " << report;
+      ok = false;
+      continue;
+    }
+    std::string engine = "null";
+    size_t at = report.find(" in ");
+    if (at != std::string::npos) engine = report.substr(at + 4, report.find(" s", at + 4) - at - 4);
+    std::cout << "{\"measure\": \"nivarel wizard\", \"file\": \"" << name << ".csv\", \"seconds\": " << seconds
+              << ", \"in_office_s\": " << engine << "}\n";
+  }
+  return ok;
+}
+
 int main(int argc, char** argv) {
   using namespace nivarel::office;
   using namespace nivarel::driver;
-  std::string oxt = argc > 1 ? argv[1] : NIVAREL_BENCH_OXT;
+  std::string oxt = NIVAREL_BENCH_OXT;
+  std::set<std::string> asked;
+  for (int i = 1; i < argc; ++i) {
+    std::string arg = argv[i];
+    if (arg.size() > 4 && arg.substr(arg.size() - 4) == ".oxt")
+      oxt = arg;
+    else
+      asked.insert(arg);
+  }
+  auto wanted = [&](const std::string& measure) { return asked.empty() || asked.count(measure) > 0; };
   int failed = 0;
+  namespace fs = std::filesystem;
+  fs::path wizardFolder = fs::temp_directory_path() / ("nivarel-bench-wizard-" + std::to_string(getpid()));
   try {
     OfficeProcess::Options options;
     options.extension = oxt;
     auto office = OfficeProcess::Start(options);
     office->App().GetWorkbooks().Add();
     UiDriver ui(office->App());
-    for (const std::string measure : {"sizing", "live", "memory"}) {
+    for (const std::string measure : {"sizing", "live", "memory", "wizard"}) {
+      if (!wanted(measure)) continue;
       std::string out = office->ProfileDir() + "/" + measure + ".json";
+      if (measure == "wizard") WriteWizardSheets(office->ProfileDir());
       ui.RunCommand("vnd.nivarel-bench:" + measure + "?" + out, true);
       for (int i = 0; i < 1500 && !std::filesystem::exists(out); ++i)
         std::this_thread::sleep_for(std::chrono::milliseconds(200));
@@ -75,6 +145,14 @@ int main(int argc, char** argv) {
     std::cerr << "nivarel_bench: " << e.Description() << "\n";
     return 1;
   }
-  if (!TimeDraw()) ++failed;
+  if (wanted("draw") && !TimeDraw()) ++failed;
+  if (wanted("wizard")) {
+    fs::create_directories(wizardFolder / "config");
+    WriteWizardSheets(wizardFolder);
+    if (TimeWizard(wizardFolder))
+      fs::remove_all(wizardFolder);
+    else
+      ++failed;
+  }
   return failed ? 1 : 0;
 }
