@@ -18,6 +18,7 @@
 #include <cppuhelper/implbase1.hxx>
 #include <rtl/ref.hxx>
 
+#include "Border.h"
 #include "Uno.h"
 
 namespace nivarel::driver {
@@ -30,9 +31,11 @@ namespace {
 class Listener : public cppu::WeakImplHelper1<css::frame::XDispatchResultListener> {
  public:
   void SAL_CALL dispatchFinished(const css::frame::DispatchResultEvent& event) override {
-    std::lock_guard<std::mutex> lock(mutex_);
-    event_ = event;
-    told_.notify_all();
+    AtBorder("AddinCommand", "dispatchFinished", [&] {
+      std::lock_guard<std::mutex> lock(mutex_);
+      event_ = event;
+      told_.notify_all();
+    });
   }
   void SAL_CALL disposing(const css::lang::EventObject&) override {}
 
