@@ -79,6 +79,15 @@ class FlowchartWizardTest : public testing::AddinFixture {
   // How many rows of the grid a shape's height covers.
   static int RowsOf(const Shape& s) { return static_cast<int>(std::nearbyint(s.Height() / host::GlobalRowHeight)); }
 
+  // Waits up to five seconds for what Ctrl+Z or Ctrl+Y does.
+  static bool Eventually(const std::function<bool()>& done) {
+    for (int i = 0; i < 100; ++i) {
+      if (done()) return true;
+      std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    }
+    return done();
+  }
+
   std::unique_ptr<testing::SettingsFolder> folder_;
 };
 
@@ -158,6 +167,19 @@ TEST_F(FlowchartWizardTest, ColumnsSpreadByTheWidestSymbolOnACopyOfTheSheet) {
   EXPECT_EQ("", output.GetRange("D6").Text()) << "the copy's cells are cleared";
   EXPECT_EQ("Ship", sheet_->GetRange("D6").Text()) << "the source keeps its text";
   EXPECT_EQ(0, sheet_->GetShapes().Count());
+  int drawn = output.GetShapes().Count();
+
+  // Ctrl+Z takes the new sheet back with its chart, Ctrl+Y brings both again.
+  ASSERT_TRUE(Ui().WaitForDocument());
+  Ui().PressKey("CTRL+z");
+  EXPECT_TRUE(Eventually([&] { return sheet_->Parent().SheetCount() == sheets; }));
+  Ui().PressKey("CTRL+y");
+  ASSERT_TRUE(Eventually([&] { return sheet_->Parent().SheetCount() == sheets + 1; }));
+  Worksheet again = sheet_->Parent().Sheet(sheets + 1);
+  EXPECT_TRUE(Eventually([&] { return again.GetShapes().Count() == drawn; }));
+  EXPECT_EQ((std::set<std::pair<std::string, std::string>>{{"Receive order", "Check stock"}, {"Pack", "Ship"}}),
+            Joins(again));
+  EXPECT_EQ("", host::ReadLogFile());
 }
 
 TEST_F(FlowchartWizardTest, TextInRowOneMovesDownAndASingleCellStaysWhereItIs) {

@@ -291,6 +291,10 @@ void FlowchartWizard::ReSpaceColumns() {
 void FlowchartWizard::RunFlowchartWizard() {
   try {
     if (!host::ExcelApp) return;
+    // The grid is measured on a sheet that comes and goes unrecorded: done
+    // inside the entry, it would leave the entry unable to take back the
+    // copy of the sheet.
+    if (!host::IsGlobalRowHeightSet()) host::SetGlobalRowHeight();
     Quiet quiet;
     office::UndoList::Entry entry(source_.Parent(), "Nivarel: Flowchart Wizard");
     Worksheet output = source_;
