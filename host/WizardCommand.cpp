@@ -52,7 +52,6 @@ WizardOutcome WizardCommand::Run(const WizardChoices& choices) {
       if (!source) return Refused("There is no sheet named '" + choices.sheet + "' in the workbook.");
       source->Activate();
     }
-    if (!GlobalRowHeightSet) SetGlobalRowHeight();
 
     auto start = std::chrono::steady_clock::now();
     tools::FlowchartWizard wizard(*source);
