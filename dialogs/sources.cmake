@@ -1,6 +1,7 @@
 # Sources of the settings dialogs and small prompts. Built into the add-in's
 # library.
 set(DIALOGS_SOURCES
+  ${CMAKE_SOURCE_DIR}/dialogs/CheckList.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/PickCell.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/PictureChoices.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/PictureGrid.cpp
