@@ -7,6 +7,7 @@ set(DIALOGS_SOURCES
   ${CMAKE_SOURCE_DIR}/dialogs/PictureGrid.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmAbout.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmBranchLabelPrompt.cpp
+  ${CMAKE_SOURCE_DIR}/dialogs/frmFlowchartWizard.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmFont.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmLineStyles.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmOpenWalkthrough.cpp
