@@ -6,6 +6,7 @@
 #include <com/sun/star/beans/PropertyAttribute.hpp>
 #include <com/sun/star/beans/XPropertySetInfo.hpp>
 #include <com/sun/star/container/XIdentifierContainer.hpp>
+#include <com/sun/star/container/XNamed.hpp>
 #include <com/sun/star/document/XUndoAction.hpp>
 #include <com/sun/star/document/XUndoManager.hpp>
 #include <com/sun/star/document/XUndoManagerSupplier.hpp>
@@ -80,7 +81,9 @@ Reference<css::drawing::XShape> Find(const Reference<css::drawing::XDrawPage>& p
 class ShapesAction : public cppu::WeakImplHelper1<css::document::XUndoAction> {
  public:
   ShapesAction(std::shared_ptr<SheetRef> sheet, std::vector<Reference<css::drawing::XShape>> shapes)
-      : sheet_(std::move(sheet)), shapes_(std::move(shapes)) {}
+      : sheet_(std::move(sheet)), shapes_(std::move(shapes)) {
+    name_ = Reference<css::container::XNamed>(sheet_->sheet, uno::UNO_QUERY_THROW)->getName();
+  }
 
   OUString SAL_CALL getTitle() override { return "Shapes"; }
 
@@ -95,9 +98,21 @@ class ShapesAction : public cppu::WeakImplHelper1<css::document::XUndoAction> {
   }
 
  private:
+  // The sheet's drawing, found by the name the sheet had when the action was
+  // recorded (its name then is its name again whenever the list comes back
+  // to this action): a sheet that an earlier action of the list took away
+  // and brought back is a new object, which the old one does not answer for.
+  Reference<css::drawing::XDrawPage> Page() const {
+    auto sheets = sheet_->document->getSheets();
+    if (!sheets->hasByName(name_)) return sheet_->Page();
+    SheetRef now{sheet_->session, sheet_->document,
+                 Reference<css::sheet::XSpreadsheet>(sheets->getByName(name_), uno::UNO_QUERY_THROW)};
+    return now.Page();
+  }
+
   void TakeOff() {
     UnrecordedUndo unrecorded(sheet_->document);
-    auto page = sheet_->Page();
+    auto page = Page();
     recipes_.clear();
     for (const auto& s : shapes_) recipes_.push_back(Describe(s));
     for (const auto& s : shapes_) page->remove(s);
@@ -106,7 +121,7 @@ class ShapesAction : public cppu::WeakImplHelper1<css::document::XUndoAction> {
 
   void PutBack() {
     UnrecordedUndo unrecorded(sheet_->document);
-    auto page = sheet_->Page();
+    auto page = Page();
     Reference<css::lang::XMultiServiceFactory> factory(sheet_->document, uno::UNO_QUERY_THROW);
     std::vector<const Recipe*> order;
     for (const auto& r : recipes_) order.push_back(&r);
@@ -136,6 +151,7 @@ class ShapesAction : public cppu::WeakImplHelper1<css::document::XUndoAction> {
   }
 
   std::shared_ptr<SheetRef> sheet_;
+  OUString name_;
   std::vector<Reference<css::drawing::XShape>> shapes_;
   std::vector<Recipe> recipes_;
 };

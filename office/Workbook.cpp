@@ -50,16 +50,23 @@ Worksheet Workbook::Sheet(int index) const {
   });
 }
 
+namespace {
+
+// "SheetN", N from one above count up, the first name no sheet has.
+OUString FreshSheetName(const Reference<css::sheet::XSpreadsheets>& sheets, int count) {
+  for (int i = count + 1;; ++i) {
+    OUString name = ToOu("Sheet" + std::to_string(i));
+    if (!sheets->hasByName(name)) return name;
+  }
+}
+
+}  // namespace
+
 Worksheet Workbook::AddSheet() {
   int n = SheetCount();
   Call("Sheets.Add", [&] {
     auto sheets = impl_->document->getSheets();
-    std::string name;
-    for (int i = n + 1;; ++i) {
-      name = "Sheet" + std::to_string(i);
-      if (!sheets->hasByName(ToOu(name))) break;
-    }
-    sheets->insertNewByName(ToOu(name), static_cast<sal_Int16>(n));
+    sheets->insertNewByName(FreshSheetName(sheets, n), static_cast<sal_Int16>(n));
   });
   Worksheet ws = Sheet(n + 1);
   ws.Activate();
@@ -71,12 +78,7 @@ Worksheet Workbook::CopySheet(const Worksheet& sheet) {
   std::string from = sheet.Name();
   Call("Sheets.Copy", [&] {
     auto sheets = impl_->document->getSheets();
-    std::string name;
-    for (int i = n + 1;; ++i) {
-      name = "Sheet" + std::to_string(i);
-      if (!sheets->hasByName(ToOu(name))) break;
-    }
-    sheets->copyByName(ToOu(from), ToOu(name), static_cast<sal_Int16>(n));
+    sheets->copyByName(ToOu(from), FreshSheetName(sheets, n), static_cast<sal_Int16>(n));
   });
   return Sheet(n + 1);
 }

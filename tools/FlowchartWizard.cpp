@@ -15,6 +15,7 @@
 #include "MUtilities.h"
 #include "MsoConstants.h"
 #include "Shapes.h"
+#include "StatusBarProgress.h"
 #include "Text.h"
 #include "TextConvert.h"
 #include "TextFrame.h"
@@ -290,6 +291,10 @@ void FlowchartWizard::ReSpaceColumns() {
 void FlowchartWizard::RunFlowchartWizard() {
   try {
     if (!host::ExcelApp) return;
+    // The grid is measured on a sheet that comes and goes unrecorded: done
+    // inside the entry, it would leave the entry unable to take back the
+    // copy of the sheet.
+    if (!host::IsGlobalRowHeightSet()) host::SetGlobalRowHeight();
     Quiet quiet;
     office::UndoList::Entry entry(source_.Parent(), "Nivarel: Flowchart Wizard");
     Worksheet output = source_;
@@ -331,10 +336,12 @@ void FlowchartWizard::CreateFlowchart(Worksheet& sheet) {
       shapes::CShapeWizard wizard;
       shapes::CShapeAlignment alignment;
       office::Shapes shapes = sheet.GetShapes();
+      office::StatusBarProgress progress(*host::ExcelApp, "Drawing the flowchart", static_cast<int>(rows_.size()));
       std::optional<Shape> previous;
       int previousColumn = -1, previousRow = 1;
       for (size_t i = 0; i < rows_.size(); ++i) {
         WizardRow& r = rows_[i];
+        if (i % 10 == 0) progress.Set(static_cast<int>(i));
         if (!r.included) {
           excluded.push_back(r.entry);
           cleared.push_back(r.celladdress);
