@@ -357,19 +357,14 @@ void CollectControls(const Reference<css::accessibility::XAccessibleContext>& pa
       case role::COMBO_BOX: {
         // A drop-down list shows its chosen entry in a part of its own; its
         // entries, in a list part, are not read (a long list takes long).
-        std::vector<std::pair<awt::Point, UiDriver::DialogControl>> parts;
-        for (sal_Int32 k = 0, n = context->getAccessibleChildCount(); k < n; ++k) {
-          auto part = context->getAccessibleChild(k);
-          auto partContext = part.is() ? part->getAccessibleContext() : nullptr;
-          if (partContext.is() && partContext->getAccessibleRole() != role::LIST)
-            CollectControls(partContext, parts);
-        }
         control.kind = "list";
-        for (const auto& part : parts)
-          if (part.second.kind != "item" && !part.second.text.empty()) {
-            control.text = part.second.text;
-            break;
-          }
+        for (sal_Int32 k = 0, n = context->getAccessibleChildCount(); k < n && control.text.empty(); ++k) {
+          auto part = context->getAccessibleChild(k);
+          auto shown = part.is() ? part->getAccessibleContext() : nullptr;
+          if (!shown.is() || shown->getAccessibleRole() == role::LIST) continue;
+          Reference<css::accessibility::XAccessibleText> text(shown, uno::UNO_QUERY);
+          control.text = ToUtf8(text.is() ? text->getText() : shown->getAccessibleName());
+        }
         break;
       }
       default:
