@@ -3,7 +3,6 @@
 // through the accessibility tree, and the chart it draws read from the sheet.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <set>
 
