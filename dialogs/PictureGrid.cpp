@@ -40,6 +40,8 @@ host::UserDialog::Item PictureGrid::Entry(int row) const {
       pictured = true;
     }
   }
+  // Empty cells at the end leave no gap behind the text.
+  item.text.erase(item.text.find_last_not_of(' ') + 1);
   return item;
 }
 
@@ -50,14 +52,45 @@ int PictureGrid::AddRow(const std::map<std::string, std::string>& values) {
     if (i >= 0) row[i] = value;
   }
   rows_.push_back(std::move(row));
+  hidden_.push_back(false);
   dialog_.AddItem(list_, Entry(Rows() - 1));
   return Rows() - 1;
 }
 
+bool PictureGrid::RowVisible(int row) const { return row >= 0 && row < Rows() && !hidden_[row]; }
+
+int PictureGrid::ListIndexOf(int row) const {
+  if (!RowVisible(row)) return -1;
+  return static_cast<int>(std::count(hidden_.begin(), hidden_.begin() + row, false));
+}
+
+int PictureGrid::RowAt(int listIndex) const {
+  for (int row = 0, shown = 0; row < Rows(); ++row) {
+    if (hidden_[row]) continue;
+    if (shown++ == listIndex) return row;
+  }
+  return -1;
+}
+
 void PictureGrid::SelectRow(int row) {
-  if (row < 0 || row >= Rows()) return;
-  dialog_.SetListIndex(list_, row);
+  if (!RowVisible(row)) return;
+  dialog_.SetListIndex(list_, ListIndexOf(row));
   Selected(row);
+}
+
+void PictureGrid::SetVisibleRows(const std::vector<bool>& visible) {
+  std::vector<host::UserDialog::Item> items;
+  for (int row = 0; row < Rows(); ++row) {
+    hidden_[row] = row < static_cast<int>(visible.size()) && !visible[row];
+    if (!hidden_[row]) items.push_back(Entry(row));
+  }
+  dialog_.SetItems(list_, items);
+  if (RowVisible(current_)) {
+    dialog_.SetListIndex(list_, ListIndexOf(current_));
+  } else if (current_ >= 0) {
+    current_ = -1;
+    LoadEditors();
+  }
 }
 
 void PictureGrid::Selected(int row) {
@@ -77,7 +110,7 @@ void PictureGrid::SetValue(int row, const std::string& key, const std::string& v
   int i = ColumnIndex(key);
   if (row < 0 || row >= Rows() || i < 0) return;
   rows_[row][i] = value;
-  if (columns_[i].shown) dialog_.SetItem(list_, row, Entry(row));
+  if (columns_[i].shown && RowVisible(row)) dialog_.SetItem(list_, ListIndexOf(row), Entry(row));
   if (row == current_) LoadEditors();
 }
 
@@ -119,7 +152,7 @@ void PictureGrid::Commit(const Column& column) {
 
 bool PictureGrid::Handle(const std::string& method) {
   if (method == list_ + "_SelectionChanged") {
-    Selected(dialog_.ListIndex(list_));
+    Selected(RowAt(dialog_.ListIndex(list_)));
     return true;
   }
   for (const Column& c : columns_)

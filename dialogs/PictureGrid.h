@@ -1,8 +1,9 @@
 // A table of a dialog shown as a list box, one entry per row: the row's
 // shown text columns and the picture of its first shown picture column. One
 // row is selected at a time and edited by controls beside the list: a text
-// column by a text box, a picture column by a list box of its pictures. The
-// table keeps the cells' values (hidden columns too); an edit is offered to
+// column by a text box, a picture column by a list box of its pictures. Rows
+// can be hidden: they keep their values but leave the list. The table keeps
+// the cells' values (hidden columns too); an edit is offered to
 // BeforeCommit, which may refuse it (the editor then shows the cell's value
 // again), and a kept edit shows at once in the row. The dialog's event
 // handler passes every method to Handle first.
@@ -44,7 +45,12 @@ class PictureGrid {
   int Rows() const { return static_cast<int>(rows_.size()); }
   // The selected row, 0-based; -1 when none is.
   int CurrentRow() const { return current_; }
+  // Selects a shown row; a hidden one is not selected.
   void SelectRow(int row);
+  // Shows the rows marked true and hides the others (rows beyond the marks
+  // are shown). When the selected row goes, no row is selected.
+  void SetVisibleRows(const std::vector<bool>& visible);
+  bool RowVisible(int row) const;
   std::string Value(int row, const std::string& key) const;
   // Sets a cell, shown at once (and in the editor when the row is selected).
   void SetValue(int row, const std::string& key, const std::string& value);
@@ -60,6 +66,8 @@ class PictureGrid {
   int ColumnIndex(const std::string& key) const;
   std::string PictureOf(const Column& column, const std::string& value) const;
   host::UserDialog::Item Entry(int row) const;
+  int ListIndexOf(int row) const;  // -1 for a hidden row
+  int RowAt(int listIndex) const;  // -1 when the list has no such entry
   void Selected(int row);  // the list's selection moved to row
   void LoadEditors();      // the selected row into the editors
   void Commit(const Column& column);
@@ -68,6 +76,7 @@ class PictureGrid {
   std::string list_;
   std::vector<Column> columns_;
   std::vector<std::vector<std::string>> rows_;
+  std::vector<bool> hidden_;
   int current_ = -1;
   bool loading_ = false;  // editors being filled, not edited
 };

@@ -7,7 +7,6 @@
 
 #include "CConfig.h"
 #include "CFlowLineFormatter.h"
-#include "AutoShapeTypes.h"
 #include "CIniDataAccess.h"
 #include "CIniSymbolDataAccess.h"
 #include "CSymbolData.h"
@@ -19,6 +18,7 @@
 #include "MUtilities.h"
 #include "MsgBox.h"
 #include "MsoConstants.h"
+#include "PictureChoices.h"
 #include "PictureGrid.h"
 #include "Shapes.h"
 #include "TextFrame.h"
@@ -36,39 +36,13 @@ namespace {
 
 const char kSource[] = "frmStyleWizard";
 constexpr long kHelpTopic = 4609;
-constexpr int kStyleOffset = 123;  // a style's value in the table: the style plus this
+constexpr int kStyleOffset = kStyleValueOffset;
 
-// The symbol column's list: shape types 61 to 88, then 33 to 60, 89 to 123
-// and 1 to 32, so that flowchart symbols come first; each value is the type
-// less 1.
-std::vector<std::pair<std::string, std::string>> SymbolChoices(const output::ucShapes& pictures) {
-  std::vector<std::pair<std::string, std::string>> out;
-  for (auto [first, last] : {std::pair{61, 88}, {33, 60}, {89, 123}, {1, 32}})
-    for (int type = first; type <= last; ++type) {
-      int index = type;
-      out.emplace_back(std::to_string(type - 1), pictures.ShapeImage(index));
-    }
-  return out;
-}
-
-std::vector<std::pair<std::string, std::string>> StyleChoices(const output::ucImages& pictures) {
-  std::vector<std::pair<std::string, std::string>> out;
-  for (int style = 1; style <= output::ucImages::kLastStyle; ++style) {
-    int index = style;
-    out.emplace_back(std::to_string(style + kStyleOffset), pictures.StyleImage(index));
-  }
-  return out;
-}
-
-// What the user calls a symbol type: its name in the rules, else the
-// shape type's own name.
+// What the user calls a symbol type.
 std::string SymbolName(int type) {
   rules::CSymbolData symbols;
   rules::CIniSymbolDataAccess().SetSymbolData(symbols, true);
-  std::string name = symbols.GetDisplayName(static_cast<int16_t>(type));
-  if (!name.empty()) return name;
-  const office::AutoShapeTypeInfo* info = office::FindAutoShapeType(type);
-  return info ? info->name : "";
+  return dialogs::SymbolName(symbols, type);
 }
 
 int ToInt(const std::string& text, int fallback = 0) {

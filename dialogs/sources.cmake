@@ -1,10 +1,13 @@
 # Sources of the settings dialogs and small prompts. Built into the add-in's
 # library.
 set(DIALOGS_SOURCES
+  ${CMAKE_SOURCE_DIR}/dialogs/CheckList.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/PickCell.cpp
+  ${CMAKE_SOURCE_DIR}/dialogs/PictureChoices.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/PictureGrid.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmAbout.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmBranchLabelPrompt.cpp
+  ${CMAKE_SOURCE_DIR}/dialogs/frmFlowchartWizard.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmFont.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmLineStyles.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmOpenWalkthrough.cpp

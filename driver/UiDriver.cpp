@@ -355,15 +355,16 @@ void CollectControls(const Reference<css::accessibility::XAccessibleContext>& pa
       case role::SCROLL_BAR: continue;
       case role::LIST_ITEM: control.kind = "item"; break;
       case role::COMBO_BOX: {
-        // A drop-down list shows its chosen entry in a part of its own.
-        std::vector<std::pair<awt::Point, UiDriver::DialogControl>> parts;
-        CollectControls(context, parts);
+        // A drop-down list shows its chosen entry in a part of its own; its
+        // entries, in a list part, are not read (a long list takes long).
         control.kind = "list";
-        for (const auto& part : parts)
-          if (part.second.kind != "item" && !part.second.text.empty()) {
-            control.text = part.second.text;
-            break;
-          }
+        for (sal_Int32 k = 0, n = context->getAccessibleChildCount(); k < n && control.text.empty(); ++k) {
+          auto part = context->getAccessibleChild(k);
+          auto shown = part.is() ? part->getAccessibleContext() : nullptr;
+          if (!shown.is() || shown->getAccessibleRole() == role::LIST) continue;
+          Reference<css::accessibility::XAccessibleText> text(shown, uno::UNO_QUERY);
+          control.text = ToUtf8(text.is() ? text->getText() : shown->getAccessibleName());
+        }
         break;
       }
       default:
@@ -391,8 +392,19 @@ void CollectControls(const Reference<css::accessibility::XAccessibleContext>& pa
 std::vector<UiDriver::DialogControl> UiDriver::DialogControls() const {
   return CallHere("UiDriver.DialogControls", [&] {
     std::vector<std::pair<awt::Point, DialogControl>> found;
-    Reference<css::accessibility::XAccessible> top(ActiveTop(state_->session), uno::UNO_QUERY_THROW);
-    CollectControls(top->getAccessibleContext(), found);
+    // Read from beside the office's thread, a control can go while it is
+    // being read (a dialog showing another page): read again.
+    for (int attempt = 1;; ++attempt) {
+      try {
+        found.clear();
+        Reference<css::accessibility::XAccessible> top(ActiveTop(state_->session), uno::UNO_QUERY_THROW);
+        CollectControls(top->getAccessibleContext(), found);
+        break;
+      } catch (const uno::Exception&) {
+        if (attempt == 5) throw;
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+      }
+    }
     // As a person reads them: by lines from the top, each line from the left.
     std::stable_sort(found.begin(), found.end(), [](const auto& a, const auto& b) {
       return a.first.Y != b.first.Y ? a.first.Y < b.first.Y : a.first.X < b.first.X;
@@ -509,6 +521,115 @@ void CollectPictures(const Reference<css::accessibility::XAccessibleContext>& pa
 }
 
 }  // namespace
+
+namespace {
+
+// The first entry of a list under parent that reads text and shows.
+Reference<css::accessibility::XAccessibleComponent> FindItem(
+    const Reference<css::accessibility::XAccessibleContext>& parent, const OUString& text) {
+  namespace state = css::accessibility::AccessibleStateType;
+  sal_Int32 count = parent->getAccessibleChildCount();
+  for (sal_Int32 i = 0; i < count; ++i) {
+    auto child = parent->getAccessibleChild(i);
+    auto context = child.is() ? child->getAccessibleContext() : nullptr;
+    if (!context.is()) continue;
+    auto states = context->getAccessibleStateSet();
+    if (!states.is() || !states->contains(state::SHOWING)) continue;
+    if (context->getAccessibleRole() == css::accessibility::AccessibleRole::LIST_ITEM &&
+        context->getAccessibleName() == text)
+      return Reference<css::accessibility::XAccessibleComponent>(context, uno::UNO_QUERY);
+    if (auto found = FindItem(context, text); found.is()) return found;
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+void UiDriver::ClickItem(const std::string& text) {
+  CallHere("UiDriver.ClickItem", [&] {
+    auto dialog = ActiveTop(state_->session);
+    Reference<css::accessibility::XAccessible> top(dialog, uno::UNO_QUERY_THROW);
+    auto context = top->getAccessibleContext();
+    auto item = FindItem(context, ToOu(text));
+    if (!item.is()) throw HostError(HostError::kNotFound, "The dialog shows no entry '" + text + "'");
+    // The entry's middle, in the dialog's coordinates, which its controls' places are in.
+    Reference<css::accessibility::XAccessibleComponent> frame(context, uno::UNO_QUERY_THROW);
+    awt::Point origin = frame->getLocationOnScreen(), at = item->getLocationOnScreen();
+    awt::Size size = item->getSize();
+    sal_Int32 x = at.X - origin.X + size.Width / 2, y = at.Y - origin.Y + size.Height / 2;
+    // The list is the smallest shown window of the dialog under that point.
+    Reference<awt::XWindow> list;
+    awt::Rectangle listArea;
+    for (const auto& window : ControlsOf(dialog)) {
+      Reference<awt::XWindow2> shown(window, uno::UNO_QUERY);
+      if (!shown.is() || !shown->isVisible()) continue;
+      awt::Rectangle area = window->getPosSize();
+      if (x < area.X || y < area.Y || x >= area.X + area.Width || y >= area.Y + area.Height) continue;
+      if (!list.is() || area.Width * area.Height < listArea.Width * listArea.Height) {
+        list = window;
+        listArea = area;
+      }
+    }
+    if (!list.is()) throw HostError(HostError::kNotFound, "The entry '" + text + "' is in no list of the dialog");
+    ClickAt(Robot(state_->session), list, x - listArea.X, y - listArea.Y);
+  });
+}
+
+namespace {
+
+// The scroll bars showing under parent, with their places on the screen.
+void CollectScrollBars(const Reference<css::accessibility::XAccessibleContext>& parent,
+                       std::vector<awt::Rectangle>& found) {
+  sal_Int32 count = parent->getAccessibleChildCount();
+  for (sal_Int32 i = 0; i < count; ++i) {
+    auto child = parent->getAccessibleChild(i);
+    auto context = child.is() ? child->getAccessibleContext() : nullptr;
+    if (!context.is()) continue;
+    auto states = context->getAccessibleStateSet();
+    if (!states.is() || !states->contains(css::accessibility::AccessibleStateType::SHOWING)) continue;
+    Reference<css::accessibility::XAccessibleComponent> component(context, uno::UNO_QUERY);
+    if (context->getAccessibleRole() == css::accessibility::AccessibleRole::SCROLL_BAR && component.is()) {
+      awt::Point at = component->getLocationOnScreen();
+      awt::Size size = component->getSize();
+      found.push_back({at.X, at.Y, size.Width, size.Height});
+    } else {
+      CollectScrollBars(context, found);
+    }
+  }
+}
+
+}  // namespace
+
+void UiDriver::ClickScrollBar(int index, bool forward) {
+  CallHere("UiDriver.ClickScrollBar", [&] {
+    auto dialog = ActiveTop(state_->session);
+    Reference<css::accessibility::XAccessible> top(dialog, uno::UNO_QUERY_THROW);
+    auto context = top->getAccessibleContext();
+    std::vector<awt::Rectangle> bars;
+    CollectScrollBars(context, bars);
+    std::stable_sort(bars.begin(), bars.end(),
+                     [](const auto& a, const auto& b) { return a.Y != b.Y ? a.Y < b.Y : a.X < b.X; });
+    if (index < 0 || index >= static_cast<int>(bars.size()))
+      throw HostError(HostError::kNotFound, "The dialog shows no scroll bar " + std::to_string(index));
+    Reference<css::accessibility::XAccessibleComponent> frame(context, uno::UNO_QUERY_THROW);
+    awt::Point origin = frame->getLocationOnScreen();
+    awt::Rectangle bar = bars[index];
+    bar.X -= origin.X;
+    bar.Y -= origin.Y;
+    for (const auto& window : ControlsOf(dialog)) {
+      awt::Rectangle at = window->getPosSize();
+      if (at.X != bar.X || at.Y != bar.Y || at.Width != bar.Width || at.Height != bar.Height) continue;
+      // The arrows are square, at the bar's two ends.
+      bool vertical = bar.Height >= bar.Width;
+      sal_Int32 arrow = std::min(bar.Width, bar.Height) / 2;
+      sal_Int32 x = vertical ? bar.Width / 2 : (forward ? bar.Width - arrow : arrow);
+      sal_Int32 y = vertical ? (forward ? bar.Height - arrow : arrow) : bar.Height / 2;
+      ClickAt(Robot(state_->session), window, x, y);
+      return;
+    }
+    throw HostError(HostError::kNotFound, "The scroll bar " + std::to_string(index) + " has no window of its own");
+  });
+}
 
 void UiDriver::ClickPicture(int index, double x, double y) {
   CallHere("UiDriver.ClickPicture", [&] {

@@ -66,6 +66,11 @@ class UiDriver {
   void PressDialogKey(const std::string& key);
   // Clicks the button, check box, option or link with this caption ("~" ignored).
   void ClickInDialog(const std::string& caption);
+  // Clicks the entry of a list that reads text (the first such entry shown).
+  void ClickItem(const std::string& text);
+  // Clicks the arrow at the far (forward) or near end of the index-th scroll
+  // bar shown in the active dialog (in reading order, from 0).
+  void ClickScrollBar(int index, bool forward);
   // Clicks a point of the index-th picture shown in the active dialog (in
   // reading order, from 0), given as fractions of its width and height.
   void ClickPicture(int index, double x, double y);

@@ -20,6 +20,7 @@
 #include "frmAbout.h"
 #include "frmRestart.h"
 #include "frmStart.h"
+#include "frmFlowchartWizard.h"
 #include "frmStyleWizard.h"
 #include "frmTextBox.h"
 
@@ -250,7 +251,23 @@ void CEventHandler::ShowAbout() {
   dialogs::frmAbout form;
   form.Display();
 }
-void CEventHandler::ShowFlowchartWizard() { NotInThisVersion("Flowchart Wizard"); }
+void CEventHandler::ShowFlowchartWizard() {
+  try {
+    if (CheckActiveSheet()) return;
+    // Not a cell of the sheet holds anything (the office's used area also
+    // counts cells that are only formatted).
+    auto sheet = ExcelApp->ActiveSheet();
+    if (!sheet || !sheet->ContentArea()) {
+      MsgBox("No text was found on the current worksheet.\r\n"
+             "Run this wizard after the text has been entered on the sheet.",
+             vbExclamation, "No Text Found");
+      return;
+    }
+    dialogs::frmFlowchartWizard().Display();
+  } catch (...) {
+    ErrorHandler(kSource, "ShowFlowchartWizard", false);
+  }
+}
 void CEventHandler::ShowHelpContents() { NotInThisVersion("Help Contents"); }
 void CEventHandler::ShowSettings() { NotInThisVersion("Settings"); }
 void CEventHandler::ShowShapeSelectionForm() { NotInThisVersion("Shape Selection Tool"); }

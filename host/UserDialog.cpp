@@ -8,6 +8,9 @@
 #include <com/sun/star/awt/XDialog.hpp>
 #include <com/sun/star/awt/XDialog2.hpp>
 #include <com/sun/star/awt/XDialogEventHandler.hpp>
+#include <com/sun/star/awt/XExtendedToolkit.hpp>
+#include <com/sun/star/awt/XKeyHandler.hpp>
+#include <com/sun/star/awt/Toolkit.hpp>
 #include <com/sun/star/awt/Key.hpp>
 #include <com/sun/star/awt/KeyEvent.hpp>
 #include <com/sun/star/awt/XFocusListener.hpp>
@@ -25,6 +28,7 @@
 #include <com/sun/star/lang/XComponent.hpp>
 #include <cppuhelper/implbase1.hxx>
 
+#include <algorithm>
 #include <atomic>
 #include <filesystem>
 #include <map>
@@ -109,12 +113,55 @@ class EscapeWatch : public cppu::WeakImplHelper1<awt::XKeyListener> {
   std::shared_ptr<std::atomic<bool>> pressed_;
 };
 
+// Catches F1 while a dialog is the active window and hands it to the
+// dialog's handler as "Form_Help". A toolkit key handler sees the key before
+// the office does, so the office's own help does not open as well.
+class HelpKey : public cppu::WeakImplHelper1<awt::XKeyHandler> {
+ public:
+  HelpKey(std::string dialog, Reference<awt::XExtendedToolkit> toolkit, Reference<awt::XWindow> window,
+          std::function<void(const std::string&)> handler)
+      : dialog_(std::move(dialog)), toolkit_(std::move(toolkit)), window_(std::move(window)),
+        handler_(std::move(handler)) {}
+  sal_Bool SAL_CALL keyPressed(const awt::KeyEvent& e) override {
+    OfficeThreadScope scope;
+    bool mine = false;
+    AtBorder(dialog_.c_str(), "Form_Help", [&] {
+      mine = Ours(e);
+      if (!mine) return;
+      FailWhenAsked(dialog_ + ".Form_Help", "dialog event");
+      if (handler_) handler_("Form_Help");
+    });
+    return mine;
+  }
+  sal_Bool SAL_CALL keyReleased(const awt::KeyEvent& e) override {
+    OfficeThreadScope scope;
+    bool mine = false;
+    AtBorder(dialog_.c_str(), "Form_Help", [&] { mine = Ours(e); });
+    return mine;
+  }
+  void SAL_CALL disposing(const css::lang::EventObject&) override {}
+
+ private:
+  bool Ours(const awt::KeyEvent& e) const {
+    if (e.KeyCode != awt::Key::F1 || e.Modifiers != 0) return false;
+    Reference<uno::XInterface> top(toolkit_->getActiveTopWindow(), uno::UNO_QUERY);
+    return top.is() && top == Reference<uno::XInterface>(window_, uno::UNO_QUERY);
+  }
+
+  std::string dialog_;
+  Reference<awt::XExtendedToolkit> toolkit_;
+  Reference<awt::XWindow> window_;
+  std::function<void(const std::string&)> handler_;
+};
+
 }  // namespace
 
 struct UserDialog::State {
   std::shared_ptr<std::atomic<bool>> escape = std::make_shared<std::atomic<bool>>(false);
   std::shared_ptr<PressPoint> press = std::make_shared<PressPoint>();
   std::shared_ptr<HostSession> session;
+  std::string name;
+  std::function<void(const std::string&)> handler;
   Reference<awt::XDialog> dialog;
   Reference<awt::XControlContainer> controls;
   std::map<std::string, Reference<css::graphic::XGraphic>> graphics;  // by file path
@@ -155,6 +202,8 @@ UserDialog::UserDialog(const Application& app, const std::string& name,
                        std::function<void(const std::string&)> handler)
     : state_(std::make_shared<State>()) {
   state_->session = app.Session();
+  state_->name = name;
+  state_->handler = handler;
   Call("UserDialog", [&] {
     auto provider = awt::DialogProvider2::create(state_->session->context);
     uno::Sequence<css::beans::NamedValue> args(2);
@@ -194,7 +243,24 @@ UserDialog::~UserDialog() {
 
 int UserDialog::Execute() {
   *state_->escape = false;
-  return Call("UserDialog.Execute", [&] { return static_cast<int>(state_->dialog->execute()); });
+  return Call("UserDialog.Execute", [&] {
+    Reference<awt::XExtendedToolkit> toolkit(awt::Toolkit::create(state_->session->context), uno::UNO_QUERY_THROW);
+    Reference<awt::XControl> control(state_->dialog, uno::UNO_QUERY_THROW);
+    Reference<awt::XWindow> window(control->getPeer(), uno::UNO_QUERY);
+    Reference<awt::XKeyHandler> help(new HelpKey(state_->name, toolkit, window, state_->handler));
+    toolkit->addKeyHandler(help);
+    struct Remove {
+      Reference<awt::XExtendedToolkit> toolkit;
+      Reference<awt::XKeyHandler> help;
+      ~Remove() {
+        try {
+          toolkit->removeKeyHandler(help);
+        } catch (...) {
+        }
+      }
+    } remove{toolkit, help};
+    return static_cast<int>(state_->dialog->execute());
+  });
 }
 
 bool UserDialog::ClosedByEscape() const { return *state_->escape; }
@@ -264,6 +330,55 @@ void UserDialog::SetListIndex(const std::string& control, int index) {
     uno::Sequence<sal_Int16> selected(1);
     selected.getArray()[0] = static_cast<sal_Int16>(index);
     state_->Model(control)->setPropertyValue("SelectedItems", uno::Any(selected));
+  });
+}
+
+int UserDialog::SpinValue(const std::string& control) const {
+  return Call("UserDialog.SpinValue", [&] {
+    sal_Int32 value = 0;
+    state_->Model(control)->getPropertyValue("SpinValue") >>= value;
+    return static_cast<int>(value);
+  });
+}
+
+void UserDialog::SetSpinValue(const std::string& control, int value, int min, int max) {
+  Call("UserDialog.SpinValue", [&] {
+    auto model = state_->Model(control);
+    model->setPropertyValue("SpinValueMin", uno::Any(static_cast<sal_Int32>(min)));
+    model->setPropertyValue("SpinValueMax", uno::Any(static_cast<sal_Int32>(max)));
+    model->setPropertyValue("SpinValue", uno::Any(static_cast<sal_Int32>(value)));
+  });
+}
+
+int UserDialog::ScrollValue(const std::string& control) const {
+  return Call("UserDialog.ScrollValue", [&] {
+    sal_Int32 value = 0;
+    state_->Model(control)->getPropertyValue("ScrollValue") >>= value;
+    return static_cast<int>(value);
+  });
+}
+
+void UserDialog::SetScrollBar(const std::string& control, int value, int maximum, int visible) {
+  Call("UserDialog.ScrollValue", [&] {
+    auto model = state_->Model(control);
+    model->setPropertyValue("ScrollValueMax", uno::Any(static_cast<sal_Int32>(maximum)));
+    model->setPropertyValue("VisibleSize", uno::Any(static_cast<sal_Int32>(visible)));
+    model->setPropertyValue("BlockIncrement", uno::Any(static_cast<sal_Int32>(std::max(visible, 1))));
+    model->setPropertyValue("LineIncrement", uno::Any(static_cast<sal_Int32>(1)));
+    model->setPropertyValue("ScrollValue", uno::Any(static_cast<sal_Int32>(value)));
+  });
+}
+
+void UserDialog::SetControlPage(const std::string& control, int page) {
+  Call("UserDialog.Page", [&] {
+    state_->Model(control)->setPropertyValue("Step", uno::Any(static_cast<sal_Int32>(page)));
+    // The dialog sorts its controls by page only when its own page changes.
+    Reference<awt::XControl> dialog(state_->dialog, uno::UNO_QUERY_THROW);
+    Reference<css::beans::XPropertySet> model(dialog->getModel(), uno::UNO_QUERY_THROW);
+    sal_Int32 shown = 0;
+    model->getPropertyValue("Step") >>= shown;
+    Reference<awt::XWindow> window(state_->controls->getControl(ToOu(control)), uno::UNO_QUERY_THROW);
+    window->setVisible(page == 0 || page == shown);
   });
 }
 

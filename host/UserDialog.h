@@ -1,8 +1,9 @@
 // One of the add-in's dialogs: a dialog file shipped in the extension
 // ("dialogs/<name>.xdl"), made by the office's dialog provider as a modal
 // window over the spreadsheet. The events that the file binds to
-// "vnd.sun.star.UNO:<method>" reach the handler by method name. Text boxes
-// select all of their text when they get the focus.
+// "vnd.sun.star.UNO:<method>" reach the handler by method name, and the F1
+// key pressed while the dialog is in front reaches it as "Form_Help". Text
+// boxes select all of their text when they get the focus.
 #pragma once
 
 #include <functional>
@@ -47,6 +48,9 @@ class UserDialog {
   // The selected entry of a list box, 0-based; -1 when none is.
   int ListIndex(const std::string& control) const;
   void SetListIndex(const std::string& control, int index);
+  // A spin button's value; setting it sets its range too.
+  int SpinValue(const std::string& control) const;
+  void SetSpinValue(const std::string& control, int value, int min, int max);
   // A list box's entries, each a caption, a picture (a PNG's path), or both.
   struct Item {
     std::string text, picture;
@@ -61,8 +65,15 @@ class UserDialog {
   // Where the last mouse press that the dialog file binds to a method fell
   // on its control, as fractions of the control's width and height.
   bool LastPress(double& x, double& y) const;
+  // A scroll bar's place, and its range: 0 to maximum less visible.
+  int ScrollValue(const std::string& control) const;
+  void SetScrollBar(const std::string& control, int value, int maximum, int visible);
+
   // Shows the controls of one page of the dialog (and those on every page).
   void SetPage(int page);
+  // Moves a control to a page (0: every page); shown when the dialog next
+  // shows a page.
+  void SetControlPage(const std::string& control, int page);
   // The font a control shows its text in.
   void SetFont(const std::string& control, const std::string& name, double size, bool bold, bool italic);
 

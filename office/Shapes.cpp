@@ -92,6 +92,26 @@ Shape Shapes::Item(int index) const {
   });
 }
 
+namespace {
+
+ShapeOutline OutlineOf(const Reference<css::drawing::XShape>& s, int index) {
+  ShapeOutline o;
+  o.index = index;
+  o.key = Reference<uno::XInterface>(s, uno::UNO_QUERY).get();
+  OUString service = s->getShapeType();
+  o.type = TypeOfService(service);
+  o.connector = service == "com.sun.star.drawing.ConnectorShape";
+  css::awt::Point at = s->getPosition();
+  css::awt::Size size = s->getSize();
+  o.left = HmmToPt(at.X);
+  o.top = HmmToPt(at.Y);
+  o.width = HmmToPt(size.Width);
+  o.height = HmmToPt(size.Height);
+  return o;
+}
+
+}  // namespace
+
 std::vector<ShapeOutline> Shapes::Outlines() const {
   return Call("Shapes.Outlines", [&] {
     auto page = sheet_->Page();
@@ -100,23 +120,14 @@ std::vector<ShapeOutline> Shapes::Outlines() const {
     outlines.reserve(static_cast<size_t>(count));
     for (sal_Int32 i = 0; i < count; ++i) {
       Reference<css::drawing::XShape> s(page->getByIndex(i), uno::UNO_QUERY);
-      if (!s.is()) continue;
-      ShapeOutline o;
-      o.index = i + 1;
-      o.key = Reference<uno::XInterface>(s, uno::UNO_QUERY).get();
-      OUString service = s->getShapeType();
-      o.type = TypeOfService(service);
-      o.connector = service == "com.sun.star.drawing.ConnectorShape";
-      css::awt::Point at = s->getPosition();
-      css::awt::Size size = s->getSize();
-      o.left = HmmToPt(at.X);
-      o.top = HmmToPt(at.Y);
-      o.width = HmmToPt(size.Width);
-      o.height = HmmToPt(size.Height);
-      outlines.push_back(o);
+      if (s.is()) outlines.push_back(OutlineOf(s, i + 1));
     }
     return outlines;
   });
+}
+
+ShapeOutline Shapes::Outline(const Shape& shape) {
+  return Call("Shapes.Outline", [&] { return OutlineOf(shape.Impl()->shape, 0); });
 }
 
 ShapeMark Shapes::Mark() const {

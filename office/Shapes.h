@@ -42,6 +42,8 @@ class Shapes {
   // Every top-level shape's outline, bottom first, in one operation: for
   // the logic that looks at all the shapes of a sheet at once.
   std::vector<ShapeOutline> Outlines() const;
+  // One shape's outline as Outlines reads it, its index left 0.
+  static ShapeOutline Outline(const Shape& shape);
   // Now, and what has happened since: the top-level shapes the layer added
   // since mark, in drawing order, and whether it moved any other shape up or
   // down the drawing order. False when the sheet changed meanwhile in a way the layer

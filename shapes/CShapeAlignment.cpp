@@ -81,7 +81,9 @@ bool CShapeAlignment::IsAdjacent(const office::Worksheet& worksheet, const offic
     const void* previousKey = previousShape.Key();
     const void* newKey = newShape.Key();
     // The sheet's shapes read in one go: a step costs no call per shape.
-    for (const office::ShapeOutline& other : shapes.Outlines()) {
+    std::vector<office::ShapeOutline> read;
+    if (!outlines_) read = shapes.Outlines();
+    for (const office::ShapeOutline& other : outlines_ ? *outlines_ : read) {
       if (other.key == previousKey || other.key == newKey) continue;
       int type = other.type;
       if (type == office::msoLine || type == office::msoTextBox) continue;

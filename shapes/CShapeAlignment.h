@@ -5,8 +5,10 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
 #include "Shape.h"
+#include "Shapes.h"
 #include "Worksheet.h"
 
 namespace nivarel::shapes {
@@ -39,8 +41,14 @@ class CShapeAlignment {
   // upright when the vertical distance is not less than the horizontal one.
   int16_t GetFlowDirection(const office::Shape& previousShape, const office::Shape& newShape) const;
 
+  // A batch that keeps the outlines of every top-level shape of its sheet
+  // up to date as it draws may hand them over: IsAdjacent then reads them
+  // instead of the sheet. Null goes back to reading the sheet.
+  void UseOutlines(const std::vector<office::ShapeOutline>* outlines) { outlines_ = outlines; }
+
  private:
   int16_t flowDirection_ = 0;
+  const std::vector<office::ShapeOutline>* outlines_ = nullptr;
 };
 
 }  // namespace nivarel::shapes

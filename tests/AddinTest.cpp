@@ -100,7 +100,7 @@ TEST_F(AddinTest, ACommandWhoseToolIsNotInThisVersionSaysSo) {
       {"CreateKey", "Create a Symbol Key"}, {"ExtractText", "Extract Flowchart Text"},
       {"InsertFlowLine", "Insert Flow Line"}, {"InsertBranch", "Insert Branch"},
       {"InsertGroupBox", "Insert Group Box"}, {"SavePicture", "Export as Picture"},
-      {"FlowchartWizard", "Flowchart Wizard"}, {"HelpContents", "Help Contents"},
+      {"HelpContents", "Help Contents"},
       {"NivarelSettings", "Settings"}, {"ShapeSelectionTool", "Shape Selection Tool"},
       {"CreateTemplate", "Create a Template"},
       {"LoadTemplate", "Load Template"}, {"OpenWalkthrough", "Open Walkthrough"}};
@@ -118,6 +118,15 @@ TEST_F(AddinTest, TheStyleWizardOnASheetWithoutShapesSaysSo) {
                                        "The Style Editor is used to change the format\n"
                                        "of symbols in an existing flowchart.")),
             CommandMessage("vnd.nivarel:rxNivarelStyleWizard"));
+}
+
+TEST_F(AddinTest, TheFlowchartWizardOnASheetWithoutTextSaysSo) {
+  sheet_->GetRange("C3").GetInterior().SetColor(0x00FFFF);  // a cell formatted, but empty
+  EXPECT_EQ(std::make_pair(std::string("No Text Found"),
+                           std::string("No text was found on the current worksheet.\n"
+                                       "Run this wizard after the text has been entered on the sheet.")),
+            CommandMessage("vnd.nivarel:rxNivarelFlowchartWizard"));
+  EXPECT_EQ("", ReadLogFile());
 }
 
 TEST_F(AddinTest, ACellBeingEditedBlocksEveryCommand) {

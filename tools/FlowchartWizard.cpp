@@ -336,6 +336,10 @@ void FlowchartWizard::CreateFlowchart(Worksheet& sheet) {
       shapes::CShapeWizard wizard;
       shapes::CShapeAlignment alignment;
       office::Shapes shapes = sheet.GetShapes();
+      // The sheet's outlines are read once; each shape drawn adds its own,
+      // so that no alignment check reads the whole sheet again.
+      outlines_ = shapes.Outlines();
+      alignment.UseOutlines(&outlines_);
       office::StatusBarProgress progress(*host::ExcelApp, "Drawing the flowchart", static_cast<int>(rows_.size()));
       std::optional<Shape> previous;
       int previousColumn = -1, previousRow = 1;
@@ -371,6 +375,7 @@ void FlowchartWizard::CreateFlowchart(Worksheet& sheet) {
           formatter.SetWizardFormatSettings(shape, config_, static_cast<int16_t>(r.style_id - kStyleOffset));
           wizard.SetShapeDimensions(shape, type, text, height, width, config_);
           if (previous) alignment.AlignShapes(sheet, *previous, shape, column, previousColumn, row, previousRow);
+          outlines_.push_back(office::Shapes::Outline(shape));
           if (type == kDecision)
             wizard.AddBranchLabels(sheet, shape, config_, rules::Trim(r.branchtop), rules::Trim(r.branchright),
                                    rules::Trim(r.branchbottom), rules::Trim(r.branchleft));
@@ -474,24 +479,27 @@ void FlowchartWizard::CreateFlowlinesForRow(Worksheet& sheet, Shape& from, int t
     if (!row || row->shapename.empty()) return;
     Shape to = sheet.GetShapes().Item(row->shapename);
     shapes::CShapeAlignment alignment;
+    alignment.UseOutlines(&outlines_);
     shapes::CFlowLineAdder lines;
     int16_t direction = alignment.GetFlowDirection(from, to);
     Range fromCell = from.TopLeftCell(), toCell = to.TopLeftCell();
     bool aligned = alignment.IsAligned(from, to, toCell.Column(), fromCell.Column(), toCell.Row(), fromCell.Row());
     bool adjacent = alignment.IsAdjacent(sheet, from, to, direction);
+    std::optional<Shape> line;
     if (aligned && adjacent) {
-      lines.AddDefaultFlowLine(sheet, from, to, config_);
+      line = lines.AddDefaultFlowLine(sheet, from, to, config_);
     } else if (!aligned) {
       int angle = GetAngleBetweenShapes(from, to);
       if (angle <= 90 || angle >= 270)
-        lines.AddUserDefinedFlowLine(sheet, from, to, 1, 3, config_, false);
+        line = lines.AddUserDefinedFlowLine(sheet, from, to, 1, 3, config_, false);
       else
-        lines.AddUserDefinedFlowLine(sheet, from, to, 3, 1, config_, false);
+        line = lines.AddUserDefinedFlowLine(sheet, from, to, 3, 1, config_, false);
     } else if (direction == shapes::CShapeAlignment::kUp || direction == shapes::CShapeAlignment::kDown) {
-      lines.AddUserDefinedFlowLine(sheet, from, to, 1, 1, config_, false);
+      line = lines.AddUserDefinedFlowLine(sheet, from, to, 1, 1, config_, false);
     } else {
-      lines.AddUserDefinedFlowLine(sheet, from, to, 0, 0, config_, false);
+      line = lines.AddUserDefinedFlowLine(sheet, from, to, 0, 0, config_, false);
     }
+    if (line) outlines_.push_back(office::Shapes::Outline(*line));
   } catch (...) {
     host::ErrorHandler(kSource, "CreateFlowlinesForRow", false);
   }

@@ -18,6 +18,7 @@
 #include "CIniSymbolDataAccess.h"
 #include "CSymbolData.h"
 #include "Shape.h"
+#include "Shapes.h"
 #include "Worksheet.h"
 
 namespace nivarel::tools {
@@ -108,6 +109,8 @@ class FlowchartWizard {
   // The column map: (original column, new column) in order of first appearance.
   std::vector<std::pair<int, int>> columnMap_;
   bool columnMapFilled_ = false;
+  // While drawing: the output sheet's top-level shapes, kept up to date.
+  std::vector<office::ShapeOutline> outlines_;
 };
 
 }  // namespace nivarel::tools
