@@ -154,7 +154,7 @@ int Draw(const DrawOptions& options, std::istream& in, std::ostream& out, std::o
       office = OfficeProcess::Start(officeOptions);
     } catch (const HostError& e) {
       err << "nivarel: the office cannot start: " << e.Description() << "\n";
-      return 2;
+      return 1;
     }
     try {
       Application app = office->App();

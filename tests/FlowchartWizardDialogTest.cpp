@@ -284,6 +284,9 @@ TEST_F(FlowchartWizardDialogTest, AStyleForAllSymbolsIsKeptForLaterRunsAndOneFor
   Open([&] {
     Next();
     pick(0, 0, "Apply to all symbols");  // style 1
+    // Saved by the wizard once the picker has handed it back: the focus may
+    // come back to the wizard a moment before.
+    for (int i = 0; i < 100 && Saved().StyleId != 1; ++i) std::this_thread::sleep_for(std::chrono::milliseconds(50));
     EXPECT_EQ(1, Saved().StyleId) << "saved as the picker closes";
     pick(1, 1, "Apply to current symbol");  // style 9, for the first row
     EXPECT_EQ(1, Saved().StyleId);
