@@ -38,13 +38,7 @@ constexpr int kIncludedBoxes = 15;  // the check boxes of step 1's list
 const char* const kNext = "~Next >";
 const char* const kFinish = "~Finish";
 
-int ToInt(const std::string& text, int fallback = 0) {
-  try {
-    return static_cast<int>(rules::ToInt32(rules::Trim(text)));
-  } catch (...) {
-    return fallback;
-  }
-}
+int ToInt(const std::string& text, int fallback = 0) { return rules::ToInt32Or(text, fallback); }
 
 // One of the spacing boxes with its spin button and the value it stands for.
 struct Spacing {

@@ -23,6 +23,7 @@
 #include "Shapes.h"
 #include "TextFrame.h"
 #include "UndoList.h"
+#include "TextConvert.h"
 #include "UserDialog.h"
 #include "frmFlowLineStyles.h"
 #include "frmFont.h"
@@ -45,13 +46,7 @@ std::string SymbolName(int type) {
   return dialogs::SymbolName(symbols, type);
 }
 
-int ToInt(const std::string& text, int fallback = 0) {
-  try {
-    return std::stoi(text);
-  } catch (...) {
-    return fallback;
-  }
-}
+int ToInt(const std::string& text, int fallback = 0) { return rules::ToInt32Or(text, fallback); }
 
 class Wizard {
  public:

@@ -145,6 +145,14 @@ int32_t ToInt32(const std::string& text) {
   return static_cast<int32_t>(v);
 }
 
+int32_t ToInt32Or(const std::string& text, int32_t fallback) {
+  try {
+    return ToInt32(Trim(text));
+  } catch (...) {
+    return fallback;
+  }
+}
+
 float ToSingle(const std::string& text) {
   double v = ToDouble(text);
   if (std::fabs(v) > std::numeric_limits<float>::max()) Overflow();

@@ -19,6 +19,9 @@ double ToDouble(const std::string& text);
 bool ToBool(const std::string& text);
 int16_t ToInt16(const std::string& text);
 int32_t ToInt32(const std::string& text);
+// The trimmed text as a whole number, or fallback when it is none: for the
+// numbers the dialogs keep as text.
+int32_t ToInt32Or(const std::string& text, int32_t fallback);
 float ToSingle(const std::string& text);
 
 // Text of a value as the files hold it.

@@ -63,19 +63,6 @@ class FlowchartWizardTest : public testing::AddinFixture {
       if (Text(s) == text) return s;
     throw std::runtime_error("no symbol reads '" + text + "'");
   }
-  // Each glued line of the sheet as the texts of the symbols it joins.
-  static std::set<std::pair<std::string, std::string>> Joins(const Worksheet& sheet) {
-    std::set<std::pair<std::string, std::string>> out;
-    office::Shapes shapes = sheet.GetShapes();
-    for (int i = 1; i <= shapes.Count(); ++i) {
-      Shape line = shapes.Item(i);
-      if (!line.Connector()) continue;
-      auto begin = line.GetConnectorFormat().BeginConnectedShape();
-      auto end = line.GetConnectorFormat().EndConnectedShape();
-      out.emplace(begin ? Text(*begin) : "-", end ? Text(*end) : "-");
-    }
-    return out;
-  }
   // How many rows of the grid a shape's height covers.
   static int RowsOf(const Shape& s) { return static_cast<int>(std::nearbyint(s.Height() / host::GlobalRowHeight)); }
 
@@ -133,7 +120,7 @@ TEST_F(FlowchartWizardTest, OneColumnEndsInColumnThreeItsRowsSteppedByTheSymbolA
   EXPECT_EQ(stock.TopLeftCell().Row() + RowsOf(stock) + 3, ship.TopLeftCell().Row());
   EXPECT_EQ((std::set<std::pair<std::string, std::string>>{{"Receive order", "Is it in stock?"},
                                                           {"Is it in stock?", "Ship"}}),
-            Joins(*sheet_));
+            testing::JoinedTexts(*sheet_));
   for (const char* cell : {"B2", "B3", "B4"}) EXPECT_EQ("", sheet_->GetRange(cell).Text()) << cell;
   EXPECT_EQ("", host::ReadLogFile());
 
@@ -163,7 +150,7 @@ TEST_F(FlowchartWizardTest, ColumnsSpreadByTheWidestSymbolOnACopyOfTheSheet) {
   EXPECT_EQ(5, SymbolWithText(output, "Receive order").TopLeftCell().Row()) << "text from row 5 stays";
   EXPECT_EQ(5, SymbolWithText(output, "Pack").TopLeftCell().Row());
   EXPECT_EQ((std::set<std::pair<std::string, std::string>>{{"Receive order", "Check stock"}, {"Pack", "Ship"}}),
-            Joins(output));
+            testing::JoinedTexts(output));
   EXPECT_EQ("", output.GetRange("D6").Text()) << "the copy's cells are cleared";
   EXPECT_EQ("Ship", sheet_->GetRange("D6").Text()) << "the source keeps its text";
   EXPECT_EQ(0, sheet_->GetShapes().Count());
@@ -178,7 +165,7 @@ TEST_F(FlowchartWizardTest, ColumnsSpreadByTheWidestSymbolOnACopyOfTheSheet) {
   Worksheet again = sheet_->Parent().Sheet(sheets + 1);
   EXPECT_TRUE(Eventually([&] { return again.GetShapes().Count() == drawn; }));
   EXPECT_EQ((std::set<std::pair<std::string, std::string>>{{"Receive order", "Check stock"}, {"Pack", "Ship"}}),
-            Joins(again));
+            testing::JoinedTexts(again));
   EXPECT_EQ("", host::ReadLogFile());
 }
 
@@ -229,7 +216,7 @@ TEST_F(FlowchartWizardTest, ConnectorsByNumberOrTextExcludedRowsAndLongTexts) {
   EXPECT_EQ((std::set<std::pair<std::string, std::string>>{{"Receive order", "Ship order"},
                                                           {"Receive order", longText},
                                                           {"Check stock", "Ship order"}}),
-            Joins(*sheet_));
+            testing::JoinedTexts(*sheet_));
   EXPECT_EQ(4u, Symbols(*sheet_).size());
   EXPECT_EQ(300u, Text(SymbolWithText(*sheet_, longText)).size()) << "a long text goes in whole";
   // The excluded text goes to column A, a cell for each piece between commas.

@@ -8,9 +8,16 @@
 
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 
 #include "Application.h"
+#include "Characters.h"
+#include "ConnectorFormat.h"
+#include "Shape.h"
+#include "Shapes.h"
+#include "TextFrame.h"
+#include "Worksheet.h"
 #include "OfficeProcess.h"
 #include "UiDriver.h"
 
@@ -44,5 +51,21 @@ class OfficeTest : public ::testing::Test {
  private:
   std::unique_ptr<driver::UiDriver> ui_;
 };
+
+// Each glued line of a sheet as the texts of the shapes it joins, from its
+// beginning to its end ("-" for an end glued to nothing).
+inline std::set<std::pair<std::string, std::string>> JoinedTexts(const office::Worksheet& sheet) {
+  auto text = [](const office::Shape& s) { return s.GetTextFrame().GetCharacters().Text(); };
+  std::set<std::pair<std::string, std::string>> out;
+  office::Shapes shapes = sheet.GetShapes();
+  for (int i = 1; i <= shapes.Count(); ++i) {
+    office::Shape line = shapes.Item(i);
+    if (!line.Connector()) continue;
+    auto begin = line.GetConnectorFormat().BeginConnectedShape();
+    auto end = line.GetConnectorFormat().EndConnectedShape();
+    out.emplace(begin ? text(*begin) : "-", end ? text(*end) : "-");
+  }
+  return out;
+}
 
 }  // namespace nivarel::testing

@@ -69,19 +69,6 @@ class WizardCommandTest : public testing::OfficeTest {
     return out;
   }
 
-  // Each glued line as the texts of the symbols it joins.
-  static std::set<std::pair<std::string, std::string>> Joins(const Worksheet& sheet) {
-    std::set<std::pair<std::string, std::string>> out;
-    office::Shapes shapes = sheet.GetShapes();
-    for (int i = 1; i <= shapes.Count(); ++i) {
-      Shape line = shapes.Item(i);
-      if (!line.Connector()) continue;
-      auto begin = line.GetConnectorFormat().BeginConnectedShape();
-      auto end = line.GetConnectorFormat().EndConnectedShape();
-      out.emplace(begin ? Text(*begin) : "-", end ? Text(*end) : "-");
-    }
-    return out;
-  }
 
   // The columns and rows where the five symbols of WriteTwoColumns stand;
   // each symbol's own height is checked first, as the rows below a symbol
@@ -130,7 +117,7 @@ TEST_F(WizardCommandTest, WithoutArgumentsItDrawsAsTheDialogsDefaultsDoOnANewShe
   ExpectPlaces(symbols, 3, 15, {3, 8, 15}, {3, 8});
   EXPECT_EQ(office::msoShapeFlowchartDecision, symbols.at("Is it in stock?").type);
   EXPECT_EQ(office::msoShapeFlowchartProcess, symbols.at("Ship it").type);
-  EXPECT_EQ(kJoins, Joins(drawn)) << "each cell joined to the one below it in its column";
+  EXPECT_EQ(kJoins, testing::JoinedTexts(drawn)) << "each cell joined to the one below it in its column";
 }
 
 TEST_F(WizardCommandTest, TheChoicesGivenAsArgumentsReachTheWizard) {
@@ -148,7 +135,7 @@ TEST_F(WizardCommandTest, TheChoicesGivenAsArgumentsReachTheWizard) {
   EXPECT_EQ(sheets, book_->SheetCount()) << "no sheet added";
   EXPECT_EQ("", sheet_->GetRange("B1").Text()) << "drawn over the sheet read";
   ExpectPlaces(Symbols(*sheet_), 3, 11, {3, 5, 10}, {3, 5});
-  EXPECT_EQ(kJoins, Joins(*sheet_));
+  EXPECT_EQ(kJoins, testing::JoinedTexts(*sheet_));
 }
 
 TEST_F(WizardCommandTest, ASheetWithoutTextOrNotThereIsRefusedWithTheReason) {

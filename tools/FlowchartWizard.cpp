@@ -35,13 +35,7 @@ constexpr size_t kLongText = 250;  // longer texts go into a shape in pieces
 // Reals go to the nearest integer, halves to the even neighbour (std::nearbyint
 // in the default rounding mode).
 
-int ToInt(const std::string& text, int fallback = 0) {
-  try {
-    return static_cast<int>(rules::ToInt32(rules::Trim(text)));
-  } catch (...) {
-    return fallback;
-  }
-}
+int ToInt(const std::string& text, int fallback = 0) { return rules::ToInt32Or(text, fallback); }
 
 // Screen updates and events off for a batch, and back on however it ends.
 class Quiet {
