@@ -1,6 +1,7 @@
 #include "PictureChoices.h"
 
 #include "AutoShapeTypes.h"
+#include "MGlobalVariables.h"
 
 namespace nivarel::dialogs {
 
@@ -17,6 +18,8 @@ std::vector<std::pair<std::string, std::string>> SymbolChoices(const output::ucS
 std::vector<std::pair<std::string, std::string>> StyleChoices(const output::ucImages& pictures) {
   std::vector<std::pair<std::string, std::string>> out;
   for (int style = 1; style <= output::ucImages::kLastStyle; ++style) {
+    // Below version 12 the themed styles 36 to 42 do not exist.
+    if (host::ExcelVersion < 12 && style >= 36 && style <= 42) continue;
     int index = style;
     out.emplace_back(std::to_string(style + kStyleValueOffset), pictures.StyleImage(index));
   }
