@@ -299,6 +299,7 @@ void FlowchartWizard::RunFlowchartWizard() {
       host::ExcelApp->SetCutCopyMode(false);
     }
     output_ = output;
+    topLeft_.clear();
     CreateWorksheetGrid();
     CreateFlowchart(output);
   } catch (...) {
@@ -370,6 +371,7 @@ void FlowchartWizard::CreateFlowchart(Worksheet& sheet) {
           wizard.SetShapeDimensions(shape, type, text, height, width, config_);
           if (previous) alignment.AlignShapes(sheet, *previous, shape, column, previousColumn, row, previousRow);
           outlines_.push_back(office::Shapes::Outline(shape));
+          TopLeftOf(shape);  // in place for good: known from now on
           if (type == kDecision)
             wizard.AddBranchLabels(sheet, shape, config_, rules::Trim(r.branchtop), rules::Trim(r.branchright),
                                    rules::Trim(r.branchbottom), rules::Trim(r.branchleft));
@@ -407,9 +409,16 @@ void FlowchartWizard::CreateFlowchart(Worksheet& sheet) {
   }
 }
 
+std::pair<int, int> FlowchartWizard::TopLeftOf(const Shape& shape) {
+  auto it = topLeft_.find(shape.Key());
+  if (it != topLeft_.end()) return it->second;
+  Range cell = shape.TopLeftCell();
+  return topLeft_[shape.Key()] = {cell.Column(), cell.Row()};
+}
+
 int FlowchartWizard::GetNextRow(const Shape& previous, int proposedRow) {
   try {
-    int base = previous.TopLeftCell().Row() +
+    int base = TopLeftOf(previous).second +
                static_cast<int>(std::nearbyint(previous.Height() / host::GlobalRowHeight));
     int r = base;
     bool decision = previous.AutoShapeType() == kDecision;
@@ -476,8 +485,9 @@ void FlowchartWizard::CreateFlowlinesForRow(Worksheet& sheet, Shape& from, int t
     alignment.UseOutlines(&outlines_);
     shapes::CFlowLineAdder lines;
     int16_t direction = alignment.GetFlowDirection(from, to);
-    Range fromCell = from.TopLeftCell(), toCell = to.TopLeftCell();
-    bool aligned = alignment.IsAligned(from, to, toCell.Column(), fromCell.Column(), toCell.Row(), fromCell.Row());
+    auto [fromColumn, fromRow] = TopLeftOf(from);
+    auto [toColumn, toRow] = TopLeftOf(to);
+    bool aligned = alignment.IsAligned(from, to, toColumn, fromColumn, toRow, fromRow);
     bool adjacent = alignment.IsAdjacent(sheet, from, to, direction);
     std::optional<Shape> line;
     if (aligned && adjacent) {

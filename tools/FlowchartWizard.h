@@ -10,6 +10,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -99,6 +100,9 @@ class FlowchartWizard {
   void CreateFlowlines(office::Worksheet& sheet);
   void CreateFlowlinesForRow(office::Worksheet& sheet, office::Shape& from, int targetRow);
   WizardRow* Row(int number);  // 1-based; null outside the table
+  // The (column, row) of a shape's top-left cell; a symbol's is read once,
+  // when it has its place for good (nothing moves it afterwards).
+  std::pair<int, int> TopLeftOf(const office::Shape& shape);
 
   office::Worksheet source_;
   std::optional<office::Worksheet> output_;
@@ -111,6 +115,7 @@ class FlowchartWizard {
   bool columnMapFilled_ = false;
   // While drawing: the output sheet's top-level shapes, kept up to date.
   std::vector<office::ShapeOutline> outlines_;
+  std::map<const void*, std::pair<int, int>> topLeft_;
 };
 
 }  // namespace nivarel::tools
