@@ -1,4 +1,5 @@
 #include "Draw.h"
+#include "OutputFiles.h"
 
 #include <algorithm>
 #include <cctype>
@@ -28,10 +29,6 @@ using namespace nivarel::office;
 using namespace nivarel::driver;
 
 namespace {
-
-std::string Extension(const std::string& path) {
-  return rules::LowerCase(fs::path(path).extension().string());
-}
 
 bool ReadSteps(const std::string& source, std::istream& in, std::vector<std::string>& steps) {
   std::ifstream file;
@@ -110,17 +107,7 @@ void AcceptPrompts(UiDriver& ui) {
 }  // namespace
 
 int Draw(const DrawOptions& options, std::istream& in, std::ostream& out, std::ostream& err) {
-  for (const std::string& output : options.outputs) {
-    std::string type = Extension(output);
-    if (type != ".ods" && type != ".xlsx") {
-      err << "nivarel: unknown output type '" << type << "' (use .ods or .xlsx)\n";
-      return 1;
-    }
-  }
-  if (!options.picture.empty() && Extension(options.picture) != ".png") {
-    err << "nivarel: the picture must be a .png file\n";
-    return 1;
-  }
+  if (!CheckOutputTypes(options.outputs, options.picture, err)) return 1;
   std::vector<std::string> steps;
   if (!ReadSteps(options.steps, in, steps)) {
     err << "nivarel: cannot read the steps from '" << options.steps << "'\n";

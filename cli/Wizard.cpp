@@ -1,4 +1,5 @@
 #include "Wizard.h"
+#include "OutputFiles.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -26,8 +27,6 @@ namespace {
 
 constexpr char kWizardCommand[] = "vnd.nivarel:rxNivarelRunFlowchartWizard";
 
-std::string TypeOf(const std::string& path) { return rules::LowerCase(fs::path(path).extension().string()); }
-
 // Why the input cannot be read, before an office is started for it; empty
 // when it can.
 std::string InputProblem(const std::string& path) {
@@ -35,7 +34,7 @@ std::string InputProblem(const std::string& path) {
   if (!fs::exists(path, ec)) return "no such file";
   if (fs::is_directory(path, ec)) return "it is a folder";
   if (!std::ifstream(path, std::ios::binary)) return std::strerror(errno);
-  std::string type = TypeOf(path);
+  std::string type = FileType(path);
   if (type != ".ods" && type != ".xlsx" && type != ".csv") return "not a .ods, .xlsx or .csv file";
   return {};
 }
@@ -55,17 +54,7 @@ std::string Fixed(double value) {
 }  // namespace
 
 int Wizard(const WizardOptions& options, std::ostream& out, std::ostream& err) {
-  for (const std::string& output : options.outputs) {
-    std::string type = TypeOf(output);
-    if (type != ".ods" && type != ".xlsx") {
-      err << "nivarel: unknown output type '" << type << "' (use .ods or .xlsx)\n";
-      return 1;
-    }
-  }
-  if (!options.picture.empty() && TypeOf(options.picture) != ".png") {
-    err << "nivarel: the picture must be a .png file\n";
-    return 1;
-  }
+  if (!CheckOutputTypes(options.outputs, options.picture, err)) return 1;
   std::string problem = InputProblem(options.input);
   if (!problem.empty()) {
     err << "nivarel: cannot read '" << options.input << "': " << problem << "\n";

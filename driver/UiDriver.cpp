@@ -502,9 +502,11 @@ void UiDriver::ClickInDialog(const std::string& caption) {
 
 namespace {
 
-// The pictures showing under parent, with their places in their parent.
-void CollectPictures(const Reference<css::accessibility::XAccessibleContext>& parent,
-                     std::vector<awt::Rectangle>& found) {
+using AccessibleContext = Reference<css::accessibility::XAccessibleContext>;
+
+// Walks the accessible objects showing under parent, depth first; take
+// answers true for one it takes, whose own children are then not walked.
+void WalkShowing(const AccessibleContext& parent, const std::function<bool(const AccessibleContext&)>& take) {
   sal_Int32 count = parent->getAccessibleChildCount();
   for (sal_Int32 i = 0; i < count; ++i) {
     auto child = parent->getAccessibleChild(i);
@@ -512,12 +514,18 @@ void CollectPictures(const Reference<css::accessibility::XAccessibleContext>& pa
     if (!context.is()) continue;
     auto states = context->getAccessibleStateSet();
     if (!states.is() || !states->contains(css::accessibility::AccessibleStateType::SHOWING)) continue;
-    Reference<css::accessibility::XAccessibleComponent> component(context, uno::UNO_QUERY);
-    if (context->getAccessibleRole() == css::accessibility::AccessibleRole::ICON && component.is())
-      found.push_back(component->getBounds());
-    else
-      CollectPictures(context, found);
+    if (!take(context)) WalkShowing(context, take);
   }
+}
+
+// The pictures showing under parent, with their places in their parent.
+void CollectPictures(const AccessibleContext& parent, std::vector<awt::Rectangle>& found) {
+  WalkShowing(parent, [&](const AccessibleContext& context) {
+    Reference<css::accessibility::XAccessibleComponent> component(context, uno::UNO_QUERY);
+    if (context->getAccessibleRole() != css::accessibility::AccessibleRole::ICON || !component.is()) return false;
+    found.push_back(component->getBounds());
+    return true;
+  });
 }
 
 }  // namespace
@@ -525,22 +533,17 @@ void CollectPictures(const Reference<css::accessibility::XAccessibleContext>& pa
 namespace {
 
 // The first entry of a list under parent that reads text and shows.
-Reference<css::accessibility::XAccessibleComponent> FindItem(
-    const Reference<css::accessibility::XAccessibleContext>& parent, const OUString& text) {
-  namespace state = css::accessibility::AccessibleStateType;
-  sal_Int32 count = parent->getAccessibleChildCount();
-  for (sal_Int32 i = 0; i < count; ++i) {
-    auto child = parent->getAccessibleChild(i);
-    auto context = child.is() ? child->getAccessibleContext() : nullptr;
-    if (!context.is()) continue;
-    auto states = context->getAccessibleStateSet();
-    if (!states.is() || !states->contains(state::SHOWING)) continue;
-    if (context->getAccessibleRole() == css::accessibility::AccessibleRole::LIST_ITEM &&
-        context->getAccessibleName() == text)
-      return Reference<css::accessibility::XAccessibleComponent>(context, uno::UNO_QUERY);
-    if (auto found = FindItem(context, text); found.is()) return found;
-  }
-  return nullptr;
+Reference<css::accessibility::XAccessibleComponent> FindItem(const AccessibleContext& parent, const OUString& text) {
+  Reference<css::accessibility::XAccessibleComponent> found;
+  WalkShowing(parent, [&](const AccessibleContext& context) {
+    if (found.is()) return true;
+    if (context->getAccessibleRole() != css::accessibility::AccessibleRole::LIST_ITEM ||
+        context->getAccessibleName() != text)
+      return false;
+    found.set(context, uno::UNO_QUERY);
+    return true;
+  });
+  return found;
 }
 
 }  // namespace
@@ -578,24 +581,16 @@ void UiDriver::ClickItem(const std::string& text) {
 namespace {
 
 // The scroll bars showing under parent, with their places on the screen.
-void CollectScrollBars(const Reference<css::accessibility::XAccessibleContext>& parent,
-                       std::vector<awt::Rectangle>& found) {
-  sal_Int32 count = parent->getAccessibleChildCount();
-  for (sal_Int32 i = 0; i < count; ++i) {
-    auto child = parent->getAccessibleChild(i);
-    auto context = child.is() ? child->getAccessibleContext() : nullptr;
-    if (!context.is()) continue;
-    auto states = context->getAccessibleStateSet();
-    if (!states.is() || !states->contains(css::accessibility::AccessibleStateType::SHOWING)) continue;
+void CollectScrollBars(const AccessibleContext& parent, std::vector<awt::Rectangle>& found) {
+  WalkShowing(parent, [&](const AccessibleContext& context) {
     Reference<css::accessibility::XAccessibleComponent> component(context, uno::UNO_QUERY);
-    if (context->getAccessibleRole() == css::accessibility::AccessibleRole::SCROLL_BAR && component.is()) {
-      awt::Point at = component->getLocationOnScreen();
-      awt::Size size = component->getSize();
-      found.push_back({at.X, at.Y, size.Width, size.Height});
-    } else {
-      CollectScrollBars(context, found);
-    }
-  }
+    if (context->getAccessibleRole() != css::accessibility::AccessibleRole::SCROLL_BAR || !component.is())
+      return false;
+    awt::Point at = component->getLocationOnScreen();
+    awt::Size size = component->getSize();
+    found.push_back({at.X, at.Y, size.Width, size.Height});
+    return true;
+  });
 }
 
 }  // namespace

@@ -7,6 +7,8 @@
 #include <stdlib.h>
 
 #include <chrono>
+#include <filesystem>
+#include <memory>
 #include <functional>
 #include <future>
 #include <string>
@@ -14,6 +16,7 @@
 #include <vector>
 
 #include "Application.h"
+#include "CConfig.h"
 #include "ConnectorFormat.h"
 #include "MErrorHandler.h"
 #include "MGlobalVariables.h"
@@ -46,6 +49,21 @@ class SettingsFolder {
  private:
   std::string saved_, install_;
 };
+
+// A settings folder of the test's own, emptied first so that the shipped
+// settings and symbol rules fill it.
+inline std::unique_ptr<SettingsFolder> ShippedSettings(const std::string& name) {
+  std::string folder = ConfigHome() + "/" + name;
+  std::filesystem::remove_all(folder);
+  return std::make_unique<SettingsFolder>(folder);
+}
+
+// The settings as they are saved now.
+inline rules::CConfig SavedSettings() {
+  rules::CConfig config;
+  config.LoadConfigData();
+  return config;
+}
 
 class AddinFixture : public OfficeTest {
  protected:

@@ -39,9 +39,7 @@ class FlowchartWizardDialogTest : public testing::AddinFixture {
  protected:
   void SetUp() override {
     AddinFixture::SetUp();
-    std::string folder = testing::ConfigHome() + "/flowchart-wizard";
-    std::filesystem::remove_all(folder);  // each test starts from the shipped settings
-    folder_ = std::make_unique<testing::SettingsFolder>(folder);
+    folder_ = testing::ShippedSettings("flowchart-wizard");
     host::SetInstallFolder(NIVAREL_OXT_STAGE);  // the extension as packed, its pictures too
     host::ClearLogFile();
   }
@@ -50,11 +48,6 @@ class FlowchartWizardDialogTest : public testing::AddinFixture {
     AddinFixture::TearDown();
   }
 
-  static rules::CConfig Saved() {
-    rules::CConfig c;
-    c.LoadConfigData();
-    return c;
-  }
 
   void Open(const std::function<void()>& steps) { Drive([&] { handler_.ShowFlowchartWizard(); }, kTitle, steps); }
 
@@ -270,7 +263,7 @@ TEST_F(FlowchartWizardDialogTest, BranchLabelsAreEditedOnDecisionRowsOnlyAndTheL
 TEST_F(FlowchartWizardDialogTest, AStyleForAllSymbolsIsKeptForLaterRunsAndOneForTheCurrentSymbolIsNot) {
   sheet_->GetRange("B2").SetValue("Receive order");
   sheet_->GetRange("B3").SetValue("Pack it");
-  int16_t shipped = Saved().StyleId;
+  int16_t shipped = testing::SavedSettings().StyleId;
   ASSERT_NE(1, shipped);
   auto pick = [&](int column, int row, const std::string& appliesTo) {
     Ui().ClickInDialog("Change Style...");
@@ -286,10 +279,10 @@ TEST_F(FlowchartWizardDialogTest, AStyleForAllSymbolsIsKeptForLaterRunsAndOneFor
     pick(0, 0, "Apply to all symbols");  // style 1
     // Saved by the wizard once the picker has handed it back: the focus may
     // come back to the wizard a moment before.
-    for (int i = 0; i < 100 && Saved().StyleId != 1; ++i) std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    EXPECT_EQ(1, Saved().StyleId) << "saved as the picker closes";
+    for (int i = 0; i < 100 && testing::SavedSettings().StyleId != 1; ++i) std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    EXPECT_EQ(1, testing::SavedSettings().StyleId) << "saved as the picker closes";
     pick(1, 1, "Apply to current symbol");  // style 9, for the first row
-    EXPECT_EQ(1, Saved().StyleId);
+    EXPECT_EQ(1, testing::SavedSettings().StyleId);
     Ui().ClickInDialog("Finish");
   });
   office::Worksheet output = Output();
@@ -298,7 +291,7 @@ TEST_F(FlowchartWizardDialogTest, AStyleForAllSymbolsIsKeptForLaterRunsAndOneFor
   EXPECT_EQ(kStyle9Fill, first->Fill().ForeColor().RGB());
   EXPECT_EQ(kStyle1Fill, second->Fill().ForeColor().RGB());
   EXPECT_EQ(kStyle1Line, second->Line().ForeColor().RGB());
-  EXPECT_EQ(1, Saved().StyleId);
+  EXPECT_EQ(1, testing::SavedSettings().StyleId);
 }
 
 TEST_F(FlowchartWizardDialogTest, CancelLeavesTheSheetAsItWas) {

@@ -34,9 +34,7 @@ class FlowchartWizardTest : public testing::AddinFixture {
  protected:
   void SetUp() override {
     AddinFixture::SetUp();
-    std::string folder = testing::ConfigHome() + "/flowchart-wizard";
-    std::filesystem::remove_all(folder);  // the shipped settings and symbol rules
-    folder_ = std::make_unique<testing::SettingsFolder>(folder);
+    folder_ = testing::ShippedSettings("flowchart-wizard");
   }
   void TearDown() override {
     folder_.reset();

@@ -42,9 +42,7 @@ class StyleWizardTest : public testing::AddinFixture {
  protected:
   void SetUp() override {
     AddinFixture::SetUp();
-    std::string folder = testing::ConfigHome() + "/style-wizard";
-    std::filesystem::remove_all(folder);  // each test starts from the shipped settings
-    folder_ = std::make_unique<testing::SettingsFolder>(folder);
+    folder_ = testing::ShippedSettings("style-wizard");
     host::SetInstallFolder(NIVAREL_OXT_STAGE);  // the extension as packed, its pictures too
     host::ClearLogFile();
   }
@@ -53,11 +51,6 @@ class StyleWizardTest : public testing::AddinFixture {
     AddinFixture::TearDown();
   }
 
-  static rules::CConfig Saved() {
-    rules::CConfig c;
-    c.LoadConfigData();
-    return c;
-  }
 
   // A symbol of a style with a text, the next one to the right of the last.
   Shape AddSymbol(const std::string& text, int style, int type = office::msoShapeFlowchartProcess) {
@@ -118,7 +111,7 @@ class StyleWizardTest : public testing::AddinFixture {
 
 TEST_F(StyleWizardTest, TheCurrentSymbolAloneTakesAStyleAndTheSettingsStayAsTheyWere) {
   ThreeSteps();
-  int16_t styleBefore = Saved().StyleId;
+  int16_t styleBefore = testing::SavedSettings().StyleId;
   Drive([&] { handler_.ShowStyleWizard(); }, "Style Wizard", [&] {
     EXPECT_EQ((std::vector<std::string>{"Receive order", "Check stock", "Ship"}), Listed())
         << "one entry per symbol, none for the lines";
@@ -130,7 +123,7 @@ TEST_F(StyleWizardTest, TheCurrentSymbolAloneTakesAStyleAndTheSettingsStayAsThey
   EXPECT_EQ(kStyle9Line, kept_[0].Line().ForeColor().RGB());
   EXPECT_EQ(kStyle44Fill, Fill(1));
   EXPECT_EQ(kStyle50Fill, Fill(2));
-  EXPECT_EQ(styleBefore, Saved().StyleId);
+  EXPECT_EQ(styleBefore, testing::SavedSettings().StyleId);
 
   // The run is one step back.
   office::UndoList undo(sheet_->Parent());
@@ -155,14 +148,14 @@ TEST_F(StyleWizardTest, AllSymbolsOrThoseOfTheFormerStyleTakeTheStyleAndTheSetti
   EXPECT_EQ(kStyle51Fill, Fill(0));
   EXPECT_EQ(kStyle51Fill, Fill(1));
   EXPECT_EQ(kStyle50Fill, Fill(2)) << "the last symbol had another style";
-  EXPECT_EQ(51, Saved().StyleId);
+  EXPECT_EQ(51, testing::SavedSettings().StyleId);
 
   Drive([&] { handler_.ShowStyleWizard(); }, "Style Wizard", [&] {
     PickStyle(false, 1, 1, "Apply to all symbols");  // style 9
     Ui().ClickInDialog("OK");
   });
   for (int i = 0; i < 3; ++i) EXPECT_EQ(kStyle9Fill, Fill(i)) << i;
-  EXPECT_EQ(9, Saved().StyleId);
+  EXPECT_EQ(9, testing::SavedSettings().StyleId);
 }
 
 TEST_F(StyleWizardTest, LinesAloneListNothingButAreFormattedAndGroupsAreLeftOutWithAWord) {
@@ -269,7 +262,7 @@ TEST_F(StyleWizardTest, AChosenFontReachesTheSettingsAndACancelledOneDoesNot) {
     ASSERT_TRUE(WaitForTitle("Style Wizard"));
     Ui().ClickInDialog("Cancel");  // what the pickers chose stays all the same
   });
-  rules::CConfig saved = Saved();
+  rules::CConfig saved = testing::SavedSettings();
   EXPECT_EQ("Liberation Mono", saved.FontName);
   EXPECT_FLOAT_EQ(14, saved.FontSize);
   EXPECT_TRUE(saved.FontBold);
@@ -285,7 +278,7 @@ TEST_F(StyleWizardTest, AChosenFontReachesTheSettingsAndACancelledOneDoesNot) {
     ASSERT_TRUE(WaitForTitle("Style Wizard"));
     Ui().ClickInDialog("OK");
   });
-  saved = Saved();
+  saved = testing::SavedSettings();
   EXPECT_EQ("Liberation Mono", saved.FontName);
   EXPECT_TRUE(saved.FontBold);
   // OK set the chosen font on the symbols.
