@@ -46,4 +46,37 @@ long GetNonTemplateShapeCount(const Worksheet& ws, long limit) {
   return count;
 }
 
+std::vector<Shape> UngroupShapes(Shapes& shapes, const std::string& source, const std::string& procedure,
+                                 const std::function<bool(const Shape&)>& opens) {
+  std::vector<Shape> firstMembers;
+  try {
+    // Opening a group changes the collection being walked: each group opened
+    // ends the walk and a new one begins, so nested groups open too.
+    for (bool found = true; found;) {
+      found = false;
+      int count = shapes.Count();
+      for (int i = 1; i <= count && !found; ++i) {
+        Shape shape = shapes.Item(i);
+        if (shape.Type() != msoGroup || (opens && !opens(shape))) continue;
+        std::vector<Shape> members = shape.Ungroup();
+        if (!members.empty()) firstMembers.push_back(members.front());
+        found = true;
+      }
+    }
+  } catch (...) {
+    ErrorHandler(source, procedure, false);
+  }
+  return firstMembers;
+}
+
+void RegroupShapes(std::vector<Shape>& firstMembers, const std::string& source, const std::string& procedure) {
+  for (auto member = firstMembers.rbegin(); member != firstMembers.rend(); ++member) {
+    try {
+      member->Regroup();
+    } catch (...) {
+      ErrorHandler(source, procedure, false);
+    }
+  }
+}
+
 }  // namespace nivarel::host

@@ -5,6 +5,7 @@
 #include "CShapeFormatter.h"
 #include "MErrorHandler.h"
 #include "MGlobalVariables.h"
+#include "MShapeRanges.h"
 #include "MsoConstants.h"
 #include "Text.h"
 
@@ -32,7 +33,7 @@ void CStyleWizard::ApplyDefaultStyles() {
     auto sheet = host::ExcelApp->ActiveSheet();
     if (!sheet) return;
     Shapes shapes = sheet->GetShapes();
-    std::vector<Shape> firstMembers = UngroupShapes(shapes);
+    std::vector<Shape> firstMembers = host::UngroupShapes(shapes, kSource, "UngroupShapes", IsUserGroup);
     try {
       rules::CConfig config;
       config.LoadConfigData();
@@ -43,32 +44,10 @@ void CStyleWizard::ApplyDefaultStyles() {
     } catch (...) {
       host::ErrorHandler(kSource, "ApplyDefaultStyles", false);
     }
-    RegroupShapes(firstMembers);
+    host::RegroupShapes(firstMembers, kSource, "RegroupShapes");
   } catch (...) {
     host::ErrorHandler(kSource, "ApplyDefaultStyles", false);
   }
-}
-
-std::vector<Shape> CStyleWizard::UngroupShapes(Shapes& shapes) {
-  std::vector<Shape> firstMembers;
-  try {
-    // Opening a group changes the collection being walked: each group opened
-    // ends the walk and a new one begins, so nested groups open too.
-    for (bool found = true; found;) {
-      found = false;
-      int count = shapes.Count();
-      for (int i = 1; i <= count && !found; ++i) {
-        Shape shape = shapes.Item(i);
-        if (shape.Type() != msoGroup || !IsUserGroup(shape)) continue;
-        std::vector<Shape> members = shape.Ungroup();
-        if (!members.empty()) firstMembers.push_back(members.front());
-        found = true;
-      }
-    }
-  } catch (...) {
-    host::ErrorHandler(kSource, "UngroupShapes", false);
-  }
-  return firstMembers;
 }
 
 void CStyleWizard::FormatShapes(Shapes& shapes, const rules::CConfig& config, const rules::CSymbolData& symbols) {
@@ -99,16 +78,6 @@ void CStyleWizard::FormatShapes(Shapes& shapes, const rules::CConfig& config, co
       }
     } catch (...) {
       host::ErrorHandler(kSource, "FormatShapes", false);
-    }
-  }
-}
-
-void CStyleWizard::RegroupShapes(std::vector<Shape>& firstMembers) {
-  for (auto member = firstMembers.rbegin(); member != firstMembers.rend(); ++member) {
-    try {
-      member->Regroup();
-    } catch (...) {
-      host::ErrorHandler(kSource, "RegroupShapes", false);
     }
   }
 }

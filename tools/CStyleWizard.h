@@ -20,13 +20,7 @@ class CStyleWizard {
   void ApplyDefaultStyles();
 
  private:
-  // Opens every group that isn't the key's or a template's, nested ones too;
-  // answers each one's first member, in the order opened. Members are held
-  // by handle, not by name: shapes drawn by hand in the office have none.
-  std::vector<office::Shape> UngroupShapes(office::Shapes& shapes);
   void FormatShapes(office::Shapes& shapes, const rules::CConfig& config, const rules::CSymbolData& symbols);
-  // Closes the groups again, the one opened last first.
-  void RegroupShapes(std::vector<office::Shape>& firstMembers);
 };
 
 }  // namespace nivarel::tools
