@@ -162,17 +162,42 @@ struct AddedShapes::State {
   std::shared_ptr<SheetRef> sheet;
   ShapeIndex::Mark mark;
   sal_Int32 count = 0;
+  bool inner = false;  // within another's lifetime on the same sheet
 };
+
+namespace {
+
+// The records open now, on the office's thread. A tool that runs within a
+// run's step (a reserved word typed into a cell) adds its shapes to the
+// step's record: recorded twice, they would be taken away twice.
+std::vector<const AddedShapes::State*>& OpenRecords() {
+  static std::vector<const AddedShapes::State*> open;
+  return open;
+}
+
+}  // namespace
 
 AddedShapes::AddedShapes(const Worksheet& sheet) : state_(std::make_unique<State>()) {
   state_->sheet = sheet.Ref();
   Call("AddedShapes", [&] {
+    for (const State* other : OpenRecords())
+      if (other->sheet->Page() == state_->sheet->Page()) state_->inner = true;
+    if (state_->inner) return;
+    OpenRecords().push_back(state_.get());
     state_->mark = ShapeIndex::Of(*state_->sheet).Now();
     state_->count = state_->sheet->Page()->getCount();
   });
 }
 
 AddedShapes::~AddedShapes() {
+  if (state_->inner) return;
+  try {
+    Call("AddedShapes", [&] {
+      auto& open = OpenRecords();
+      open.erase(std::remove(open.begin(), open.end(), state_.get()), open.end());
+    });
+  } catch (...) {
+  }
   try {
     Call("AddedShapes", [&] {
       // The shape index's journal knows what the layer added; should the

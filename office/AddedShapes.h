@@ -5,7 +5,9 @@
 // the shapes added meanwhile off the sheet on Ctrl+Z (keeping a full
 // description of each: kind, properties, text, glue points, the ends of
 // lines, groups, stacking order) and puts them back as they were on Ctrl+Y.
-// The drawing work itself must run unrecorded (UndoList::Pause).
+// The drawing work itself must run unrecorded (UndoList::Pause). Made while
+// another lives for the same sheet, it does nothing: the outer one records
+// the shapes of both.
 #pragma once
 
 #include <memory>
@@ -22,8 +24,9 @@ class AddedShapes {
   AddedShapes(const AddedShapes&) = delete;
   AddedShapes& operator=(const AddedShapes&) = delete;
 
+ struct State;
+
  private:
-  struct State;
   std::unique_ptr<State> state_;
 };
 
