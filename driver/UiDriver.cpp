@@ -16,6 +16,7 @@
 #include <com/sun/star/accessibility/XAccessibleComponent.hpp>
 #include <com/sun/star/accessibility/XAccessibleContext.hpp>
 #include <com/sun/star/accessibility/XAccessibleStateSet.hpp>
+#include <com/sun/star/accessibility/XAccessibleTable.hpp>
 #include <com/sun/star/accessibility/XAccessibleText.hpp>
 #include <com/sun/star/awt/Key.hpp>
 #include <com/sun/star/lang/DisposedException.hpp>
@@ -35,6 +36,9 @@
 #include <com/sun/star/awt/XVclWindowPeer.hpp>
 #include <com/sun/star/awt/XWindow2.hpp>
 #include <com/sun/star/frame/XController.hpp>
+#include <com/sun/star/frame/XDesktop.hpp>
+#include <com/sun/star/frame/XFrame.hpp>
+#include <com/sun/star/frame/XModel.hpp>
 #include <com/sun/star/sheet/XSpreadsheetView.hpp>
 
 #include "Uno.h"
@@ -474,6 +478,26 @@ void UiDriver::PressDialogKey(const std::string& key) {
   });
 }
 
+namespace {
+
+using AccessibleContext = Reference<css::accessibility::XAccessibleContext>;
+
+// Walks the accessible objects showing under parent, depth first; take
+// answers true for one it takes, whose own children are then not walked.
+void WalkShowing(const AccessibleContext& parent, const std::function<bool(const AccessibleContext&)>& take) {
+  sal_Int32 count = parent->getAccessibleChildCount();
+  for (sal_Int32 i = 0; i < count; ++i) {
+    auto child = parent->getAccessibleChild(i);
+    auto context = child.is() ? child->getAccessibleContext() : nullptr;
+    if (!context.is()) continue;
+    auto states = context->getAccessibleStateSet();
+    if (!states.is() || !states->contains(css::accessibility::AccessibleStateType::SHOWING)) continue;
+    if (!take(context)) WalkShowing(context, take);
+  }
+}
+
+}  // namespace
+
 void UiDriver::ClickInDialog(const std::string& caption) {
   CallHere("UiDriver.ClickInDialog", [&] {
     auto dialog = ActiveTop(state_->session);
@@ -496,27 +520,30 @@ void UiDriver::ClickInDialog(const std::string& caption) {
               size.Height / 2);
       return;
     }
-    throw HostError(HostError::kNotFound, "The dialog has no control '" + caption + "'");
+    // The office's own dialogs keep their controls out of the toolkit's
+    // list: find the control in the accessibility tree and click its middle
+    // through the dialog, which hands the press to the control under it.
+    Reference<css::accessibility::XAccessible> top(dialog, uno::UNO_QUERY_THROW);
+    auto context = top->getAccessibleContext();
+    Reference<css::accessibility::XAccessibleComponent> found;
+    WalkShowing(context, [&](const AccessibleContext& control) {
+      namespace role = css::accessibility::AccessibleRole;
+      if (found.is()) return true;
+      sal_Int16 r = control->getAccessibleRole();
+      if (r != role::PUSH_BUTTON && r != role::TOGGLE_BUTTON && r != role::CHECK_BOX && r != role::RADIO_BUTTON)
+        return false;
+      if (ToUtf8(control->getAccessibleName().replaceAll("~", "")) == caption) found.set(control, uno::UNO_QUERY);
+      return found.is();
+    });
+    if (!found.is()) throw HostError(HostError::kNotFound, "The dialog has no control '" + caption + "'");
+    Reference<css::accessibility::XAccessibleComponent> frame(context, uno::UNO_QUERY_THROW);
+    awt::Point origin = frame->getLocationOnScreen(), at = found->getLocationOnScreen();
+    awt::Size size = found->getSize();
+    ClickAt(Robot(state_->session), dialog, at.X - origin.X + size.Width / 2, at.Y - origin.Y + size.Height / 2);
   });
 }
 
 namespace {
-
-using AccessibleContext = Reference<css::accessibility::XAccessibleContext>;
-
-// Walks the accessible objects showing under parent, depth first; take
-// answers true for one it takes, whose own children are then not walked.
-void WalkShowing(const AccessibleContext& parent, const std::function<bool(const AccessibleContext&)>& take) {
-  sal_Int32 count = parent->getAccessibleChildCount();
-  for (sal_Int32 i = 0; i < count; ++i) {
-    auto child = parent->getAccessibleChild(i);
-    auto context = child.is() ? child->getAccessibleContext() : nullptr;
-    if (!context.is()) continue;
-    auto states = context->getAccessibleStateSet();
-    if (!states.is() || !states->contains(css::accessibility::AccessibleStateType::SHOWING)) continue;
-    if (!take(context)) WalkShowing(context, take);
-  }
-}
 
 // The pictures showing under parent, with their places in their parent.
 void CollectPictures(const AccessibleContext& parent, std::vector<awt::Rectangle>& found) {
@@ -647,6 +674,68 @@ void UiDriver::ClickPicture(int index, double x, double y) {
       return;
     }
     throw HostError(HostError::kNotFound, "The picture " + std::to_string(index) + " has no window of its own");
+  });
+}
+
+namespace {
+
+// The 0-based column and row of an A1 address ("E7" is 4, 6).
+bool ParseCell(const std::string& address, sal_Int32& column, sal_Int32& row) {
+  size_t i = 0;
+  column = 0;
+  while (i < address.size() && std::isalpha(static_cast<unsigned char>(address[i])))
+    column = column * 26 + (std::toupper(static_cast<unsigned char>(address[i++])) - 'A' + 1);
+  if (i == 0 || i == address.size()) return false;
+  row = 0;
+  for (; i < address.size(); ++i) {
+    if (!std::isdigit(static_cast<unsigned char>(address[i]))) return false;
+    row = row * 10 + (address[i] - '0');
+  }
+  --column;
+  --row;
+  return column >= 0 && row >= 0;
+}
+
+// The sheet's cell table under a window's accessible object: its cells can
+// say where they stand on the screen.
+Reference<css::accessibility::XAccessibleTable> FindCellTable(const AccessibleContext& parent) {
+  namespace role = css::accessibility::AccessibleRole;
+  sal_Int32 count = parent->getAccessibleChildCount();
+  for (sal_Int32 i = 0; i < count && i < 200; ++i) {
+    auto child = parent->getAccessibleChild(i);
+    auto context = child.is() ? child->getAccessibleContext() : nullptr;
+    if (!context.is()) continue;
+    if (context->getAccessibleRole() == role::TABLE) {
+      Reference<css::accessibility::XAccessibleTable> table(context, uno::UNO_QUERY);
+      if (table.is()) return table;
+      continue;
+    }
+    if (auto found = FindCellTable(context); found.is()) return found;
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+void UiDriver::ClickCell(const std::string& address) {
+  CallHere("UiDriver.ClickCell", [&] {
+    sal_Int32 column = 0, row = 0;
+    if (!ParseCell(address, column, row)) throw HostError(HostError::kInvalidArgument, "Not a cell: " + address);
+    Reference<css::frame::XModel> model(state_->session->desktop->getCurrentComponent(), uno::UNO_QUERY);
+    if (!model.is()) throw HostError(HostError::kOfficeFailure, "No document is in front");
+    auto window = model->getCurrentController()->getFrame()->getComponentWindow();
+    Reference<css::accessibility::XAccessible> accessible(window, uno::UNO_QUERY_THROW);
+    auto context = accessible->getAccessibleContext();
+    auto table = FindCellTable(context);
+    if (!table.is()) throw HostError(HostError::kNotFound, "The document shows no cell grid");
+    auto cell = table->getAccessibleCellAt(row, column);
+    Reference<css::accessibility::XAccessibleComponent> at(cell->getAccessibleContext(), uno::UNO_QUERY_THROW);
+    Reference<css::accessibility::XAccessibleComponent> frame(context, uno::UNO_QUERY_THROW);
+    awt::Point origin = frame->getLocationOnScreen(), corner = at->getLocationOnScreen();
+    awt::Size size = at->getSize();
+    // The robot hands the press to whichever of the frame's windows lies under the point.
+    ClickAt(Robot(state_->session), window, corner.X - origin.X + size.Width / 2,
+            corner.Y - origin.Y + size.Height / 2);
   });
 }
 

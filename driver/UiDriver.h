@@ -17,6 +17,10 @@ class UiDriver {
 
   // Selects a cell or range by A1 address on the active sheet's grid.
   void SelectCell(const std::string& address);
+  // Clicks a cell of the grid of the spreadsheet in front with the mouse, as
+  // a person points at a cell (while the office's range picker is open, the
+  // cell goes into the picker).
+  void ClickCell(const std::string& address);
   // Types text into the focused window (a cell enters edit mode).
   void Type(const std::string& text);
   // Presses a key by its name: "RETURN", "ESC", "TAB", "DOWN", "CTRL+Z"...
