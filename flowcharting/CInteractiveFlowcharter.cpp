@@ -128,13 +128,17 @@ void CInteractiveFlowcharter::FitTerminator(office::Shape& shape, int16_t width)
     } catch (...) {
     }
   }
-  int16_t minRows = m_Symbols.GetMinHeight(kTerminator);
-  int16_t rows = shapes::CShapeDimensions().GetWrappedTextRowCount(m_Text, shape, width);
-  if (rows < minRows) rows = minRows;
-  shape.SetLeft(left);
-  shape.SetTop(top);
-  shape.SetWidth(width * host::GlobalRowHeight);
-  shape.SetHeight(rows * host::GlobalRowHeight);
+  // The rows the text wraps to at the symbol's width, and the shape set to
+  // them; the office stops fitting the shape to its text first, or the size
+  // would not hold, and the text wraps inside the shape again.
+  shapes::CShapeDimensions().SetTerminatorDimensions(shape, width, m_Symbols.GetMinHeight(kTerminator), left, top,
+                                                     m_Text);
+  if (host::ExcelVersion >= 12) {
+    try {
+      shape.GetTextFrame2().SetWordWrap(office::msoTrue);
+    } catch (...) {
+    }
+  }
 }
 
 bool CInteractiveFlowcharter::StartFlowcharting(const rules::CConfig& config) {

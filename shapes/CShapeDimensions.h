@@ -30,14 +30,17 @@ class CShapeDimensions {
   // The rows that text needs at a width of width grid units. Leaves the
   // shape at the sheet's top left corner: callers put it back.
   int16_t GetWrappedTextRowCount(const std::string& text, office::Shape& shape, int32_t width);
+  // width grid units wide and as many rows high as text wraps to, at least
+  // minRows, with its top left corner at left, top; the office no longer
+  // fits the shape to its text.
+  void SetTerminatorDimensions(office::Shape& shape, int32_t width, int16_t minRows, double left, double top,
+                               const std::string& text);
 
  private:
   friend class CShapeWizard;
   void SetConnectorDimensions(office::Shape& shape, const rules::CConfig& config, int16_t type, int32_t width,
                               int16_t minRows, int32_t centreWidth, double left, double top,
                               const std::string& text);
-  void SetTerminatorDimensions(office::Shape& shape, int32_t width, int16_t minRows, double left, double top,
-                               const std::string& text);
   void SetNormalShapeDimensions(office::Shape& shape, int32_t width, int16_t minRows, double left, double top,
                                 const std::string& text);
   std::string ProcessParagraph(const std::string& paragraph, office::Shape& shape, double limit);
