@@ -379,6 +379,7 @@ void CollectControls(const Reference<css::accessibility::XAccessibleContext>& pa
     auto states = context->getAccessibleStateSet();
     if (states.is()) {
       control.checked = states->contains(state::CHECKED);
+      control.selected = states->contains(state::SELECTED);
       control.enabled = states->contains(state::ENABLED);
       control.focused = states->contains(state::FOCUSED);
     }

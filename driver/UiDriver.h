@@ -53,6 +53,7 @@ class UiDriver {
     std::string kind;  // "text", "edit", "button", "check", "radio", "list" (a drop-down), "item" (an entry of a list) or "other"
     std::string text;  // caption, an edit's content, or a list's chosen entry
     bool checked = false;
+    bool selected = false;  // an entry of a list that is selected
     bool enabled = true;
     bool focused = false;
   };

@@ -116,6 +116,19 @@ class Painter {
     return line;
   }
 
+  // An arrowed flow line of the first style across the frame, pointing way
+  // (0 up, 1 right, 2 down, 3 left).
+  Shape Arrow(double left, double top, double width, double height, int way) {
+    double midX = left + width / 2, midY = top + height / 2;
+    double x1 = midX, y1 = top + height, x2 = midX, y2 = top;  // up
+    if (way == 1) x1 = left, y1 = midY, x2 = left + width, y2 = midY;
+    if (way == 2) std::swap(y1, y2);
+    if (way == 3) x1 = left + width, y1 = midY, x2 = left, y2 = midY;
+    Shape line = Add(shapes_.AddLine(x1, y1, x2, y2));
+    flowLines_.SetNewSolidFlowLineFormat(line, 1);
+    return line;
+  }
+
   // A plain line of a line style across the frame, no arrowhead.
   Shape PlainLine(double left, double top, double width, double height, int16_t style) {
     Shape line = Add(shapes_.AddLine(left, top + height / 2, left + width, top + height / 2));
@@ -246,6 +259,8 @@ int DrawStorePictures(Application& app, const std::string& folder, const std::st
           ucImages::PlainLineFileName, [&](int style, double l, double t, double w, double h) {
             return p.PlainLine(l, t, w, h, static_cast<int16_t>(style));
           });
+  p.Store(folder, 0, 3, ucImages::kArrowSize, ucImages::kArrowSize, "arrow ", ucImages::ArrowFileName,
+          [&](int way, double l, double t, double w, double h) { return p.Arrow(l, t, w, h, way); });
   // The pickers' panels, seven to a row, made of the pictures just written.
   auto files = [&](int first, int last, const std::function<std::string(int, bool)>& name) {
     std::vector<std::string> out;

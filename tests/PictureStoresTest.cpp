@@ -77,6 +77,9 @@ TEST(PictureStoresTest, EveryPictureHasItsStoresSizeAndATwiceAsLargeTwin) {
     plain.push_back(images.LineStyleImage(index));
   }
   check(plain, ucImages::kLineWidth, ucImages::kLineHeight);
+  std::vector<std::string> arrows;
+  for (int way = 0; way < 4; ++way) arrows.push_back(images.ArrowImage(way));
+  check(arrows, ucImages::kArrowSize, ucImages::kArrowSize);
   // The pickers' panels: 7 pictures to a row, at twice the pictures' size.
   struct Panel {
     ucImages::Panel panel;
@@ -93,7 +96,7 @@ TEST(PictureStoresTest, EveryPictureHasItsStoresSizeAndATwiceAsLargeTwin) {
   size_t files = 0;
   for (const auto& e : std::filesystem::recursive_directory_iterator(kFolder))
     files += e.path().extension() == ".png" ? 1 : 0;
-  EXPECT_EQ(2u * (124 + 84 + 21 + 21) + 4, files);
+  EXPECT_EQ(2u * (124 + 84 + 21 + 21 + 4) + 4, files);
 }
 
 TEST(PictureStoresTest, ThePixelsShowWhatEachNumberStandsFor) {
@@ -164,6 +167,28 @@ TEST(PictureStoresTest, ThePixelsShowWhatEachNumberStandsFor) {
   for (int y = 0; y < plainNine.Height(); ++y)
     if (plainNine.Alpha(x, y) > plainNine.Alpha(x, core)) core = y;
   EXPECT_TRUE(Near(plainNine.At(x, core), 74, 126, 187, 40)) << "style 9";
+
+  // The flow line tools' arrows: ink across the flow is wider a quarter of
+  // the way from the end the arrow points to (its head) than a quarter from
+  // the other end (its shaft), and lies along the middle.
+  for (int way = 0; way < 4; ++way) {
+    std::string path = images.ArrowImage(way);
+    PngFile a(path.substr(0, path.size() - 4) + "@2x.png");
+    ASSERT_EQ(2 * ucImages::kArrowSize, a.Width()) << "arrow " << way;
+    int n = a.Width();
+    // Ink across the flow at distance d along it from the end pointed to.
+    auto across = [&](int d) {
+      int count = 0;
+      for (int k = 0; k < n; ++k) {
+        int x = way == 0 || way == 2 ? k : way == 1 ? n - 1 - d : d;
+        int y = way == 1 || way == 3 ? k : way == 0 ? d : n - 1 - d;
+        count += a.Inked(x, y) ? 1 : 0;
+      }
+      return count;
+    };
+    EXPECT_GT(across(n / 4), across(3 * n / 4) + 2) << "arrow " << way << " points its way";
+    EXPECT_GT(across(3 * n / 4), 0) << "arrow " << way << " has a shaft";
+  }
 
   // A decision: a diamond, its corners empty and its middle filled.
   int decision = 63;
