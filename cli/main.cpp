@@ -57,7 +57,7 @@ const char kDemoUsage[] =
 const char kPicturesUsage[] =
     "usage: nivarel pictures OUTDIR [--sheet PICTURE]\n"
     "  Draws the pictures the dialogs show (shape types 1-124, symbol styles 1-84, flow line\n"
-    "  styles 1-21, the flow line tools' arrows) with the shape engine and writes each as a\n"
+    "  styles 1-21, the flow line tools' sides) with the shape engine and writes each as a\n"
     "  PNG, and twice its size as @2x, under OUTDIR; --sheet also writes a contact sheet of\n"
     "  them all with their numbers.\n";
 const char kShapesUsage[] =

@@ -3,7 +3,6 @@
 #include "AddedShapes.h"
 #include "CFlowLineAdder.h"
 #include "CShapeAlignment.h"
-#include "MsoConstants.h"
 #include "Range.h"
 #include "SymbolList.h"
 #include "Text.h"
@@ -58,15 +57,6 @@ void AddChosenFlowLine(office::Worksheet& ws, office::Shape& first, office::Shap
 FlowLineSides::FlowLineSides(host::UserDialog& dialog) : dialog_(dialog) {}
 
 void FlowLineSides::Show() {
-  std::string sample = pictures_.GridImage(office::msoShapeFlowchartProcess);
-  dialog_.SetPicture("imgFirstShape", sample);
-  dialog_.SetPicture("imgSecondShape", sample);
-  // Out of the first shape, and into the second: the arrow of the side
-  // opposite its own way.
-  for (int side = 0; side < 4; ++side) {
-    dialog_.SetPicture(std::string("img") + kFrom + std::to_string(side), pictures_.ArrowImage(side));
-    dialog_.SetPicture(std::string("img") + kTo + std::to_string(side), pictures_.ArrowImage((side + 2) % 4));
-  }
   SetSide(true, sides_.from);
   SetSide(false, sides_.to);
 }
@@ -74,10 +64,9 @@ void FlowLineSides::Show() {
 void FlowLineSides::SetSide(bool from, int16_t side) {
   (from ? sides_.from : sides_.to) = side;
   std::string which = from ? kFrom : kTo;
-  for (int k = 0; k < 4; ++k) {
-    dialog_.SetControlVisible("img" + which + std::to_string(k), k == side);
-    if (k == side) dialog_.SetChecked("optConnection" + which + std::to_string(k), true);
-  }
+  dialog_.SetChecked("optConnection" + which + std::to_string(side), true);
+  // Out of the first shape, into the second.
+  dialog_.SetPicture("img" + which, pictures_.SideImage(!from, side));
 }
 
 bool FlowLineSides::Handle(const std::string& method) {

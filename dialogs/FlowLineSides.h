@@ -1,10 +1,10 @@
 // What the two flow line dialogs share: the sides a new line leaves its
 // first shape by and enters its second by (0 top, 1 right, 2 bottom,
 // 3 left), shown as two groups of option buttons ("optConnectionFrom0".."3",
-// "optConnectionTo0".."3") and as an arrow on a side of each of two sample
-// symbols ("imgFrom0".."3" pointing out of the first, "imgTo0".."3" into the
-// second); a click on an option or on a side's label on the diagram
-// ("lblFrom0".."3", "lblTo0".."3") sets that one side. The sides are also
+// "optConnectionTo0".."3") and on a diagram as two sample symbols, one with
+// an arrow out of the first shape's side ("imgFrom"), one with an arrow into
+// the second's ("imgTo"); a click on an option or on a side's label around
+// a sample ("lblFrom0".."3", "lblTo0".."3") sets that one side. The sides are also
 // worked out from where the two shapes stand. And the quick search of a
 // list of symbols, and the drawing of the chosen line.
 #pragma once
@@ -41,7 +41,7 @@ class FlowLineSides {
  public:
   explicit FlowLineSides(host::UserDialog& dialog);
 
-  // The sample symbols and the arrows of the sides as they stand.
+  // The options and the diagram of the sides as they stand.
   void Show();
   // True when method was a click on one of the options or labels.
   bool Handle(const std::string& method);

@@ -4,12 +4,14 @@
 #include <vector>
 
 #include "Application.h"
+#include "CFlowLineAdder.h"
 #include "MErrorHandler.h"
 #include "MGlobalVariables.h"
 #include "MUtilities.h"
 #include "MsgBox.h"
 #include "PictureChoices.h"
 #include "SymbolList.h"
+#include "UndoList.h"
 #include "UserDialog.h"
 #include "ucShapes.h"
 
@@ -52,7 +54,11 @@ void frmFlowLinePrompt::Show() {
       sides_.reset();
       form_ = nullptr;
     }
-    if (ok) AddChosenFlowLine(*ws_, *first_, *shape_, chosen_, config_);
+    if (!ok) return;
+    // Drawn unrecorded: the run's step that asked records its shapes, this
+    // line among them, as one entry.
+    office::UndoList::Pause drawing(ws_->Parent());
+    shapes::CFlowLineAdder().AddUserDefinedFlowLine(*ws_, *first_, *shape_, chosen_.from, chosen_.to, config_, false);
   } catch (...) {
     host::ErrorHandler(kSource, "Display", false);
   }

@@ -1,8 +1,9 @@
 // The prompt of a live run whose new symbol has no obvious line to the one
 // before (" Add Flow Line Connector"): the sheet's other symbols, nearest to
 // the new one first, with a quick search, and the two connection sides.
-// "Add flow line" draws a line from the chosen symbol to the new one as one
-// entry of the undo list; "Don't add flow line" draws nothing.
+// "Add flow line" draws a line from the chosen symbol to the new one,
+// unrecorded: the run's step records it with the step's other shapes, as
+// one entry of the undo list. "Don't add flow line" draws nothing.
 #pragma once
 
 #include <memory>

@@ -411,7 +411,10 @@ std::vector<UiDriver::DialogControl> UiDriver::DialogControls() const {
       return a.first.Y != b.first.Y ? a.first.Y < b.first.Y : a.first.X < b.first.X;
     });
     std::vector<DialogControl> out;
-    for (auto& f : found) out.push_back(f.second);
+    for (auto& f : found) {
+      f.second.left = f.first.X;
+      out.push_back(f.second);
+    }
     return out;
   });
 }

@@ -54,6 +54,7 @@ class UiDriver {
     std::string text;  // caption, an edit's content, or a list's chosen entry
     bool checked = false;
     bool selected = false;  // an entry of a list that is selected
+    int left = 0;           // where it begins on the screen, in pixels
     bool enabled = true;
     bool focused = false;
   };

@@ -116,17 +116,23 @@ class Painter {
     return line;
   }
 
-  // An arrowed flow line of the first style across the frame, pointing way
-  // (0 up, 1 right, 2 down, 3 left).
-  Shape Arrow(double left, double top, double width, double height, int way) {
-    double midX = left + width / 2, midY = top + height / 2;
-    double x1 = midX, y1 = top + height, x2 = midX, y2 = top;  // up
-    if (way == 1) x1 = left, y1 = midY, x2 = left + width, y2 = midY;
-    if (way == 2) std::swap(y1, y2);
-    if (way == 3) x1 = left + width, y1 = midY, x2 = left, y2 = midY;
-    Shape line = Add(shapes_.AddLine(x1, y1, x2, y2));
+  // The flow line tools' sample: a process symbol in the middle of the
+  // frame and a flow line arrow between the middle of one of its sides and
+  // the frame's edge, pointing out or in.
+  Shape Side(double left, double top, double width, double height, bool into, int side) {
+    double w = width * 2 / 5, h = height * 3 / 8;
+    double l = left + (width - w) / 2, t = top + (height - h) / 2;
+    Shape symbol = Symbol(msoShapeFlowchartProcess, l, t, w, h, kProcessStyle);
+    double mx = left + width / 2, my = top + height / 2;
+    double sx = mx, sy = t, ex = mx, ey = top;  // the top
+    if (side == 1) sx = l + w, sy = my, ex = left + width, ey = my;
+    if (side == 2) sx = mx, sy = t + h, ex = mx, ey = top + height;
+    if (side == 3) sx = l, sy = my, ex = left, ey = my;
+    if (into) std::swap(sx, ex), std::swap(sy, ey);
+    Shape line = Add(shapes_.AddLine(sx, sy, ex, ey));
     flowLines_.SetNewSolidFlowLineFormat(line, 1);
-    return line;
+    line.Line().SetWeight(kArrowWeight);
+    return symbol;
   }
 
   // A plain line of a line style across the frame, no arrowhead.
@@ -164,6 +170,7 @@ class Painter {
 
  private:
   static constexpr int kPerRow = 12;
+  static constexpr double kArrowWeight = 1.5;  // heavier than a flow line, to read at the dialogs' size
   static constexpr double kGap = 8, kLabelHeight = 12, kSheetScale = 1.5;
 
   // Ends the row being drawn, writing its picture, and starts a sheet for
@@ -259,8 +266,8 @@ int DrawStorePictures(Application& app, const std::string& folder, const std::st
           ucImages::PlainLineFileName, [&](int style, double l, double t, double w, double h) {
             return p.PlainLine(l, t, w, h, static_cast<int16_t>(style));
           });
-  p.Store(folder, 0, 3, ucImages::kArrowSize, ucImages::kArrowSize, "arrow ", ucImages::ArrowFileName,
-          [&](int way, double l, double t, double w, double h) { return p.Arrow(l, t, w, h, way); });
+  p.Store(folder, 0, 7, ucImages::kSideSize, ucImages::kSideSize, "side ", ucImages::SideFileName,
+          [&](int i, double l, double t, double w, double h) { return p.Side(l, t, w, h, i >= 4, i % 4); });
   // The pickers' panels, seven to a row, made of the pictures just written.
   auto files = [&](int first, int last, const std::function<std::string(int, bool)>& name) {
     std::vector<std::string> out;

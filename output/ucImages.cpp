@@ -27,9 +27,9 @@ std::string ucImages::PlainLineFileName(int style, bool doubleSize) {
   return name;
 }
 
-std::string ucImages::ArrowFileName(int way, bool doubleSize) {
+std::string ucImages::SideFileName(int index, bool doubleSize) {
   char name[32];
-  std::snprintf(name, sizeof name, "arrows/%d%s.png", way, doubleSize ? "@2x" : "");
+  std::snprintf(name, sizeof name, "sides/%s-%d%s.png", index < 4 ? "out" : "in", index % 4, doubleSize ? "@2x" : "");
   return name;
 }
 
@@ -85,9 +85,9 @@ int ucImages::PanelIndex(double x, double y, int rows) {
   return row * kColumns + column + 1;
 }
 
-std::string ucImages::ArrowImage(int way) const {
-  if (way < 0 || way > 3) way = 0;
-  return pictures_.Path(ArrowFileName(way));
+std::string ucImages::SideImage(bool into, int side) const {
+  if (side < 0 || side > 3) side = 0;
+  return pictures_.Path(SideFileName(side + (into ? 4 : 0)));
 }
 
 std::string ucImages::PanelImage(Panel panel) const { return pictures_.Path(PanelFileName(panel)); }

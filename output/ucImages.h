@@ -2,7 +2,8 @@
 // each flow line style 1 to 21 as an arrowed line between two small symbols
 // and as a plain line, the grid's list (shape types 1 to 124, then styles 1
 // to 84), the pickers' panels of seven pictures to a row, and the flow line
-// tools' arrows, one for each way (0 up, 1 right, 2 down, 3 left). Pictures
+// tools' sides: a sample symbol with an arrow out of or into one of its
+// sides (0 top, 1 right, 2 bottom, 3 left). Pictures
 // are PNG file paths from the extension's "pictures" folder, drawn by the
 // shape engine at build time; empty when the file is missing (logged once).
 #pragma once
@@ -20,7 +21,7 @@ class ucImages {
   static constexpr int kLineWidth = 64, kLineHeight = 32;
   static constexpr int kLastStyle = 84, kStyleFallback = 43;
   static constexpr int kLastLineStyle = 21, kLineFallback = 1;
-  static constexpr int kArrowSize = 24;  // pixels, square; "@2x" twice that
+  static constexpr int kSideSize = 48;  // pixels, square; "@2x" twice that
 
   explicit ucImages(std::string folder = "");
 
@@ -37,8 +38,9 @@ class ucImages {
   // Line style 1..21 as a plain line; another index becomes 1, also in the caller's variable.
   std::string LineStyleImage(int& index) const;
 
-  // An arrowed flow line pointing way 0 to 3; another way is 0.
-  std::string ArrowImage(int way) const;
+  // The sample symbol with an arrow out of side 0 to 3 (into it when into
+  // is true); another side is 0.
+  std::string SideImage(bool into, int side) const;
   // The pickers' panels: styles 1 to 42, styles 43 to 84, flow line styles
   // and plain line styles, each of 7 columns.
   enum Panel { kThemedPanel, kSolidPanel, kFlowLinePanel, kLinePanel };
@@ -51,7 +53,8 @@ class ucImages {
   static std::string LineFileName(int style, bool doubleSize = false);
   static std::string PlainLineFileName(int style, bool doubleSize = false);
   static std::string PanelFileName(Panel panel);
-  static std::string ArrowFileName(int way, bool doubleSize = false);
+  // Index 0 to 3: out of sides 0 to 3; 4 to 7: into them.
+  static std::string SideFileName(int index, bool doubleSize = false);
 
  private:
   PictureFolder pictures_;

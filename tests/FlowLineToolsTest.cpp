@@ -91,28 +91,36 @@ class FlowLineToolsTest : public testing::AddinFixture {
 
   void OpenFromMenu(const std::function<void()>& steps) { Drive([&] { handler_.InsertFlowLine(); }, kInsert, steps); }
 
-  // The entries of the dialog's lists, in reading order.
+  // The entries of the dialog's lists.
   std::vector<Control> Items() {
     std::vector<Control> out;
     for (const Control& c : Ui().DialogControls())
       if (c.kind == "item") out.push_back(c);
     return out;
   }
-  // The selected entries, in reading order: the From list's, then the To list's.
+  // The selected entries: the From list's, on the left, then the To list's.
   std::vector<std::string> SelectedEntries() {
-    std::vector<std::string> out;
-    for (const Control& c : Items())
-      if (c.selected) out.push_back(c.text);
+    std::vector<Control> items = Items();
+    int left = items.empty() ? 0 : items[0].left;
+    for (const Control& c : items) left = std::min(left, c.left);
+    std::vector<std::string> out(2);
+    for (const Control& c : items)
+      if (c.selected) out[c.left == left ? 0 : 1] = c.text;
+    return out;
+  }
+  // The options read row by row, the From group's beside the To group's.
+  std::vector<Control> Options() {
+    std::vector<Control> out;
+    for (const Control& c : Ui().DialogControls())
+      if (c.kind == "radio") out.push_back(c);
     return out;
   }
   // The option marked in each group, From then To; -1 for none.
   std::pair<int, int> MarkedSides() {
-    std::vector<Control> radios;
-    for (const Control& c : Ui().DialogControls())
-      if (c.kind == "radio") radios.push_back(c);
+    std::vector<Control> options = Options();
     std::pair<int, int> marked{-1, -1};
-    for (size_t i = 0; i < radios.size() && i < 8; ++i)
-      if (radios[i].checked) (i < 4 ? marked.first : marked.second) = static_cast<int>(i % 4);
+    for (size_t i = 0; i < options.size() && i < 8; ++i)
+      if (options[i].checked) (i % 2 == 0 ? marked.first : marked.second) = static_cast<int>(i / 2);
     return marked;
   }
   bool Eventually(const std::function<bool()>& check, int timeoutMs = 5000) {
@@ -143,12 +151,9 @@ class FlowLineToolsTest : public testing::AddinFixture {
   void MarkSide(int group, int side) {
     bool in = false;
     for (int i = 0; i < 40 && !in; ++i) {
-      int radio = 0;
-      for (const Control& c : Ui().DialogControls()) {
-        if (c.kind != "radio") continue;
-        if (c.focused && radio / 4 == group) in = true;
-        ++radio;
-      }
+      std::vector<Control> options = Options();
+      for (size_t k = 0; k < options.size(); ++k)
+        if (options[k].focused && static_cast<int>(k % 2) == group) in = true;
       if (!in) Ui().PressDialogKey("TAB");
     }
     ASSERT_TRUE(in) << "the options of group " << group << " never took the focus";
@@ -228,6 +233,7 @@ TEST_F(FlowLineToolsTest, WithACellSelectedTheNewestSymbolIsJoinedToTheOneBefore
   size_t entries = undo.Titles().size();
   OpenFromMenu([&] {
     EXPECT_EQ(8u, Items().size()) << "every symbol in both lists";
+
     EXPECT_TRUE(Proposes({"Ship it", "Pack goods"})) << ::testing::PrintToString(SelectedEntries());
     // Pack goods lies left of Ship it in its row, nothing between: out of the
     // left side, into the right.
@@ -255,7 +261,9 @@ TEST_F(FlowLineToolsTest, TwoSelectedSymbolsAreProposedAndASideSetByHandStaysUnt
     EXPECT_TRUE(SidesShown({kLeft, kRight})) << "the other side stays";
     // Another first symbol: the sides are worked out anew, Check stock
     // right above Pack goods.
-    Ui().ClickItem(Items()[1].text);
+    // Back to the From list, and down a row.
+    for (int i = 0; i < 4; ++i) Ui().PressDialogKey("SHIFT+TAB");
+    Ui().PressDialogKey("DOWN");
     EXPECT_TRUE(Proposes({"Check stock", "Pack goods"})) << ::testing::PrintToString(SelectedEntries());
     EXPECT_TRUE(SidesShown({kBottom, kTop})) << MarkedSides().first << "," << MarkedSides().second;
     MarkSide(1, kLeft);
