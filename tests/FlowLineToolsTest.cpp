@@ -6,6 +6,7 @@
 // its ends.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <sstream>
 
@@ -360,6 +361,22 @@ TEST_F(FlowLineToolsTest, TheWordFLTypedInALiveRunOpensTheInsertionDialog) {
   });
   EXPECT_EQ("", sheet_->GetRange(cell).Text()) << "the word is taken out of its cell";
   EXPECT_EQ(shapes, sheet_->GetShapes().Count()) << "nothing drawn";
+
+  // Again, and this time a line back up from One to Start: one entry.
+  office::UndoList undo(sheet_->Parent());
+  size_t entries = undo.Titles().size();
+  Drive([&] { Ui().TypeIntoCell(cell, "FL"); }, kInsert, [&] {
+    // Start right above One: out of the top, into the bottom.
+    EXPECT_TRUE(SidesShown({kTop, kBottom})) << MarkedSides().first << "," << MarkedSides().second;
+    Ui().ClickInDialog("Add flow line");
+  });
+  std::vector<Glue> glues = Glues();
+  ASSERT_EQ(2u, glues.size()) << LinesText();
+  EXPECT_NE(glues.end(), std::find(glues.begin(), glues.end(), Glue{"One", "Start", kTop, kBottom}))
+      << "beside the run's own line: " << ::testing::PrintToString(glues);
+  EXPECT_EQ(entries + 1, undo.Titles().size());
+  undo.Undo();
+  EXPECT_EQ(1u, Lines().size()) << "Ctrl+Z takes the line back: " << LinesText();
   EXPECT_EQ("", host::ReadLogFile());
 }
 
