@@ -8,14 +8,13 @@
 
 #include <algorithm>
 #include <cmath>
-#include <sstream>
+#include <ostream>
 
 #include "AddinFixture.h"
 #include "CEventHandler.h"
 #include "CInteractiveFlowcharter.h"
 #include "Characters.h"
 #include "ConnectorFormat.h"
-#include "MShapeRanges.h"
 #include "MsoConstants.h"
 #include "Range.h"
 #include "Shape.h"
