@@ -2,12 +2,15 @@
 # library.
 set(DIALOGS_SOURCES
   ${CMAKE_SOURCE_DIR}/dialogs/CheckList.cpp
+  ${CMAKE_SOURCE_DIR}/dialogs/FlowLineSides.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/PickCell.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/PictureChoices.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/PictureGrid.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/SymbolList.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmAbout.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmBranchLabelPrompt.cpp
+  ${CMAKE_SOURCE_DIR}/dialogs/frmFlowLineInsert.cpp
+  ${CMAKE_SOURCE_DIR}/dialogs/frmFlowLinePrompt.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmFlowchartWizard.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmFont.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmLineStyles.cpp

@@ -383,6 +383,7 @@ void CollectControls(const Reference<css::accessibility::XAccessibleContext>& pa
     auto states = context->getAccessibleStateSet();
     if (states.is()) {
       control.checked = states->contains(state::CHECKED);
+      control.selected = states->contains(state::SELECTED);
       control.enabled = states->contains(state::ENABLED);
       control.focused = states->contains(state::FOCUSED);
     }
@@ -414,7 +415,10 @@ std::vector<UiDriver::DialogControl> UiDriver::DialogControls() const {
       return a.first.Y != b.first.Y ? a.first.Y < b.first.Y : a.first.X < b.first.X;
     });
     std::vector<DialogControl> out;
-    for (auto& f : found) out.push_back(f.second);
+    for (auto& f : found) {
+      f.second.left = f.first.X;
+      out.push_back(f.second);
+    }
     return out;
   });
 }

@@ -57,6 +57,8 @@ class UiDriver {
     std::string kind;  // "text", "edit", "button", "check", "radio", "list" (a drop-down), "item" (an entry of a list) or "other"
     std::string text;  // caption, an edit's content, or a list's chosen entry
     bool checked = false;
+    bool selected = false;  // an entry of a list that is selected
+    int left = 0;           // where it begins on the screen, in pixels
     bool enabled = true;
     bool focused = false;
   };

@@ -23,6 +23,7 @@
 #include "KeptShading.h"
 #include "UndoList.h"
 #include "Window.h"
+#include "frmFlowLinePrompt.h"
 #include "frmTerminator.h"
 #include "Text.h"
 
@@ -413,9 +414,17 @@ void CInteractiveFlowcharter::AddFlowLineConnector(bool prompt) {
     } else {
       prompt = true;
     }
-    // The flow line prompt, where the user picks what to join, comes with the
-    // flow line tool; until then a run that would ask draws no line.
-    if (prompt || !previous) return;
+    if (prompt || !previous) {
+      // The user picks what to join the new shape to.
+      dialogs::frmFlowLinePrompt form;
+      form.InitializeSettings(*m_ws, *m_Shape, m_Config);
+      host::ExcelApp->SetScreenUpdating(true);
+      form.Show();
+      host::ExcelApp->SetScreenUpdating(false);
+      // The dialog's closing can set the office recording again.
+      office::UndoList(m_ws->Parent()).HoldPause();
+      return;
+    }
     shapes::CFlowLineAdder().AddDefaultFlowLine(*m_ws, *previous, *m_Shape, m_Config);
   } catch (...) {
     host::ErrorHandler(kSource, "AddFlowLineConnector", false);

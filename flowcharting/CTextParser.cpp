@@ -1,6 +1,7 @@
 #include "CTextParser.h"
 
 #include "UndoList.h"
+#include "frmFlowLineInsert.h"
 #include "frmTextBox.h"
 
 #include <cctype>
@@ -120,8 +121,14 @@ bool CTextParser::IsReservedKeyword(office::Worksheet& worksheet, const rules::C
     std::string word = rules::UpperCase(rules::Trim(m_Text));
     if (word != "FL" && word != "LBL" && word != "BR") return false;
     worksheet.GetRange(cellAddress).ClearContents();
-    // The flow line tool and the branch tool open here as they arrive; until
-    // then their words only clear the cell.
+    // The branch tool opens here as it arrives; until then its word only
+    // clears the cell.
+    if (word == "FL" && host::ExcelApp) {
+      dialogs::frmFlowLineInsert tool;
+      host::ExcelApp->SetScreenUpdating(true);
+      tool.Display(worksheet, config);
+      host::ExcelApp->SetScreenUpdating(false);
+    }
     if (word == "LBL" && host::ExcelApp) {
       dialogs::frmTextBox prompt;
       host::ExcelApp->SetScreenUpdating(true);

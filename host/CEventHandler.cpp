@@ -20,6 +20,7 @@
 #include "frmAbout.h"
 #include "frmRestart.h"
 #include "frmStart.h"
+#include "frmFlowLineInsert.h"
 #include "frmFlowchartWizard.h"
 #include "frmStyleWizard.h"
 #include "frmTextBox.h"
@@ -242,7 +243,19 @@ void CEventHandler::CreateWorksheetGrid() {
   }
 }
 void CEventHandler::ExtractText() { NotInThisVersion("Extract Flowchart Text"); }
-void CEventHandler::InsertFlowLine() { NotInThisVersion("Insert Flow Line"); }
+void CEventHandler::InsertFlowLine() {
+  try {
+    if (GetNonTemplateShapeCount() < 2) {
+      MsgBox("There must be at least 2 shapes on the current\r\n"
+             "worksheet to use the Insert Flow Line feature.",
+             vbExclamation, "Cannot Insert Flow Line");
+      return;
+    }
+    dialogs::frmFlowLineInsert().DisplayFromMenu();
+  } catch (...) {
+    ErrorHandler(kSource, "InsertFlowLine", false);
+  }
+}
 void CEventHandler::InsertBranch() { NotInThisVersion("Insert Branch"); }
 void CEventHandler::InsertGroupBox() { NotInThisVersion("Insert Group Box"); }
 void CEventHandler::ExportImage() { NotInThisVersion("Export as Picture"); }

@@ -116,6 +116,25 @@ class Painter {
     return line;
   }
 
+  // The flow line tools' sample: a process symbol in the middle of the
+  // frame and a flow line arrow between the middle of one of its sides and
+  // the frame's edge, pointing out or in.
+  Shape Side(double left, double top, double width, double height, bool into, int side) {
+    double w = width * 2 / 5, h = height * 3 / 8;
+    double l = left + (width - w) / 2, t = top + (height - h) / 2;
+    Shape symbol = Symbol(msoShapeFlowchartProcess, l, t, w, h, kProcessStyle);
+    double mx = left + width / 2, my = top + height / 2;
+    double sx = mx, sy = t, ex = mx, ey = top;  // the top
+    if (side == 1) sx = l + w, sy = my, ex = left + width, ey = my;
+    if (side == 2) sx = mx, sy = t + h, ex = mx, ey = top + height;
+    if (side == 3) sx = l, sy = my, ex = left, ey = my;
+    if (into) std::swap(sx, ex), std::swap(sy, ey);
+    Shape line = Add(shapes_.AddLine(sx, sy, ex, ey));
+    flowLines_.SetNewSolidFlowLineFormat(line, 1);
+    line.Line().SetWeight(kArrowWeight);
+    return symbol;
+  }
+
   // A plain line of a line style across the frame, no arrowhead.
   Shape PlainLine(double left, double top, double width, double height, int16_t style) {
     Shape line = Add(shapes_.AddLine(left, top + height / 2, left + width, top + height / 2));
@@ -151,6 +170,7 @@ class Painter {
 
  private:
   static constexpr int kPerRow = 12;
+  static constexpr double kArrowWeight = 1.5;  // heavier than a flow line, to read at the dialogs' size
   static constexpr double kGap = 8, kLabelHeight = 12, kSheetScale = 1.5;
 
   // Ends the row being drawn, writing its picture, and starts a sheet for
@@ -246,6 +266,8 @@ int DrawStorePictures(Application& app, const std::string& folder, const std::st
           ucImages::PlainLineFileName, [&](int style, double l, double t, double w, double h) {
             return p.PlainLine(l, t, w, h, static_cast<int16_t>(style));
           });
+  p.Store(folder, 0, 7, ucImages::kSideSize, ucImages::kSideSize, "side ", ucImages::SideFileName,
+          [&](int i, double l, double t, double w, double h) { return p.Side(l, t, w, h, i >= 4, i % 4); });
   // The pickers' panels, seven to a row, made of the pictures just written.
   auto files = [&](int first, int last, const std::function<std::string(int, bool)>& name) {
     std::vector<std::string> out;

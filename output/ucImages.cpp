@@ -27,6 +27,12 @@ std::string ucImages::PlainLineFileName(int style, bool doubleSize) {
   return name;
 }
 
+std::string ucImages::SideFileName(int index, bool doubleSize) {
+  char name[32];
+  std::snprintf(name, sizeof name, "sides/%s-%d%s.png", index < 4 ? "out" : "in", index % 4, doubleSize ? "@2x" : "");
+  return name;
+}
+
 std::string ucImages::PanelFileName(Panel panel) {
   switch (panel) {
     case kThemedPanel: return "panels/themed.png";
@@ -77,6 +83,11 @@ int ucImages::PanelIndex(double x, double y, int rows) {
   int column = std::clamp(static_cast<int>(x * kColumns), 0, kColumns - 1);
   int row = std::clamp(static_cast<int>(y * rows), 0, rows - 1);
   return row * kColumns + column + 1;
+}
+
+std::string ucImages::SideImage(bool into, int side) const {
+  if (side < 0 || side > 3) side = 0;
+  return pictures_.Path(SideFileName(side + (into ? 4 : 0)));
 }
 
 std::string ucImages::PanelImage(Panel panel) const { return pictures_.Path(PanelFileName(panel)); }

@@ -1,7 +1,9 @@
 // The store of style pictures: each symbol style 1 to 84 on a process symbol,
 // each flow line style 1 to 21 as an arrowed line between two small symbols
 // and as a plain line, the grid's list (shape types 1 to 124, then styles 1
-// to 84), and the pickers' panels of seven pictures to a row. Pictures
+// to 84), the pickers' panels of seven pictures to a row, and the flow line
+// tools' sides: a sample symbol with an arrow out of or into one of its
+// sides (0 top, 1 right, 2 bottom, 3 left). Pictures
 // are PNG file paths from the extension's "pictures" folder, drawn by the
 // shape engine at build time; empty when the file is missing (logged once).
 #pragma once
@@ -19,6 +21,7 @@ class ucImages {
   static constexpr int kLineWidth = 64, kLineHeight = 32;
   static constexpr int kLastStyle = 84, kStyleFallback = 43;
   static constexpr int kLastLineStyle = 21, kLineFallback = 1;
+  static constexpr int kSideSize = 48;  // pixels, square; "@2x" twice that
 
   explicit ucImages(std::string folder = "");
 
@@ -35,6 +38,9 @@ class ucImages {
   // Line style 1..21 as a plain line; another index becomes 1, also in the caller's variable.
   std::string LineStyleImage(int& index) const;
 
+  // The sample symbol with an arrow out of side 0 to 3 (into it when into
+  // is true); another side is 0.
+  std::string SideImage(bool into, int side) const;
   // The pickers' panels: styles 1 to 42, styles 43 to 84, flow line styles
   // and plain line styles, each of 7 columns.
   enum Panel { kThemedPanel, kSolidPanel, kFlowLinePanel, kLinePanel };
@@ -47,6 +53,8 @@ class ucImages {
   static std::string LineFileName(int style, bool doubleSize = false);
   static std::string PlainLineFileName(int style, bool doubleSize = false);
   static std::string PanelFileName(Panel panel);
+  // Index 0 to 3: out of sides 0 to 3; 4 to 7: into them.
+  static std::string SideFileName(int index, bool doubleSize = false);
 
  private:
   PictureFolder pictures_;

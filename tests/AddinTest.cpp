@@ -98,7 +98,7 @@ TEST_F(AddinTest, UnknownCommandsDoNothing) {
 TEST_F(AddinTest, ACommandWhoseToolIsNotInThisVersionSaysSo) {
   const std::pair<const char*, const char*> commands[] = {
       {"CreateKey", "Create a Symbol Key"}, {"ExtractText", "Extract Flowchart Text"},
-      {"InsertFlowLine", "Insert Flow Line"}, {"InsertBranch", "Insert Branch"},
+      {"InsertBranch", "Insert Branch"},
       {"InsertGroupBox", "Insert Group Box"}, {"SavePicture", "Export as Picture"},
       {"HelpContents", "Help Contents"},
       {"NivarelSettings", "Settings"}, {"ShapeSelectionTool", "Shape Selection Tool"},
@@ -118,6 +118,14 @@ TEST_F(AddinTest, TheStyleWizardOnASheetWithoutShapesSaysSo) {
                                        "The Style Editor is used to change the format\n"
                                        "of symbols in an existing flowchart.")),
             CommandMessage("vnd.nivarel:rxNivarelStyleWizard"));
+}
+
+TEST_F(AddinTest, TheFlowLineToolOnASheetWithoutTwoShapesSaysSo) {
+  EXPECT_EQ(std::make_pair(std::string("Cannot Insert Flow Line"),
+                           std::string("There must be at least 2 shapes on the current\n"
+                                       "worksheet to use the Insert Flow Line feature.")),
+            CommandMessage("vnd.nivarel:rxNivarelInsertFlowLine"));
+  EXPECT_EQ("", ReadLogFile());
 }
 
 TEST_F(AddinTest, TheFlowchartWizardOnASheetWithoutTextSaysSo) {

@@ -481,7 +481,10 @@ TEST_F(MenuRunTest, AChartOnTheSheetRestartsTheRunAfterTheNote) {
     Ui().ClickInDialog("Don't show this message again");
     Ui().PressDialogKey("RETURN");
   });
-  Ui().TypeIntoCell("C20", "go on");
+  // The run picked up has no step before: the first one asks what to join
+  // it to.
+  Drive([&] { Ui().TypeIntoCell("C20", "go on"); }, " Add Flow Line Connector",
+        [&] { Ui().ClickInDialog("Don't add flow line"); });
   EXPECT_EQ(3, shapes.Count()) << "the run listens again: the step became a symbol";
   EXPECT_EQ("", sheet_->GetRange("C20").Value());
 
@@ -503,7 +506,8 @@ TEST_F(MenuRunTest, AChartOnTheSheetRestartsTheRunAfterTheNote) {
   restarted.get();
   host::SaveSetting("Nivarel", "Settings", "ShowRestart", "True");
   int before = shapes.Count();
-  Ui().TypeIntoCell("C40", "and on");
+  Drive([&] { Ui().TypeIntoCell("C40", "and on"); }, " Add Flow Line Connector",
+        [&] { Ui().ClickInDialog("Don't add flow line"); });
   EXPECT_EQ(before + 1, shapes.Count()) << "restarted: the step became a symbol";
 }
 

@@ -77,6 +77,10 @@ TEST(PictureStoresTest, EveryPictureHasItsStoresSizeAndATwiceAsLargeTwin) {
     plain.push_back(images.LineStyleImage(index));
   }
   check(plain, ucImages::kLineWidth, ucImages::kLineHeight);
+  std::vector<std::string> sides;
+  for (bool into : {false, true})
+    for (int side = 0; side < 4; ++side) sides.push_back(images.SideImage(into, side));
+  check(sides, ucImages::kSideSize, ucImages::kSideSize);
   // The pickers' panels: 7 pictures to a row, at twice the pictures' size.
   struct Panel {
     ucImages::Panel panel;
@@ -93,7 +97,7 @@ TEST(PictureStoresTest, EveryPictureHasItsStoresSizeAndATwiceAsLargeTwin) {
   size_t files = 0;
   for (const auto& e : std::filesystem::recursive_directory_iterator(kFolder))
     files += e.path().extension() == ".png" ? 1 : 0;
-  EXPECT_EQ(2u * (124 + 84 + 21 + 21) + 4, files);
+  EXPECT_EQ(2u * (124 + 84 + 21 + 21 + 8) + 4, files);
 }
 
 TEST(PictureStoresTest, ThePixelsShowWhatEachNumberStandsFor) {
@@ -164,6 +168,45 @@ TEST(PictureStoresTest, ThePixelsShowWhatEachNumberStandsFor) {
   for (int y = 0; y < plainNine.Height(); ++y)
     if (plainNine.Alpha(x, y) > plainNine.Alpha(x, core)) core = y;
   EXPECT_TRUE(Near(plainNine.At(x, core), 74, 126, 187, 40)) << "style 9";
+
+  // The flow line tools' sides, at twice the size: a symbol 16 by 15
+  // points in the middle of the 40 points inside the frame, and an arrow
+  // from the middle of one side to the frame's edge. The half of the arrow
+  // it points to holds more ink (its head); the opposite side has none.
+  for (bool into : {false, true})
+    for (int side = 0; side < 4; ++side) {
+      std::string path = images.SideImage(into, side);
+      PngFile a(path.substr(0, path.size() - 4) + "@2x.png");
+      ASSERT_EQ(2 * ucImages::kSideSize, a.Width()) << path;
+      int n = a.Width();
+      // Ink across the flow at distance d in from the edge of side s.
+      auto across = [&](int s, int d) {
+        int count = 0;
+        for (int k = 0; k < n; ++k) {
+          int x = s == 0 || s == 2 ? k : s == 1 ? n - 1 - d : d;
+          int y = s == 1 || s == 3 ? k : s == 0 ? d : n - 1 - d;
+          count += a.Inked(x, y) ? 1 : 0;
+        }
+        return count;
+      };
+      // Walking in from the edge: the arrow's ink, up to the symbol's
+      // outline, far wider than any arrow.
+      std::vector<int> widths;
+      for (int d = 0; d < n / 2; ++d) {
+        int w = across(side, d);
+        if (w > n / 4) break;
+        if (w > 0 || !widths.empty()) widths.push_back(w);
+      }
+      ASSERT_GE(widths.size(), 8u) << path << ": an arrow to the symbol";
+      size_t half = widths.size() / 2;
+      int outer = 0, inner = 0;
+      for (size_t i = 0; i < widths.size(); ++i) (i < half ? outer : inner) += widths[i];
+      if (into)
+        EXPECT_GT(inner, outer) << path << " points in";
+      else
+        EXPECT_GT(outer, inner) << path << " points out";
+      EXPECT_EQ(0, across((side + 2) % 4, 12)) << path << ": nothing on the other side";
+    }
 
   // A decision: a diamond, its corners empty and its middle filled.
   int decision = 63;

@@ -83,7 +83,6 @@ TEST_F(TextParserTest, EveryFormOfCellText) {
       {"LBL: Note", "LBL", "Note", 0, true, false},
       {"lbl:note", "LBL", "Note", 0, true, false},
       {"LBL:", "LBL", " ", 73, false, false},
-      {"x:fl", "X", "Fl", 0, false, true},
       {"br", "", "Br", 0, false, true},
   };
   const CConfig config = Defaults();
@@ -115,6 +114,16 @@ TEST_F(TextParserTest, EveryFormOfCellText) {
   EXPECT_FALSE(label.Line().Visible());
   EXPECT_EQ("Tahoma", label.GetTextFrame().GetCharacters().GetFont().Name());
   EXPECT_LT(label.Width(), 100) << "the box shrinks to its text";
+
+  // The prefix plays no part: "x:fl" is the word FL, which opens the flow
+  // line tool.
+  sheet_->GetRange("C3").SetValue("x:fl");
+  CTextParser fl;
+  Drive([&] { fl.ParseText("x:fl", config, *sheet_, prefixes_, keywords_, symbols_, "C3", "AutoShape 1"); },
+        " Insert Flow Line Connector", [&] { Ui().ClickInDialog("Don't add flow line"); });
+  EXPECT_TRUE(fl.IsReserved());
+  EXPECT_EQ("X", fl.Prefix());
+  EXPECT_EQ("", sheet_->GetRange("C3").Text()) << "the cell is cleared";
 }
 
 TEST_F(TextParserTest, SettingsAndTablesChangeTheOutcome) {
