@@ -394,6 +394,31 @@ void CollectControls(const Reference<css::accessibility::XAccessibleContext>& pa
 
 }  // namespace
 
+bool UiDriver::DialogFocused() const {
+  return CallHere("UiDriver.DialogFocused", [&] {
+    std::function<bool(const Reference<css::accessibility::XAccessibleContext>&)> walk =
+        [&](const Reference<css::accessibility::XAccessibleContext>& parent) {
+          sal_Int32 count = parent->getAccessibleChildCount();
+          for (sal_Int32 i = 0; i < count && i < 500; ++i) {
+            auto child = parent->getAccessibleChild(i);
+            auto context = child.is() ? child->getAccessibleContext() : nullptr;
+            if (!context.is()) continue;
+            auto states = context->getAccessibleStateSet();
+            if (states.is() && states->contains(css::accessibility::AccessibleStateType::FOCUSED)) return true;
+            // A list's entries are not where the focus rests.
+            if (context->getAccessibleRole() != css::accessibility::AccessibleRole::LIST && walk(context)) return true;
+          }
+          return false;
+        };
+    try {
+      Reference<css::accessibility::XAccessible> top(ActiveTop(state_->session), uno::UNO_QUERY_THROW);
+      return walk(top->getAccessibleContext());
+    } catch (...) {
+      return false;  // the window went meanwhile
+    }
+  });
+}
+
 std::vector<UiDriver::DialogControl> UiDriver::DialogControls() const {
   return CallHere("UiDriver.DialogControls", [&] {
     std::vector<std::pair<awt::Point, DialogControl>> found;

@@ -66,6 +66,9 @@ class UiDriver {
   std::string DialogTitle() const;
   // The active window's controls, in the order the window holds them.
   std::vector<DialogControl> DialogControls() const;
+  // Whether a control of the active window, a list box too, has the focus:
+  // keys typed now reach the window.
+  bool DialogFocused() const;
   // Types text into the focused control of the active window.
   void TypeInDialog(const std::string& text);
   // Presses a key in the active window: "RETURN", "ESC", "TAB", "SPACE", "DOWN", "ALT+N"...

@@ -156,12 +156,7 @@ class AddinFixture : public OfficeTest {
       std::this_thread::sleep_for(std::chrono::milliseconds(50));
     }
     // Keys go where the focus is: wait until one of its controls has it.
-    auto focused = [&] {
-      for (const auto& c : Ui().DialogControls())
-        if (c.focused) return true;
-      return false;
-    };
-    while (!focused() && std::chrono::steady_clock::now() < end)
+    while (!Ui().DialogFocused() && std::chrono::steady_clock::now() < end)
       std::this_thread::sleep_for(std::chrono::milliseconds(50));
     return true;
   }
