@@ -21,6 +21,7 @@
 #include "frmRestart.h"
 #include "frmStart.h"
 #include "frmFlowchartWizard.h"
+#include "frmInsertTree.h"
 #include "frmStyleWizard.h"
 #include "frmTextBox.h"
 
@@ -243,7 +244,20 @@ void CEventHandler::CreateWorksheetGrid() {
 }
 void CEventHandler::ExtractText() { NotInThisVersion("Extract Flowchart Text"); }
 void CEventHandler::InsertFlowLine() { NotInThisVersion("Insert Flow Line"); }
-void CEventHandler::InsertBranch() { NotInThisVersion("Insert Branch"); }
+void CEventHandler::InsertBranch() {
+  try {
+    if (!ExcelApp) return;
+    auto sheet = ExcelApp->ActiveSheet();
+    if (!sheet) return;
+    long count = GetNonTemplateShapeCount(*sheet);
+    std::string lastShapeName;
+    if (count >= 1 && m_SessionActive && m_Flowcharter) lastShapeName = m_Flowcharter->LastShapeName();
+    if (!IsGlobalRowHeightSet()) SetGlobalRowHeight();
+    dialogs::frmInsertTree().Display(*sheet, lastShapeName, static_cast<int>(count));
+  } catch (...) {
+    ErrorHandler(kSource, "InsertBranch", false);
+  }
+}
 void CEventHandler::InsertGroupBox() { NotInThisVersion("Insert Group Box"); }
 void CEventHandler::ExportImage() { NotInThisVersion("Export as Picture"); }
 // Needs the about box.

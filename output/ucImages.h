@@ -1,7 +1,8 @@
 // The store of style pictures: each symbol style 1 to 84 on a process symbol,
 // each flow line style 1 to 21 as an arrowed line between two small symbols
 // and as a plain line, the grid's list (shape types 1 to 124, then styles 1
-// to 84), and the pickers' panels of seven pictures to a row. Pictures
+// to 84), the pickers' panels of seven pictures to a row, and the branch
+// tool's six layouts. Pictures
 // are PNG file paths from the extension's "pictures" folder, drawn by the
 // shape engine at build time; empty when the file is missing (logged once).
 #pragma once
@@ -19,6 +20,8 @@ class ucImages {
   static constexpr int kLineWidth = 64, kLineHeight = 32;
   static constexpr int kLastStyle = 84, kStyleFallback = 43;
   static constexpr int kLastLineStyle = 21, kLineFallback = 1;
+  static constexpr int kBranchWidth = 64, kBranchHeight = 48;
+  static constexpr int kBranchLayouts = 6;  // standard, inverted, left, right, left hanging, right hanging
 
   explicit ucImages(std::string folder = "");
 
@@ -35,6 +38,10 @@ class ucImages {
   // Line style 1..21 as a plain line; another index becomes 1, also in the caller's variable.
   std::string LineStyleImage(int& index) const;
 
+  // The branch tool's layout 0..5 (in the order of kBranchLayouts): a base
+  // symbol with its fan of three items. Another layout raises std::out_of_range.
+  std::string BranchImage(int layout) const;
+
   // The pickers' panels: styles 1 to 42, styles 43 to 84, flow line styles
   // and plain line styles, each of 7 columns.
   enum Panel { kThemedPanel, kSolidPanel, kFlowLinePanel, kLinePanel };
@@ -47,6 +54,7 @@ class ucImages {
   static std::string LineFileName(int style, bool doubleSize = false);
   static std::string PlainLineFileName(int style, bool doubleSize = false);
   static std::string PanelFileName(Panel panel);
+  static std::string BranchFileName(int layout, bool doubleSize = false);
 
  private:
   PictureFolder pictures_;
