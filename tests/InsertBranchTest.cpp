@@ -269,7 +269,42 @@ TEST_F(InsertBranchTest, WideFansNearColumnAAreFlooredAndTheListSkipsTemplatesBu
     Ui().PressDialogKey("TAB");
     EXPECT_TRUE(Eventually([&] { return Beside(spacing).text == "50"; })) << "50 at most, not " << Beside(spacing).text;
     TypeBeside(spacing, "0");
-    for (const char* text : {"One", "Two", "Three"}) AddItem(text);
+    // Items entered out of order and put right: moved, deleted, edited. The
+    // item list's entries are those that are not the symbols' rows.
+    auto items = [&] {
+      std::vector<std::string> out;
+      for (const std::string& entry : Listed())
+        if (std::find(rows.begin(), rows.end(), entry) == rows.end()) out.push_back(entry);
+      return out;
+    };
+    auto buttons = [&] {
+      std::string out;
+      for (const Control& c : Ui().DialogControls())
+        if (c.kind == "button" && (c.text == "Edit" || c.text == "Delete" || c.text == "Up" || c.text == "Down"))
+          out += c.enabled ? "1" : "0";
+      return out;
+    };
+    EXPECT_EQ("0000", buttons()) << "no rows: Edit, Delete, Up and Down are off";
+    for (const char* text : {"Two", "One", "Oops"}) AddItem(text);
+    Ui().ClickItem("One");
+    EXPECT_TRUE(Eventually([&] { return buttons() == "1111"; })) << buttons();
+    Ui().ClickInDialog("Up");
+    const std::vector<std::string> moved = {"One", "Two", "Oops"};
+    EXPECT_TRUE(Eventually([&] { return items() == moved; })) << ::testing::PrintToString(items());
+    EXPECT_TRUE(Eventually([&] { return buttons() == "1101"; })) << "up is off on the first row: " << buttons();
+    Ui().ClickItem("Oops");
+    EXPECT_TRUE(Eventually([&] { return buttons() == "1110"; })) << "down is off on the last row: " << buttons();
+    Ui().ClickInDialog("Delete");
+    EXPECT_TRUE(Eventually([&] { return items() == std::vector<std::string>{"One", "Two"}; }))
+        << ::testing::PrintToString(items());
+    Ui().ClickItem("Two");
+    Ui().ClickInDialog("Edit");
+    EXPECT_TRUE(Eventually([&] { return Beside("Text in Shape:").text == "Two"; }));
+    EXPECT_EQ((std::vector<std::string>{"One"}), items()) << "the row goes back into the boxes";
+    Ui().ClickInDialog("Add");
+    AddItem("Three");
+    const std::vector<std::string> done = {"One", "Two", "Three"};
+    EXPECT_TRUE(Eventually([&] { return items() == done; })) << ::testing::PrintToString(items());
     Ui().ClickInDialog("OK");
   });
   auto one = Symbol("One"), two = Symbol("Two"), three = Symbol("Three");
