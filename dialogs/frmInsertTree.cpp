@@ -141,14 +141,14 @@ class InsertTree {
   void InitializeGrids() {
     try {
       if (auto shape = FindSymbol(ws_, lastShapeName_)) {
-        originX_ = std::lround(shape->Left() + shape->Width() / 2);
-        originY_ = std::lround(shape->Top() + shape->Height() / 2);
+        originX_ = static_cast<long>(std::nearbyint(shape->Left() + shape->Width() / 2));
+        originY_ = static_cast<long>(std::nearbyint(shape->Top() + shape->Height() / 2));
         return;
       }
       lastShapeName_.clear();
       if (auto cell = host::ExcelApp->ActiveCell()) {
-        originX_ = std::lround(cell->Left());
-        originY_ = std::lround(cell->Top());
+        originX_ = static_cast<long>(std::nearbyint(cell->Left()));
+        originY_ = static_cast<long>(std::nearbyint(cell->Top()));
       }
     } catch (...) {
       host::ErrorHandler(kSource, "InitializeGrids", false);
