@@ -6,10 +6,11 @@
 
 namespace nivarel::dialogs {
 
-void PickCellInto(host::UserDialog& form, const std::string& box, const std::string& prompt) {
+void PickCellInto(host::UserDialog& form, const std::string& box, const std::string& prompt,
+                  const std::string& title, const std::string& startAt) {
   output::CRangePrompt picker;
-  std::string current = rules::Trim(form.Text(box));
-  picker.GetRangeFromPrompt(prompt, "Select Location", current.empty() ? "C3" : current);
+  std::string current = startAt.empty() ? rules::Trim(form.Text(box)) : startAt;
+  picker.GetRangeFromPrompt(prompt, title, current.empty() ? "C3" : current);
   if (picker.IsValid())
     form.SetText(box, picker.RangeAddress());
   else if (!picker.UserCanceled())

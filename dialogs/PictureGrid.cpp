@@ -57,6 +57,18 @@ int PictureGrid::AddRow(const std::map<std::string, std::string>& values) {
   return Rows() - 1;
 }
 
+void PictureGrid::RemoveRow(int row) {
+  if (row < 0 || row >= Rows()) return;
+  rows_.erase(rows_.begin() + row);
+  hidden_.erase(hidden_.begin() + row);
+  current_ = -1;
+  std::vector<host::UserDialog::Item> items;
+  for (int r = 0; r < Rows(); ++r)
+    if (!hidden_[r]) items.push_back(Entry(r));
+  dialog_.SetItems(list_, items);
+  LoadEditors();
+}
+
 bool PictureGrid::RowVisible(int row) const { return row >= 0 && row < Rows() && !hidden_[row]; }
 
 int PictureGrid::ListIndexOf(int row) const {

@@ -43,6 +43,8 @@ class PictureGrid {
   // Adds a row of values by column key (missing keys are empty); returns its index.
   int AddRow(const std::map<std::string, std::string>& values);
   int Rows() const { return static_cast<int>(rows_.size()); }
+  // Takes a row out; the rows below move up and no row is selected.
+  void RemoveRow(int row);
   // The selected row, 0-based; -1 when none is.
   int CurrentRow() const { return current_; }
   // Selects a shown row; a hidden one is not selected.

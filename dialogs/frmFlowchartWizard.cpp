@@ -16,6 +16,7 @@
 #include "CheckList.h"
 #include "PictureChoices.h"
 #include "PictureGrid.h"
+#include "SpacingBox.h"
 #include "Text.h"
 #include "TextConvert.h"
 #include "UserDialog.h"
@@ -40,13 +41,6 @@ const char* const kFinish = "~Finish";
 
 int ToInt(const std::string& text, int fallback = 0) { return rules::ToInt32Or(text, fallback); }
 
-// One of the spacing boxes with its spin button and the value it stands for.
-struct Spacing {
-  const char* box;
-  const char* spin;
-  int value;
-};
-
 class Wizard {
  public:
   explicit Wizard(const office::Worksheet& source) : engine_(source) {}
@@ -59,7 +53,7 @@ class Wizard {
       included_ = std::make_unique<CheckList>(dialog, "chkIncludedText", kIncludedBoxes, "scrIncludedText", 1);
       InitializeGrid();
       PopulateIncludedTextList();
-      for (Spacing* s : {&vSpacing_, &hSpacing_}) ShowSpacing(*s);
+      for (SpacingBox* s : {&vSpacing_, &hSpacing_}) s->Show(dialog);
       ShowFlowLineStyle();
       LoadBranchLabels(-1);
       if (grid_->Rows() > 0) grid_->SelectRow(0);
@@ -131,11 +125,11 @@ class Wizard {
 
   // The choices of step 1, handed to the engine.
   void ApplyChoices() {
-    for (Spacing* s : {&vSpacing_, &hSpacing_}) ValidateSpacingText(*s);
+    for (SpacingBox* s : {&vSpacing_, &hSpacing_}) s->Validate(*form_);
     engine_.newSheet = form_->Checked("optWorksheet1");
     engine_.addSpacing = form_->Checked("optSpacing0");
-    engine_.rowsBetween = vSpacing_.value;
-    engine_.columnsBetween = hSpacing_.value;
+    engine_.rowsBetween = vSpacing_.Value();
+    engine_.columnsBetween = hSpacing_.Value();
   }
 
   // The lines left unselected in step 1 hide their rows, and the connectors
@@ -229,44 +223,6 @@ class Wizard {
     form_->SetPicture("picFlowLineStyle", stylePictures_.FlowlineStyleImage(index));
   }
 
-  void ShowSpacing(Spacing& s) {
-    form_->SetText(s.box, std::to_string(s.value));
-    form_->SetSpinValue(s.spin, s.value, 0, kMaxSpacing);
-  }
-
-  // On leaving a spacing box: blank is 0, what is not a number gives the
-  // last good value back, a negative number is 0 and one above 10 is 10.
-  void ValidateSpacingText(Spacing& s) {
-    std::string text = rules::Trim(form_->Text(s.box));
-    if (text.empty()) {
-      s.value = 0;
-    } else if (!rules::IsNumeric(text)) {
-      // the last good value stays
-    } else {
-      double number = rules::ToDouble(text);
-      if (number < 0)
-        s.value = 0;
-      else if (number > kMaxSpacing)
-        s.value = kMaxSpacing;
-      else {
-        s.value = static_cast<int>(std::nearbyint(number));
-        form_->SetSpinValue(s.spin, s.value, 0, kMaxSpacing);
-        return;  // a number in range stays as typed
-      }
-    }
-    ShowSpacing(s);
-  }
-
-  // The spin button only tells the way: up adds one to the box, down takes
-  // one away, within 0 to 10.
-  void SpinChanged(Spacing& s) {
-    int before = s.value, now = form_->SpinValue(s.spin);
-    if (now == before) return;
-    ValidateSpacingText(s);  // a number typed in the box counts first
-    s.value = now > before ? std::min(s.value + 1, kMaxSpacing) : std::max(s.value - 1, 0);
-    ShowSpacing(s);
-  }
-
   void Next() {
     if (step_ == 0) ApplyChoices();
     ++step_;
@@ -340,18 +296,11 @@ class Wizard {
     try {
       if (!form_ || !loaded_) return;
       if (grid_->Handle(method) || included_->Handle(method)) return;
+      if (vSpacing_.Handle(*form_, method) || hSpacing_.Handle(*form_, method)) return;
       if (method == "cmdNext_Click") {
         Next();
       } else if (method == "cmdBack_Click") {
         Back();
-      } else if (method == "txtVSpacing_Exit") {
-        ValidateSpacingText(vSpacing_);
-      } else if (method == "txtHSpacing_Exit") {
-        ValidateSpacingText(hSpacing_);
-      } else if (method == "scrVSpacing_Change") {
-        SpinChanged(vSpacing_);
-      } else if (method == "scrHSpacing_Change") {
-        SpinChanged(hSpacing_);
       } else if (method == "cmdChangeStyle_Click") {
         ChangeStyle();
       } else if (method == "cmdChangeFlowlineStyle_Click") {
@@ -373,8 +322,8 @@ class Wizard {
   std::unique_ptr<PictureGrid> grid_;
   output::ucShapes shapePictures_;
   output::ucImages stylePictures_;
-  Spacing vSpacing_{"txtVSpacing", "scrVSpacing", 2};
-  Spacing hSpacing_{"txtHSpacing", "scrHSpacing", 4};
+  SpacingBox vSpacing_{"txtVSpacing", "scrVSpacing", 2, kMaxSpacing};
+  SpacingBox hSpacing_{"txtHSpacing", "scrHSpacing", 4, kMaxSpacing};
   int step_ = 0;
   int currentRow_ = -1, previousRow_ = -1;  // 0-based rows of the table
   bool loaded_ = false;

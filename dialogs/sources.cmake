@@ -6,7 +6,9 @@ set(DIALOGS_SOURCES
   ${CMAKE_SOURCE_DIR}/dialogs/PickCell.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/PictureChoices.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/PictureGrid.cpp
+  ${CMAKE_SOURCE_DIR}/dialogs/SpacingBox.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/SymbolList.cpp
+  ${CMAKE_SOURCE_DIR}/dialogs/frmInsertTree.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmAbout.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmBranchLabelPrompt.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmFlowLineInsert.cpp

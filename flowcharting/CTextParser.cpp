@@ -2,12 +2,14 @@
 
 #include "UndoList.h"
 #include "frmFlowLineInsert.h"
+#include "frmInsertTree.h"
 #include "frmTextBox.h"
 
 #include <cctype>
 
 #include "MErrorHandler.h"
 #include "MGlobalVariables.h"
+#include "MShapeRanges.h"
 #include "MsoConstants.h"
 #include "Range.h"
 #include "Shape.h"
@@ -121,13 +123,21 @@ bool CTextParser::IsReservedKeyword(office::Worksheet& worksheet, const rules::C
     std::string word = rules::UpperCase(rules::Trim(m_Text));
     if (word != "FL" && word != "LBL" && word != "BR") return false;
     worksheet.GetRange(cellAddress).ClearContents();
-    // The branch tool opens here as it arrives; until then its word only
-    // clears the cell.
     if (word == "FL" && host::ExcelApp) {
       dialogs::frmFlowLineInsert tool;
       host::ExcelApp->SetScreenUpdating(true);
       tool.Display(worksheet, config);
       host::ExcelApp->SetScreenUpdating(false);
+    }
+    if (word == "BR" && host::ExcelApp) {
+      // The run goes on below the fan's new symbol.
+      long count = host::GetNonTemplateShapeCount(worksheet);
+      if (!host::IsGlobalRowHeightSet()) host::SetGlobalRowHeight();
+      host::ExcelApp->SetScreenUpdating(true);
+      dialogs::frmInsertTree tree;
+      tree.Display(worksheet, m_LastShapeName, static_cast<int>(count));
+      m_LastShapeName = tree.LastShapeName();
+      m_LastShapeChanged = true;
     }
     if (word == "LBL" && host::ExcelApp) {
       dialogs::frmTextBox prompt;

@@ -22,6 +22,7 @@
 #include "frmStart.h"
 #include "frmFlowLineInsert.h"
 #include "frmFlowchartWizard.h"
+#include "frmInsertTree.h"
 #include "frmStyleWizard.h"
 #include "frmTextBox.h"
 
@@ -256,7 +257,20 @@ void CEventHandler::InsertFlowLine() {
     ErrorHandler(kSource, "InsertFlowLine", false);
   }
 }
-void CEventHandler::InsertBranch() { NotInThisVersion("Insert Branch"); }
+void CEventHandler::InsertBranch() {
+  try {
+    if (!ExcelApp) return;
+    auto sheet = ExcelApp->ActiveSheet();
+    if (!sheet) return;
+    long count = GetNonTemplateShapeCount(*sheet);
+    std::string lastShapeName;
+    if (count >= 1 && m_SessionActive && m_Flowcharter) lastShapeName = m_Flowcharter->LastShapeName();
+    if (!IsGlobalRowHeightSet()) SetGlobalRowHeight();
+    dialogs::frmInsertTree().Display(*sheet, lastShapeName, static_cast<int>(count));
+  } catch (...) {
+    ErrorHandler(kSource, "InsertBranch", false);
+  }
+}
 void CEventHandler::InsertGroupBox() { NotInThisVersion("Insert Group Box"); }
 void CEventHandler::ExportImage() { NotInThisVersion("Export as Picture"); }
 // Needs the about box.

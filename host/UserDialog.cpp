@@ -99,6 +99,28 @@ class SelectAllOnFocus : public cppu::WeakImplHelper1<awt::XFocusListener> {
   void SAL_CALL disposing(const css::lang::EventObject&) override {}
 };
 
+// Notes the name of the control that gets the focus.
+class FocusWatch : public cppu::WeakImplHelper1<awt::XFocusListener> {
+ public:
+  explicit FocusWatch(std::shared_ptr<std::string> focused) : focused_(std::move(focused)) {}
+  void SAL_CALL focusGained(const awt::FocusEvent& e) override {
+    OfficeThreadScope scope;
+    AtBorder("UserDialog", "FocusGained", [&] {
+      Reference<awt::XControl> control(e.Source, uno::UNO_QUERY);
+      if (!control.is()) return;
+      Reference<css::beans::XPropertySet> model(control->getModel(), uno::UNO_QUERY);
+      OUString name;
+      if (model.is()) model->getPropertyValue("Name") >>= name;
+      *focused_ = ToUtf8(name);
+    });
+  }
+  void SAL_CALL focusLost(const awt::FocusEvent&) override {}
+  void SAL_CALL disposing(const css::lang::EventObject&) override {}
+
+ private:
+  std::shared_ptr<std::string> focused_;
+};
+
 // Notes an Escape pressed in any of the dialog's controls.
 class EscapeWatch : public cppu::WeakImplHelper1<awt::XKeyListener> {
  public:
@@ -159,6 +181,7 @@ class HelpKey : public cppu::WeakImplHelper1<awt::XKeyHandler> {
 struct UserDialog::State {
   std::shared_ptr<std::atomic<bool>> escape = std::make_shared<std::atomic<bool>>(false);
   std::shared_ptr<PressPoint> press = std::make_shared<PressPoint>();
+  std::shared_ptr<std::string> focused = std::make_shared<std::string>();
   std::shared_ptr<HostSession> session;
   std::string name;
   std::function<void(const std::string&)> handler;
@@ -217,11 +240,13 @@ UserDialog::UserDialog(const Application& app, const std::string& name,
     state_->controls.set(state_->dialog, uno::UNO_QUERY_THROW);
     Reference<awt::XFocusListener> select(new SelectAllOnFocus);
     Reference<awt::XKeyListener> escape(new EscapeWatch(state_->escape));
+    Reference<awt::XFocusListener> focus(new FocusWatch(state_->focused));
     for (const auto& control : state_->controls->getControls()) {
       Reference<awt::XTextComponent> text(control, uno::UNO_QUERY);
       Reference<awt::XWindow> window(control, uno::UNO_QUERY);
       if (!window.is()) continue;
       if (text.is()) window->addFocusListener(select);
+      window->addFocusListener(focus);
       window->addKeyListener(escape);
     }
   });
@@ -388,6 +413,8 @@ void UserDialog::SetFocus(const std::string& control) {
     window->setFocus();
   });
 }
+
+std::string UserDialog::FocusedControl() const { return *state_->focused; }
 
 void UserDialog::SetItems(const std::string& control, const std::vector<Item>& items) {
   Call("UserDialog.Items", [&] {

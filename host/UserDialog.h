@@ -41,6 +41,8 @@ class UserDialog {
   bool Checked(const std::string& control) const;
   void SetChecked(const std::string& control, bool on);
   void SetFocus(const std::string& control);
+  // The control that has the focus now, or had it last; "" before any had.
+  std::string FocusedControl() const;
   // Greys a control out or back in.
   void SetEnabled(const std::string& control, bool enabled);
   // Shows or hides a control.

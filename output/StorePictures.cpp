@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "CConfig.h"
+#include "CFlowLineAdder.h"
 #include "CFlowLineFormatter.h"
 #include "CShapeFormatter.h"
 #include "FillFormat.h"
@@ -28,6 +29,7 @@ using namespace office;
 
 constexpr int16_t kProcessStyle = 2;  // the shipped style of a Process
 constexpr double kInset = 4;          // points between a picture's edge and what it shows
+constexpr int16_t kBranchLineStyle = 1;  // a thin black arrowed line
 constexpr double kOrigin = 72;        // where pictures are drawn on the sheet, room for what reaches out
 
 // Every picture is drawn where the contact sheet shows it, twelve to a row
@@ -133,6 +135,60 @@ class Painter {
     flowLines_.SetNewSolidFlowLineFormat(line, 1);
     line.Line().SetWeight(kArrowWeight);
     return symbol;
+  }
+
+  // The branch tool's layout (0 standard, 1 inverted, 2 left, 3 right, 4 left
+  // hanging, 5 right hanging): a decision with three process items, each
+  // joined by an arrowed elbow line from the side the tool joins from to the
+  // side it joins to.
+  Shape Branch(int layout, double left, double top, double width, double height) {
+    struct Box {
+      double x, y, w, h;
+    };
+    Box base{}, items[3]{};
+    int fromSide = 2, toSide = 0;
+    double bw = width * 2 / 7, bh = height / 4;  // the decision
+    switch (layout) {
+      case 0:
+      case 1: {
+        double iw = width / 4, ih = height * 9 / 40, gap = (width - 3 * iw) / 2;
+        bool up = layout == 1;
+        base = {left + (width - bw) / 2, up ? top + height - bh : top, bw, bh};
+        for (int i = 0; i < 3; ++i) items[i] = {left + i * (iw + gap), up ? top : top + height - ih, iw, ih};
+        fromSide = up ? 0 : 2;
+        toSide = up ? 2 : 0;
+        break;
+      }
+      case 2:
+      case 3: {
+        double iw = width * 2 / 7, ih = height / 5, gap = (height - 3 * ih) / 2;
+        bool toLeft = layout == 2;
+        base = {toLeft ? left + width - bw : left, top + (height - bh) / 2, bw, bh};
+        for (int i = 0; i < 3; ++i) items[i] = {toLeft ? left : left + width - iw, top + i * (ih + gap), iw, ih};
+        fromSide = toLeft ? 3 : 1;
+        toSide = toLeft ? 1 : 3;
+        break;
+      }
+      default: {
+        double iw = width * 2 / 7, ih = height * 6 / 40, gap = height * 4 / 40;
+        bool toLeft = layout == 4;
+        base = {toLeft ? left + width - bw - width / 7 : left + width / 7, top, bw, bh};
+        for (int i = 0; i < 3; ++i)
+          items[i] = {toLeft ? left : left + width - iw, top + bh + gap + i * (ih + gap), iw, ih};
+        fromSide = 2;
+        toSide = toLeft ? 1 : 3;
+        break;
+      }
+    }
+    Shape from = Symbol(msoShapeFlowchartDecision, base.x, base.y, base.w, base.h, kProcessStyle);
+    for (const Box& b : items) {
+      Shape to = Symbol(msoShapeFlowchartProcess, b.x, b.y, b.w, b.h, kProcessStyle);
+      Shape line = Add(shapes_.AddConnector(msoConnectorElbow, 0, 0, 10, 10));
+      line.GetConnectorFormat().BeginConnect(from, shapes::CFlowLineAdder::GetConnectionPoint(from.AutoShapeType(), fromSide));
+      line.GetConnectorFormat().EndConnect(to, shapes::CFlowLineAdder::GetConnectionPoint(to.AutoShapeType(), toSide));
+      flowLines_.SetNewSolidFlowLineFormat(line, kBranchLineStyle);
+    }
+    return from;
   }
 
   // A plain line of a line style across the frame, no arrowhead.
@@ -268,6 +324,10 @@ int DrawStorePictures(Application& app, const std::string& folder, const std::st
           });
   p.Store(folder, 0, 7, ucImages::kSideSize, ucImages::kSideSize, "side ", ucImages::SideFileName,
           [&](int i, double l, double t, double w, double h) { return p.Side(l, t, w, h, i >= 4, i % 4); });
+  p.Store(folder, 0, ucImages::kBranchLayouts - 1, ucImages::kBranchWidth, ucImages::kBranchHeight, "branch ",
+          ucImages::BranchFileName, [&](int layout, double l, double t, double w, double h) {
+            return p.Branch(layout, l, t, w, h);
+          });
   // The pickers' panels, seven to a row, made of the pictures just written.
   auto files = [&](int first, int last, const std::function<std::string(int, bool)>& name) {
     std::vector<std::string> out;

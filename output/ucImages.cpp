@@ -42,6 +42,16 @@ std::string ucImages::PanelFileName(Panel panel) {
   }
 }
 
+std::string ucImages::BranchFileName(int layout, bool doubleSize) {
+  static const char* const kNames[kBranchLayouts] = {"standard", "inverted", "left", "right", "left-hanging",
+                                                     "right-hanging"};
+  if (layout < 0 || layout >= kBranchLayouts)
+    throw std::out_of_range("Invalid branch layout " + std::to_string(layout));
+  return std::string("branches/") + kNames[layout] + (doubleSize ? "@2x" : "") + ".png";
+}
+
+std::string ucImages::BranchImage(int layout) const { return pictures_.Path(BranchFileName(layout)); }
+
 std::string ucImages::GridImage(int index) const {
   if (index >= ucShapes::kFirst && index <= ucShapes::kLast) return shapes_.ShapeImage(index);
   int style = index - ucShapes::kLast;

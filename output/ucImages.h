@@ -1,9 +1,10 @@
 // The store of style pictures: each symbol style 1 to 84 on a process symbol,
 // each flow line style 1 to 21 as an arrowed line between two small symbols
 // and as a plain line, the grid's list (shape types 1 to 124, then styles 1
-// to 84), the pickers' panels of seven pictures to a row, and the flow line
+// to 84), the pickers' panels of seven pictures to a row, the flow line
 // tools' sides: a sample symbol with an arrow out of or into one of its
-// sides (0 top, 1 right, 2 bottom, 3 left). Pictures
+// sides (0 top, 1 right, 2 bottom, 3 left), and the branch tool's six
+// layouts. Pictures
 // are PNG file paths from the extension's "pictures" folder, drawn by the
 // shape engine at build time; empty when the file is missing (logged once).
 #pragma once
@@ -22,6 +23,8 @@ class ucImages {
   static constexpr int kLastStyle = 84, kStyleFallback = 43;
   static constexpr int kLastLineStyle = 21, kLineFallback = 1;
   static constexpr int kSideSize = 48;  // pixels, square; "@2x" twice that
+  static constexpr int kBranchWidth = 64, kBranchHeight = 48;
+  static constexpr int kBranchLayouts = 6;  // standard, inverted, left, right, left hanging, right hanging
 
   explicit ucImages(std::string folder = "");
 
@@ -41,6 +44,10 @@ class ucImages {
   // The sample symbol with an arrow out of side 0 to 3 (into it when into
   // is true); another side is 0.
   std::string SideImage(bool into, int side) const;
+  // The branch tool's layout 0..5 (in the order of kBranchLayouts): a base
+  // symbol with its fan of three items. Another layout raises std::out_of_range.
+  std::string BranchImage(int layout) const;
+
   // The pickers' panels: styles 1 to 42, styles 43 to 84, flow line styles
   // and plain line styles, each of 7 columns.
   enum Panel { kThemedPanel, kSolidPanel, kFlowLinePanel, kLinePanel };
@@ -55,6 +62,7 @@ class ucImages {
   static std::string PanelFileName(Panel panel);
   // Index 0 to 3: out of sides 0 to 3; 4 to 7: into them.
   static std::string SideFileName(int index, bool doubleSize = false);
+  static std::string BranchFileName(int layout, bool doubleSize = false);
 
  private:
   PictureFolder pictures_;

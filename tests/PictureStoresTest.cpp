@@ -81,6 +81,9 @@ TEST(PictureStoresTest, EveryPictureHasItsStoresSizeAndATwiceAsLargeTwin) {
   for (bool into : {false, true})
     for (int side = 0; side < 4; ++side) sides.push_back(images.SideImage(into, side));
   check(sides, ucImages::kSideSize, ucImages::kSideSize);
+  std::vector<std::string> branches;
+  for (int layout = 0; layout < ucImages::kBranchLayouts; ++layout) branches.push_back(images.BranchImage(layout));
+  check(branches, ucImages::kBranchWidth, ucImages::kBranchHeight);
   // The pickers' panels: 7 pictures to a row, at twice the pictures' size.
   struct Panel {
     ucImages::Panel panel;
@@ -97,7 +100,7 @@ TEST(PictureStoresTest, EveryPictureHasItsStoresSizeAndATwiceAsLargeTwin) {
   size_t files = 0;
   for (const auto& e : std::filesystem::recursive_directory_iterator(kFolder))
     files += e.path().extension() == ".png" ? 1 : 0;
-  EXPECT_EQ(2u * (124 + 84 + 21 + 21 + 8) + 4, files);
+  EXPECT_EQ(2u * (124 + 84 + 21 + 21 + 8 + 6) + 4, files);
 }
 
 TEST(PictureStoresTest, ThePixelsShowWhatEachNumberStandsFor) {
@@ -112,6 +115,28 @@ TEST(PictureStoresTest, ThePixelsShowWhatEachNumberStandsFor) {
     PngFile p(images.StyleImage(style));
     ASSERT_GT(p.Width(), 0);
     EXPECT_TRUE(Near(p.At(p.Width() / 4, p.Height() / 2), f.r, f.g, f.b)) << "style " << f.style;
+  }
+  // The branch layouts: the base symbol stands where the layout puts it,
+  // alone in its quarter of the picture, and the fan fills the far side.
+  auto inkIn = [](const PngFile& p, double x0, double y0, double x1, double y1) {
+    int n = 0;
+    for (int y = static_cast<int>(y0 * p.Height()); y < static_cast<int>(y1 * p.Height()); ++y)
+      for (int x = static_cast<int>(x0 * p.Width()); x < static_cast<int>(x1 * p.Width()); ++x)
+        n += p.Inked(x, y) ? 1 : 0;
+    return n;
+  };
+  struct Fan {
+    int layout;
+    double baseX0, baseY0, baseX1, baseY1;   // where the base stands
+    double emptyX0, emptyY0, emptyX1, emptyY1;  // beside it, where nothing is
+  } fans[] = {{0, 0.4, 0, 0.6, 0.25, 0, 0, 0.2, 0.25},   {1, 0.4, 0.75, 0.6, 1, 0, 0.75, 0.2, 1},
+              {2, 0.75, 0.4, 1, 0.6, 0.75, 0, 1, 0.2},   {3, 0, 0.4, 0.25, 0.6, 0, 0, 0.25, 0.2},
+              {4, 0.5, 0, 0.8, 0.25, 0, 0, 0.3, 0.15},   {5, 0.2, 0, 0.5, 0.25, 0.7, 0, 1, 0.15}};
+  for (const Fan& f : fans) {
+    PngFile p(images.BranchImage(f.layout));
+    ASSERT_GT(p.Width(), 0);
+    EXPECT_GT(inkIn(p, f.baseX0, f.baseY0, f.baseX1, f.baseY1), 10) << "layout " << f.layout << ": its base";
+    EXPECT_EQ(0, inkIn(p, f.emptyX0, f.emptyY0, f.emptyX1, f.emptyY1)) << "layout " << f.layout;
   }
   // A flow line, at twice the size where a thin line covers whole pixels:
   // its colour where the middle column is most opaque, and an arrowhead

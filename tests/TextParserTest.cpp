@@ -83,7 +83,6 @@ TEST_F(TextParserTest, EveryFormOfCellText) {
       {"LBL: Note", "LBL", "Note", 0, true, false},
       {"lbl:note", "LBL", "Note", 0, true, false},
       {"LBL:", "LBL", " ", 73, false, false},
-      {"br", "", "Br", 0, false, true},
   };
   const CConfig config = Defaults();
   office::Shapes shapes = sheet_->GetShapes();
@@ -124,6 +123,21 @@ TEST_F(TextParserTest, EveryFormOfCellText) {
   EXPECT_TRUE(fl.IsReserved());
   EXPECT_EQ("X", fl.Prefix());
   EXPECT_EQ("", sheet_->GetRange("C3").Text()) << "the cell is cleared";
+}
+
+// BR opens the branch tool over the sheet; however the tool ends, the run is
+// told to go on from the symbol the tool names, here the one it was given.
+TEST_F(TextParserTest, BROpensTheBranchToolAndHandsOnItsLastSymbol) {
+  auto folder = testing::ShippedSettings("text-parser-br");
+  sheet_->GetRange("C3").SetValue("br");
+  CTextParser p;
+  Drive([&] { p.ParseText("br", Defaults(), *sheet_, prefixes_, keywords_, symbols_, "C3", "AutoShape 1"); },
+        " Insert Branch", [&] { Ui().ClickInDialog("Cancel"); });
+  EXPECT_TRUE(p.IsReserved());
+  EXPECT_EQ("", sheet_->GetRange("C3").Text()) << "the cell is cleared";
+  EXPECT_EQ(0, sheet_->GetShapes().Count());
+  EXPECT_TRUE(p.LastShapeChanged());
+  EXPECT_EQ("AutoShape 1", p.LastShapeName());
 }
 
 TEST_F(TextParserTest, SettingsAndTablesChangeTheOutcome) {

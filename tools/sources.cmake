@@ -1,6 +1,7 @@
 # Sources of the flowchart tools that work on the shapes already on a sheet.
 # Built into the add-in's library.
 set(TOOLS_SOURCES
+  ${CMAKE_SOURCE_DIR}/tools/BranchInserter.cpp
   ${CMAKE_SOURCE_DIR}/tools/CStyleWizard.cpp
   ${CMAKE_SOURCE_DIR}/tools/FlowchartWizard.cpp
 )
