@@ -173,6 +173,59 @@ class AddinFixture : public OfficeTest {
     return false;
   }
 
+  // The robot's keys and clicks are handled by the office in its own time:
+  // waits until check passes, false when it never does.
+  bool Eventually(const std::function<bool()>& check, int timeoutMs = 5000) {
+    auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(timeoutMs);
+    while (!check()) {
+      if (std::chrono::steady_clock::now() > end) return false;
+      std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    }
+    return true;
+  }
+  // Whether the dialog in front comes to show a control reading text.
+  bool Shows(const std::string& text) {
+    return Eventually([&] {
+      for (const auto& c : Ui().DialogControls())
+        if (c.text == text) return true;
+      return false;
+    });
+  }
+  // The entries of the lists that the dialog in front shows, in reading order.
+  std::vector<std::string> Listed() {
+    std::vector<std::string> out;
+    for (const auto& c : Ui().DialogControls())
+      if (c.kind == "item") out.push_back(c.text);
+    return out;
+  }
+  // The control that follows a caption in reading order: the box it names.
+  driver::UiDriver::DialogControl Beside(const std::string& caption) {
+    auto controls = Ui().DialogControls();
+    for (size_t i = 0; i + 1 < controls.size(); ++i)
+      if (controls[i].kind == "text" && controls[i].text == caption) return controls[i + 1];
+    ADD_FAILURE() << "no control beside '" << caption << "'";
+    return {};
+  }
+  // Tabs to the box beside a caption and types text over what it holds.
+  void TypeBeside(const std::string& caption, const std::string& text) {
+    bool found = false;
+    for (int i = 0; i < 60 && !found; ++i) {
+      auto controls = Ui().DialogControls();
+      for (size_t k = 0; k + 1 < controls.size(); ++k)
+        if (controls[k].kind == "text" && controls[k].text == caption && controls[k + 1].focused) found = true;
+      if (!found) Ui().PressDialogKey("TAB");
+    }
+    std::string seen = Ui().Title() + ":";
+    if (!found)
+      for (const auto& c : Ui().DialogControls())
+        seen += " [" + c.kind + " '" + c.text + "'" + (c.focused ? "*" : "") + "]";
+    ASSERT_TRUE(found) << "the box beside '" << caption << "' never took the focus; " << seen;
+    if (text.empty())
+      Ui().PressDialogKey("BACKSPACE");  // the box's text is all selected on the way in
+    else
+      Ui().TypeInDialog(text);
+  }
+
   // The lines on the test's sheet.
   std::vector<office::Shape> Lines() {
     std::vector<office::Shape> out;

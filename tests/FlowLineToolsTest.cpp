@@ -123,14 +123,6 @@ class FlowLineToolsTest : public testing::AddinFixture {
       if (options[i].checked) (i % 2 == 0 ? marked.first : marked.second) = static_cast<int>(i / 2);
     return marked;
   }
-  bool Eventually(const std::function<bool()>& check, int timeoutMs = 5000) {
-    auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(timeoutMs);
-    while (!check()) {
-      if (std::chrono::steady_clock::now() > end) return false;
-      std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    }
-    return true;
-  }
   bool SidesShown(std::pair<int, int> sides) {
     return Eventually([&] { return MarkedSides() == sides; });
   }

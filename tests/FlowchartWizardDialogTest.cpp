@@ -51,59 +51,12 @@ class FlowchartWizardDialogTest : public testing::AddinFixture {
 
   void Open(const std::function<void()>& steps) { Drive([&] { handler_.ShowFlowchartWizard(); }, kTitle, steps); }
 
-  // The rows of step 2's table that the dialog shows.
-  std::vector<std::string> Listed() {
-    std::vector<std::string> out;
-    for (const Control& c : Ui().DialogControls())
-      if (c.kind == "item") out.push_back(c.text);
-    return out;
-  }
   // Step 1's lines that the dialog shows, or those of them checked.
   std::vector<std::string> Lines(bool checkedOnly = false) {
     std::vector<std::string> out;
     for (const Control& c : Ui().DialogControls())
       if (c.kind == "check" && (!checkedOnly || c.checked)) out.push_back(c.text);
     return out;
-  }
-  // The control that follows a caption in reading order: the box it names.
-  Control Beside(const std::string& caption) {
-    auto controls = Ui().DialogControls();
-    for (size_t i = 0; i + 1 < controls.size(); ++i)
-      if (controls[i].kind == "text" && controls[i].text == caption) return controls[i + 1];
-    ADD_FAILURE() << "no control beside '" << caption << "'";
-    return {};
-  }
-  // Tabs to the box beside a caption and types text over what it holds.
-  void TypeBeside(const std::string& caption, const std::string& text) {
-    bool found = false;
-    for (int i = 0; i < 40 && !found; ++i) {
-      auto controls = Ui().DialogControls();
-      for (size_t k = 0; k + 1 < controls.size(); ++k)
-        if (controls[k].kind == "text" && controls[k].text == caption && controls[k + 1].focused) found = true;
-      if (!found) Ui().PressDialogKey("TAB");
-    }
-    ASSERT_TRUE(found) << "the box beside '" << caption << "' never took the focus";
-    if (text.empty())
-      Ui().PressDialogKey("BACKSPACE");  // the box's text is all selected on the way in
-    else
-      Ui().TypeInDialog(text);
-  }
-  // The robot's keys and clicks are handled by the office in its own time:
-  // waits until check passes, false when it never does.
-  bool Eventually(const std::function<bool()>& check, int timeoutMs = 5000) {
-    auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(timeoutMs);
-    while (!check()) {
-      if (std::chrono::steady_clock::now() > end) return false;
-      std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    }
-    return true;
-  }
-  bool Shows(const std::string& text) {
-    return Eventually([&] {
-      for (const Control& c : Ui().DialogControls())
-        if (c.text == text) return true;
-      return false;
-    });
   }
   // Whether the box beside a caption comes to read text.
   bool Reads(const std::string& caption, const std::string& text) {

@@ -68,52 +68,6 @@ class InsertBranchTest : public testing::AddinFixture {
     return *shape;
   }
 
-  bool Eventually(const std::function<bool()>& check, int timeoutMs = 5000) {
-    auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(timeoutMs);
-    while (!check()) {
-      if (std::chrono::steady_clock::now() > end) return false;
-      std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    }
-    return true;
-  }
-  bool Shows(const std::string& text) {
-    return Eventually([&] {
-      for (const Control& c : Ui().DialogControls())
-        if (c.text == text) return true;
-      return false;
-    });
-  }
-  std::vector<std::string> Listed() {
-    std::vector<std::string> out;
-    for (const Control& c : Ui().DialogControls())
-      if (c.kind == "item") out.push_back(c.text);
-    return out;
-  }
-  Control Beside(const std::string& caption) {
-    auto controls = Ui().DialogControls();
-    for (size_t i = 0; i + 1 < controls.size(); ++i)
-      if (controls[i].kind == "text" && controls[i].text == caption) return controls[i + 1];
-    ADD_FAILURE() << "no control beside '" << caption << "'";
-    return {};
-  }
-  // Tabs to the box beside a caption and types text over what it holds.
-  void TypeBeside(const std::string& caption, const std::string& text) {
-    bool found = false;
-    for (int i = 0; i < 60 && !found; ++i) {
-      auto controls = Ui().DialogControls();
-      for (size_t k = 0; k + 1 < controls.size(); ++k)
-        if (controls[k].kind == "text" && controls[k].text == caption && controls[k + 1].focused) found = true;
-      if (!found) Ui().PressDialogKey("TAB");
-    }
-    std::string seen = Ui().Title() + ":";
-    if (!found)
-      for (const Control& c : Ui().DialogControls()) seen += " [" + c.kind + " '" + c.text + "'" + (c.focused ? "*" : "") + "]";
-    ASSERT_TRUE(found) << "the box beside '" << caption << "' never took the focus; " << seen;
-    if (text.empty())
-      Ui().PressDialogKey("BACKSPACE");  // the box's text is all selected on the way in
-    else
-      Ui().TypeInDialog(text);
-  }
   // Adds an item through the boxes and the Add button.
   void AddItem(const std::string& text, const std::string& label = "") {
     size_t before = Listed().size();

@@ -9,6 +9,9 @@
 #include "CConfig.h"
 #include "CRangePrompt.h"
 #include "Workbook.h"
+#include "Shape.h"
+#include "Shapes.h"
+#include "frmInsertTree.h"
 #include "frmStart.h"
 #include "frmTerminator.h"
 
@@ -40,15 +43,11 @@ class RangePromptTest : public testing::AddinFixture {
   }
   // Whether the dialog in front comes to show an edit box reading text.
   bool ShowsBox(const std::string& text) {
-    auto end = std::chrono::steady_clock::now() + std::chrono::seconds(5);
-    for (;;) {
+    return Eventually([&] {
       auto controls = Ui().DialogControls();
-      if (std::any_of(controls.begin(), controls.end(),
-                      [&](const Control& c) { return c.kind == "edit" && c.text == text; }))
-        return true;
-      if (std::chrono::steady_clock::now() > end) return false;
-      std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    }
+      return std::any_of(controls.begin(), controls.end(),
+                         [&](const Control& c) { return c.kind == "edit" && c.text == text; });
+    });
   }
 };
 
@@ -102,6 +101,32 @@ TEST_F(RangePromptTest, AnAddressTypedIntoThePickerGoesIntoTheTerminatorPrompt) 
   });
   EXPECT_TRUE(terminator.OK());
   EXPECT_EQ("B12", terminator.StartLocation());
+}
+
+// The branch tool's button, on a sheet without symbols: the base symbol is
+// drawn at the picked cell, not at the cell that was active.
+TEST_F(RangePromptTest, TheBranchToolPlacesItsBaseSymbolAtThePickedCell) {
+  auto folder = testing::ShippedSettings("range-prompt-branch");
+  Ui().SelectCell("B2");
+  dialogs::frmInsertTree tree;
+  Drive([&] { tree.Display(*sheet_, "", 0); }, " Insert Branch", [&] {
+    ASSERT_TRUE(ShowsBox("B2")) << "the active cell is proposed";
+    Ui().ClickInDialog("Select Cell...");
+    ASSERT_TRUE(WaitForPicker("Select the cell to place the symbol.")) << "in front: " << Ui().Title();
+    Ui().ClickCell("E7");
+    Ui().ClickInDialog("Expand");
+    ASSERT_TRUE(WaitForDialog(" Insert Branch"));
+    ASSERT_TRUE(ShowsBox("E7"));
+    TypeBeside("Text in Shape:", "Next");
+    Ui().PressDialogKey("RETURN");  // to the label box
+    Ui().PressDialogKey("RETURN");  // adds the item
+    ASSERT_TRUE(Eventually([&] { return Listed().size() == 1; }));
+    Ui().PressDialogKey("RETURN");  // both boxes empty: draws
+  });
+  ASSERT_TRUE(tree.OK());
+  office::Shape base = sheet_->GetShapes().Item(1);
+  EXPECT_EQ("E7", base.TopLeftCell().Address(false)) << "the base symbol, drawn first";
+  EXPECT_EQ(3, sheet_->GetShapes().Count()) << "the base, the item and the line between them";
 }
 
 // The picker itself: a range typed on another sheet answers that sheet, and
