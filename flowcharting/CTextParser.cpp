@@ -7,6 +7,7 @@
 
 #include <cctype>
 
+#include "MBranchLabels.h"
 #include "MErrorHandler.h"
 #include "MGlobalVariables.h"
 #include "MShapeRanges.h"
@@ -82,7 +83,7 @@ bool CTextParser::IsPowerStringEntry(office::Worksheet& worksheet, const rules::
     result = !rules::Trim(m_Text).empty() && m_Prefix == "LBL";
     if (result) {
       worksheet.GetRange(cellAddress).ClearContents();
-      DropLabel(worksheet, config, cellAddress, false);
+      DropLabel(worksheet, config, cellAddress);
     }
   } catch (...) {
     host::ErrorHandler(kSource, "IsPowerStringEntry", false);
@@ -90,31 +91,13 @@ bool CTextParser::IsPowerStringEntry(office::Worksheet& worksheet, const rules::
   return result;
 }
 
-void CTextParser::DropLabel(office::Worksheet& worksheet, const rules::CConfig& config, const std::string& cellAddress,
-                            bool outlineFirst) {
+void CTextParser::DropLabel(office::Worksheet& worksheet, const rules::CConfig& config,
+                            const std::string& cellAddress) {
   // Drawing, unrecorded: the run records the shapes its step adds.
   office::UndoList::Pause drawing(worksheet.Parent());
   office::Range cell = worksheet.GetRange(cellAddress);
-  office::Shape box =
-      worksheet.GetShapes().AddTextbox(office::msoTextOrientationHorizontal, cell.Left(), cell.Top(), 100, 25.5);
-  if (outlineFirst) box.Line().SetVisible(false);
-  office::Characters characters = box.GetTextFrame().GetCharacters();
-  characters.SetText(m_Text);
-  office::Font font = characters.GetFont();
-  font.SetName(config.BranchFontName);
-  font.SetBold(config.BranchFontBold);
-  font.SetItalic(config.BranchFontItalic);
-  font.SetSize(config.BranchFontSize);
-  font.SetColor(config.BranchFontColor);
-  if (host::ExcelVersion >= 12) {
-    box.GetTextFrame2().SetWordWrap(office::msoFalse);
-    box.GetTextFrame2().SetAutoSize(office::msoAutoSizeShapeToFitText);
-  } else {
-    box.GetTextFrame().SetAutoSize(true);
-  }
-  box.ZOrder(office::msoBringToFront);
-  box.SetPlacement(office::xlMove);
-  box.Line().SetVisible(false);
+  office::Shapes shapes = worksheet.GetShapes();
+  shapes::AddFreeLabel(shapes, cell.Left(), cell.Top(), m_Text, config);
 }
 
 bool CTextParser::IsReservedKeyword(office::Worksheet& worksheet, const rules::CConfig& config,
@@ -146,7 +129,7 @@ bool CTextParser::IsReservedKeyword(office::Worksheet& worksheet, const rules::C
       host::ExcelApp->SetScreenUpdating(false);
       if (prompt.OK()) {
         m_Text = prompt.TextBoxText();
-        if (!m_Text.empty()) DropLabel(worksheet, config, cellAddress, true);
+        if (!m_Text.empty()) DropLabel(worksheet, config, cellAddress);
       }
     }
     return true;

@@ -75,8 +75,7 @@ class CTextParser {
   // of the language that the parse doesn't use yet.
   void FindComponents(const std::string& text);
   // A borderless label with the branch font at the cell.
-  void DropLabel(office::Worksheet& worksheet, const rules::CConfig& config, const std::string& cellAddress,
-                 bool outlineFirst);
+  void DropLabel(office::Worksheet& worksheet, const rules::CConfig& config, const std::string& cellAddress);
 
   std::string m_Text;
   int16_t m_ShapeType = 61;

@@ -51,6 +51,29 @@ office::Shape AddBranchLabelBox(office::Shapes& shapes, const std::string& text,
   return label;
 }
 
+office::Shape AddFreeLabel(office::Shapes& shapes, double left, double top, const std::string& text,
+                           const rules::CConfig& config) {
+  office::Shape box = shapes.AddTextbox(office::msoTextOrientationHorizontal, left, top, 100, 25.5);
+  office::Characters characters = box.GetTextFrame().GetCharacters();
+  characters.SetText(text);
+  office::Font font = characters.GetFont();
+  font.SetName(config.BranchFontName);
+  font.SetBold(config.BranchFontBold);
+  font.SetItalic(config.BranchFontItalic);
+  font.SetSize(config.BranchFontSize);
+  font.SetColor(config.BranchFontColor);
+  if (host::ExcelVersion >= 12) {
+    box.GetTextFrame2().SetWordWrap(office::msoFalse);
+    box.GetTextFrame2().SetAutoSize(office::msoAutoSizeShapeToFitText);
+  } else {
+    box.GetTextFrame().SetAutoSize(true);
+  }
+  box.ZOrder(office::msoBringToFront);
+  box.SetPlacement(office::xlMove);
+  box.Line().SetVisible(false);
+  return box;
+}
+
 void PlaceBranchLabel(const office::Shape& decision, office::Shape& label, int16_t branchPosition, int16_t side,
                       const char* source) {
   try {

@@ -35,6 +35,11 @@ std::vector<std::string> AddBranchLabelBoxes(office::Shapes& shapes, const offic
 // One label at the sheet's top left corner: a text box holding text in the
 // branch font, white, without outline, fitted to its text, moving with the
 // cells under it.
+// A free label: a text box 100 by 25.5 points at left, top, in the branch
+// font, without an outline, fitted to its text, in front, moving with its
+// cells. The label the word LBL drops and the branch tool's labels.
+office::Shape AddFreeLabel(office::Shapes& shapes, double left, double top, const std::string& text,
+                           const rules::CConfig& config);
 office::Shape AddBranchLabelBox(office::Shapes& shapes, const std::string& text, const rules::CConfig& config,
                               CShapeFormatter& formatter);
 

@@ -183,6 +183,9 @@ TEST_F(InsertBranchTest, OnAnEmptySheetTheBaseIsMadeAndOneLabelledItemHangsBelow
   EXPECT_NEAR(sheet_->GetRange("E9").Top(), labels[0].Top(), 0.5) << "two rows above the item";
   EXPECT_NEAR(item->Left() + item->Width() / 2, labels[0].Left() + labels[0].Width() / 2, 1) << "centred on it";
   EXPECT_EQ(office::xlCenter, labels[0].GetTextFrame().HorizontalAlignment());
+  EXPECT_EQ(testing::SavedSettings().BranchFontName, labels[0].GetTextFrame().GetCharacters().GetFont().Name())
+      << "in the branch font";
+  EXPECT_FALSE(labels[0].Line().Visible()) << "without an outline";
   EXPECT_EQ("E15", Selected()) << "two rows below the item's bottom row";
 
   ASSERT_EQ(entries + 1, undo.Titles().size()) << "one entry of the undo list";

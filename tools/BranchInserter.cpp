@@ -265,9 +265,7 @@ void BranchInserter::AddLabel(const std::string& label, office::Shape& shape, in
       default: left = topLeft.Offset(0, -3).Left(); top = topLeft.Top(); break;
     }
     office::Shapes shapes = ws_.GetShapes();
-    office::Shape box = shapes::AddBranchLabelBox(shapes, label, config_, formatter_);
-    box.SetLeft(left);
-    box.SetTop(top);
+    office::Shape box = shapes::AddFreeLabel(shapes, left, top, label, config_);
     double quarterShort = 0.75 * (topLeft.Offset(0, 1).Left() - topLeft.Left());
     double centreX = shape.Left() + shape.Width() / 2, centreY = shape.Top() + shape.Height() / 2;
     office::TextFrame frame = box.GetTextFrame();
