@@ -9,12 +9,14 @@
 namespace nivarel::office {
 
 namespace {
-// Line widths in 1/100 mm for the weights hairline, thin, medium and thick.
+// Line widths in 1/100 mm for the weights hairline, thin, medium and thick:
+// the widths the office itself gives the weights of an .xlsx file, which it
+// writes back as the same weights.
 sal_Int32 WidthOf(int weight) {
   switch (weight) {
     case Borders::kThin: return 26;    // 0.75 pt
-    case Borders::kMedium: return 53;  // 1.5 pt
-    case Borders::kThick: return 79;   // 2.25 pt
+    case Borders::kMedium: return 62;  // 1.75 pt
+    case Borders::kThick: return 88;   // 2.5 pt
     default: return 9;                 // hairline, 0.25 pt
   }
 }
