@@ -251,8 +251,6 @@ void frmTemplates::Display(const std::string& folder, const std::string& caption
           }
           ok_ = true;
           dialog->EndDialog(1);
-        } else if (method == "cmdCancel_Click") {
-          dialog->EndDialog(0);
         } else if (method == "cmdApplyFilter_Click") {
           form->ApplyFilter();
         } else if (method == "cmdRefreshTemplateGrid_Click") {
