@@ -4,7 +4,8 @@
 // `nivarel demo OUTDIR` starts
 // a headless office with the extension, draws two connected symbols over
 // cells and saves the sheet as .ods and .xlsx. `nivarel shapes FILE` lists
-// the shapes of a saved sheet as JSON lines.
+// the shapes of a saved sheet as JSON lines. `nivarel template -o FILE`
+// makes a page-frame template with the template generator.
 #include <cstdio>
 #include <cstring>
 #include <exception>
@@ -12,6 +13,7 @@
 #include <iostream>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "Draw.h"
 #include "HostError.h"
@@ -22,6 +24,7 @@
 #include "StorePictures.h"
 #include "ShapeListing.h"
 #include "Shapes.h"
+#include "Template.h"
 #include "Wizard.h"
 
 using namespace nivarel::office;
@@ -75,6 +78,7 @@ int Usage(bool asked) {
                "  demo [OUTDIR]           draw a small flowchart and save it\n"
                "  shapes FILE             list the shapes of a saved sheet as JSON lines\n"
                "  pictures OUTDIR         draw the dialogs' pictures of shapes and styles\n"
+               "  template -o FILE ...    make a page-frame template (.xltx)\n"
                "  --help, --version\n");
   return asked ? 0 : 2;
 }
@@ -155,6 +159,7 @@ int main(int argc, char** argv) {
     if (command == "demo") return CommandUsage(kDemoUsage, true);
     if (command == "shapes") return CommandUsage(kShapesUsage, true);
     if (command == "pictures") return CommandUsage(kPicturesUsage, true);
+    if (command == "template") return CommandUsage(nivarel::cli::kTemplateUsage, true);
   }
   const char* ext = std::getenv("NIVAREL_OXT");
   std::string extension = ext && *ext ? ext : NIVAREL_OXT;
@@ -227,6 +232,8 @@ int main(int argc, char** argv) {
       if (options.input.empty() || options.outputs.empty()) return CommandUsage(kWizardUsage, false);
       return nivarel::cli::Wizard(options, std::cout, std::cerr);
     }
+    if (command == "template")
+      return nivarel::cli::Template(std::vector<std::string>(argv + 2, argv + argc), std::cout, std::cerr);
     if (command == "pictures") {
       std::string outDir, sheet;
       for (int i = 2; i < argc; ++i) {

@@ -22,6 +22,10 @@
 #include <com/sun/star/xml/AttributeData.hpp>
 
 #include "AutoShapeTypes.h"
+#include "Characters.h"
+#include "FillFormat.h"
+#include "Font.h"
+#include "TextFrame.h"
 #include "MsoConstants.h"
 #include "Range.h"
 #include "ShapeStylePresets.h"
@@ -446,12 +450,21 @@ void Shape::SetShapeStyle(int style) {
   if (impl_->sheet->session->objectModelVersion < 12)
     throw HostError(438, "Object doesn't support this property or method");
   bool lineStyle = FindLineStylePreset(style) != nullptr;
-  if (!FindShapeStylePreset(style) && !(lineStyle && (Connector() || Type() == msoLine)))
+  bool line = Connector() || Type() == msoLine;
+  if (!FindShapeStylePreset(style) && !(lineStyle && (line || Type() == msoAutoShape || Type() == msoTextBox)))
     throw HostError(HostError::kInvalidArgument, "The specified value is out of range.");
   // Calc has no theme gallery: the id stays with the shape and the layer draws the preset's look itself.
   Call("Shape.ShapeStyle", [&] { SetShapeAttribute(*impl_, kStyleAttribute, style); });
-  if (lineStyle) ApplyLineStylePreset(*this, style);
-  else ApplyShapeStylePreset(*this, style, true);
+  if (lineStyle) {
+    // A line style on a shape: its outline drawn as the line, no fill, black text.
+    ApplyLineStylePreset(*this, style);
+    if (!line) {
+      Fill().SetVisible(false);
+      GetTextFrame().GetCharacters().GetFont().SetColor(0);
+    }
+  } else {
+    ApplyShapeStylePreset(*this, style, true);
+  }
 }
 
 ConnectorFormat Shape::GetConnectorFormat() const {

@@ -1,5 +1,7 @@
 #include "TextFrame.h"
 
+#include <cmath>
+
 #include <com/sun/star/drawing/TextHorizontalAdjust.hpp>
 #include <com/sun/star/drawing/TextVerticalAdjust.hpp>
 #include <com/sun/star/style/ParagraphAdjust.hpp>
@@ -116,7 +118,20 @@ void TextFrame::SetVerticalAlignment(int xlAlign) {
 
 int TextFrame::Orientation() const {
   return Call("TextFrame.Orientation", [&] {
-    return GetShapeAttribute(*shape_, kOrientationKey, msoTextOrientationHorizontal);
+    int kept = GetShapeAttribute(*shape_, kOrientationKey, 0);
+    if (kept != 0 || !IsCustomShape(*shape_)) return kept != 0 ? kept : msoTextOrientationHorizontal;
+    // A shape read from a file: its text turned a quarter either way.
+    uno::Sequence<css::beans::PropertyValue> geometry;
+    shape_->Props()->getPropertyValue("CustomShapeGeometry") >>= geometry;
+    double turn = 0;
+    for (const auto& p : geometry) {
+      double angle = 0;
+      if ((p.Name == "TextPreRotateAngle" || p.Name == "TextRotateAngle") && (p.Value >>= angle)) turn += angle;
+    }
+    long quarter = std::lround(std::fmod(std::fmod(turn, 360.0) + 360.0, 360.0));
+    if (quarter == 90) return msoTextOrientationUpward;
+    if (quarter == 270) return msoTextOrientationDownward;
+    return msoTextOrientationHorizontal;
   });
 }
 

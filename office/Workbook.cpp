@@ -24,6 +24,9 @@
 #include "MsoConstants.h"
 #include "Shape.h"
 #include "Shapes.h"
+#include "Characters.h"
+#include "Font.h"
+#include "TextFrame.h"
 #include "XlsxConnectors.h"
 #include "Uno.h"
 
@@ -141,6 +144,33 @@ void Workbook::SaveAs(const std::string& path) {
   RepairSavedConnectors();
 }
 
+namespace {
+
+// What the office's .xlsx writer leaves out of shape's text: its direction,
+// and the font and anchor of a shape without text.
+void TextToKeep(const Shape& shape, std::vector<XlsxConnectors::ShapeText>& texts) {
+  TextFrame frame = shape.GetTextFrame();
+  XlsxConnectors::ShapeText text;
+  text.name = shape.Name();
+  int orientation = frame.Orientation();
+  if (orientation == msoTextOrientationUpward) text.vert = "vert270";
+  if (orientation == msoTextOrientationDownward) text.vert = "vert";
+  text.empty = frame.GetCharacters().Text().empty();
+  if (text.vert.empty() && !text.empty) return;
+  if (text.empty) {
+    Font font = frame.GetCharacters().GetFont();
+    text.font = font.Name();
+    text.size = font.Size();
+    text.bold = font.Bold();
+    text.italic = font.Italic();
+    int align = frame.VerticalAlignment();
+    text.anchor = align == xlTop ? "t" : align == xlBottom ? "b" : "ctr";
+  }
+  texts.push_back(text);
+}
+
+}  // namespace
+
 void Workbook::RepairSavedConnectors() {
   std::string path;
   Call("Workbook.SaveAs", [&] {
@@ -156,8 +186,10 @@ void Workbook::RepairSavedConnectors() {
   });
   if (path.empty()) return;
   std::vector<std::vector<XlsxConnectors::Connector>> sheets;
+  std::vector<std::vector<XlsxConnectors::ShapeText>> texts;
   for (int i = 1, n = SheetCount(); i <= n; ++i) {
     auto& glued = sheets.emplace_back();
+    texts.emplace_back();
     std::vector<Shape> pending;
     Shapes shapes = Sheet(i).GetShapes();
     for (int k = 1, m = shapes.Count(); k <= m; ++k) pending.push_back(shapes.Item(k));
@@ -168,7 +200,10 @@ void Workbook::RepairSavedConnectors() {
         for (auto& member : s.GroupItems()) pending.push_back(member);
         continue;
       }
-      if (!s.Connector()) continue;
+      if (!s.Connector()) {
+        if (s.Type() == msoAutoShape) TextToKeep(s, texts.back());
+        continue;
+      }
       ConnectorFormat c = s.GetConnectorFormat();
       XlsxConnectors::Connector entry{s.Name(), {}, {}};
       if (auto b = c.BeginConnectedShape()) entry.begin = {b->Name(), c.BeginConnectionSite()};
@@ -176,7 +211,7 @@ void Workbook::RepairSavedConnectors() {
       glued.push_back(entry);
     }
   }
-  XlsxConnectors(std::move(sheets)).Rewrite(path);
+  XlsxConnectors(std::move(sheets), std::move(texts)).Rewrite(path);
 }
 
 void Workbook::PrintOut(const std::string& path) {

@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 
+#include "DocumentProperties.h"
 #include "Subscription.h"
 #include "Worksheet.h"
 
@@ -32,6 +33,8 @@ class Workbook {
   // Ctrl+Z.
   Worksheet CopySheet(const Worksheet& sheet);
   std::string Name() const;
+  // Its title and custom properties.
+  DocumentProperties GetDocumentProperties() const { return DocumentProperties(impl_); }
   // Saves under path, which the document then stands for; the format follows the extension (.ods, .xlsx, .xls,
   // .xltx, .xlt, .ots).
   void SaveAs(const std::string& path);

@@ -225,6 +225,39 @@ void RewriteDrawing(xmlDoc* doc, const std::vector<XlsxConnectors::Connector>& g
   }
 }
 
+// The direction of each listed shape's text, and the font and anchor of a
+// listed shape without text, which the office writes no text body for.
+void RewriteTexts(xmlDoc* doc, const std::vector<XlsxConnectors::ShapeText>& texts) {
+  if (texts.empty()) return;
+  xmlNode* root = xmlDocGetRootElement(doc);
+  std::map<std::string, const XlsxConnectors::ShapeText*> byName;
+  for (const auto& t : texts) byName.emplace(t.name, &t);
+  std::vector<xmlNode*> shapes;
+  Collect(root, kSheetDrawing, "sp", shapes);
+  xmlNs* a = xmlSearchNsByHref(doc, root, BAD_CAST kDrawing);
+  if (!a) a = xmlNewNs(root, BAD_CAST kDrawing, BAD_CAST "a");
+  for (xmlNode* sp : shapes) {
+    const xmlNode* named = Child(Child(sp, kSheetDrawing, "nvSpPr"), kSheetDrawing, "cNvPr");
+    auto t = named ? byName.find(Attribute(named, "name")) : byName.end();
+    if (t == byName.end()) continue;
+    const XlsxConnectors::ShapeText& text = *t->second;
+    xmlNode* body = const_cast<xmlNode*>(Child(sp, kSheetDrawing, "txBody"));
+    if (!body && text.empty) {
+      body = xmlNewChild(sp, sp->ns, BAD_CAST "txBody", nullptr);
+      xmlNode* bodyPr = xmlNewChild(body, a, BAD_CAST "bodyPr", nullptr);
+      if (!text.anchor.empty()) xmlSetProp(bodyPr, BAD_CAST "anchor", BAD_CAST text.anchor.c_str());
+      xmlNode* end = xmlNewChild(xmlNewChild(body, a, BAD_CAST "p", nullptr), a, BAD_CAST "endParaRPr", nullptr);
+      xmlSetProp(end, BAD_CAST "lang", BAD_CAST "en-US");
+      xmlSetProp(end, BAD_CAST "sz", BAD_CAST std::to_string(static_cast<long>(text.size * 100 + 0.5)).c_str());
+      xmlSetProp(end, BAD_CAST "b", BAD_CAST(text.bold ? "1" : "0"));
+      xmlSetProp(end, BAD_CAST "i", BAD_CAST(text.italic ? "1" : "0"));
+      if (!text.font.empty()) xmlSetProp(xmlNewChild(end, a, BAD_CAST "latin", nullptr), BAD_CAST "typeface", BAD_CAST text.font.c_str());
+    }
+    xmlNode* bodyPr = body ? const_cast<xmlNode*>(Child(body, kDrawing, "bodyPr")) : nullptr;
+    if (bodyPr && !text.vert.empty()) xmlSetProp(bodyPr, BAD_CAST "vert", BAD_CAST text.vert.c_str());
+  }
+}
+
 }  // namespace
 
 void XlsxConnectors::Rewrite(const std::string& path) const {
@@ -239,6 +272,7 @@ void XlsxConnectors::Rewrite(const std::string& path) const {
   for (const xmlNode* s = sheets ? sheets->children : nullptr; s; s = s->next) {
     if (!Is(s, kSpreadsheet, "sheet")) continue;
     const std::vector<Connector>* glued = index < sheets_.size() ? &sheets_[index] : nullptr;
+    const std::vector<ShapeText>* texts = index < texts_.size() ? &texts_[index] : nullptr;
     ++index;
     auto part = sheetParts.find(Attribute(s, "id", kDocumentRelations));
     if (part == sheetParts.end()) continue;
@@ -247,6 +281,7 @@ void XlsxConnectors::Rewrite(const std::string& path) const {
       (void)id;
       Doc drawing = package.Read(drawingPart);
       RewriteDrawing(drawing.get(), glued ? *glued : none);
+      if (texts) RewriteTexts(drawing.get(), *texts);
       package.Replace(drawingPart, drawing.get());
     }
   }

@@ -21,7 +21,9 @@
 #include "MsoConstants.h"
 #include "OfficeTest.h"
 #include "SavedXlsx.h"
+#include "DocumentProperties.h"
 #include "Shapes.h"
+#include "Workbooks.h"
 
 using namespace nivarel::office;
 using namespace nivarel::driver;
@@ -577,6 +579,50 @@ TEST_F(CliTest, WizardSaysWhyItDrewNothing) {
       << empty.output;
   EXPECT_FALSE(std::filesystem::exists(out)) << "nothing saved";
   ExpectNothingLeftBehind();
+}
+
+TEST_F(CliTest, TemplateMakesATemplateFromItsOptionsAndRefusesWhatItCannotTake) {
+  CommandRun made = Run("template -o '" + folder_ + "/Two lanes' --body vertical --lanes 'Ask,Ship' --header "
+                        "'Title,Date;Owner' --cells --paper a4 --orientation landscape --pages 2 --font 'DejaVu Serif,12'");
+  ASSERT_EQ(0, made.exitCode) << made.output;
+  std::string path = folder_ + "/Two lanes.xltx";
+  EXPECT_EQ(std::vector<std::string>{"wrote " + path}, made.lines);
+  ExpectNothingLeftBehind();
+
+  Workbook book = App().GetWorkbooks().OpenCopy(path);
+  Worksheet ws = book.Sheet(1);
+  EXPECT_EQ(9, ws.GetPageSetup().PaperSize());
+  EXPECT_EQ(2, ws.GetPageSetup().Orientation());
+  EXPECT_EQ("Title", ws.Cells(1, 1).Text());
+  EXPECT_EQ("Owner", ws.Cells(3, 1).Text()) << "the second header row";
+  EXPECT_EQ("Ask", ws.Cells(5, 1).Text()) << "the lanes below the header";
+  EXPECT_EQ("DejaVu Serif", ws.Cells(5, 1).GetFont().Name());
+  EXPECT_EQ(0, ws.GetShapes().Count()) << "--cells";
+  std::map<std::string, std::string> properties;
+  DocumentProperties props = book.GetDocumentProperties();
+  for (int i = 1; i <= props.Count(); ++i) properties[props.Name(i)] = props.Value(i);
+  EXPECT_EQ("2", properties["NumberLanes"]);
+  EXPECT_EQ("Vertical", properties["LaneDirection"]);
+  EXPECT_EQ("A4", properties["PageSize"]);
+  book.Close();
+
+  for (const std::string& wrong : {std::string("template --paper b5 -o '") + folder_ + "/x'",
+                                   std::string("template --lanes 'One' -o '") + folder_ + "/x'",
+                                   std::string("template --header 'a,b,c,d' -o '") + folder_ + "/x'",
+                                   std::string("template --line-style 22 -o '") + folder_ + "/x'",
+                                   std::string("template -o '") + folder_ + "/no such folder/x'",
+                                   std::string("template --body grid")}) {
+    CommandRun refused = Run(wrong);
+    EXPECT_EQ(2, refused.exitCode) << wrong;
+    EXPECT_NE(std::string::npos, refused.output.find("nivarel template: ")) << refused.output;
+    EXPECT_NE(std::string::npos, refused.output.find("usage: nivarel template")) << refused.output;
+  }
+  EXPECT_FALSE(std::filesystem::exists(folder_ + "/x.xltx"));
+  ExpectNothingLeftBehind();
+  CommandRun help = Run("template --help");
+  EXPECT_EQ(0, help.exitCode);
+  EXPECT_EQ("usage: nivarel template -o FILE [--paper letter|11x17|a3|a4] [--orientation portrait|landscape]",
+            help.lines.at(0));
 }
 
 }  // namespace

@@ -13,6 +13,7 @@
 
 #include "CConfig.h"
 #include "CFlowLineAdder.h"
+#include "FillFormat.h"
 #include "CFlowLineFormatter.h"
 #include "DirectDrawing.h"
 #include "HostError.h"
@@ -440,7 +441,7 @@ TEST_F(FlowLinesTest, AStyleBeyondTheGalleryIsRefusedAndLogged) {
   EXPECT_EQ("", ReadLogFile());
 }
 
-TEST_F(FlowLinesTest, TheHostTakesLineStylesOnLinesOnly) {
+TEST_F(FlowLinesTest, TheHostTakesLineStylesOnLinesAndOnTheOutlinesOfShapes) {
   Shape straight = sheet_->GetShapes().AddLine(10, 10, 100, 60);
   straight.SetShapeStyle(10017);
   EXPECT_EQ(10017, straight.ShapeStyle());
@@ -454,11 +455,14 @@ TEST_F(FlowLinesTest, TheHostTakesLineStylesOnLinesOnly) {
     EXPECT_THROW(connector.SetShapeStyle(refused), HostError);
     EXPECT_EQ(0, connector.ShapeStyle());
   }
+  // A shape takes the line's look on its outline, and no fill.
   Shape process = Add(msoShapeFlowchartProcess, 200, 10);
   process.Line().SetWeight(1);
-  EXPECT_THROW(process.SetShapeStyle(10003), HostError);
-  EXPECT_EQ(0, process.ShapeStyle());
-  EXPECT_DOUBLE_EQ(1, process.Line().Weight());
+  process.SetShapeStyle(10010);
+  EXPECT_EQ(10010, process.ShapeStyle());
+  EXPECT_DOUBLE_EQ(2, process.Line().Weight());
+  EXPECT_EQ(Rgb(190, 75, 72), process.Line().ForeColor().RGB());
+  EXPECT_FALSE(process.Fill().Visible());
 }
 
 TEST_F(FlowLinesTest, RestylingSetsTheDashByTheAlternateProcessRule) {
