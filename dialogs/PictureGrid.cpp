@@ -27,6 +27,21 @@ std::string PictureGrid::PictureOf(const Column& column, const std::string& valu
   return "";
 }
 
+namespace {
+
+size_t Characters(const std::string& text) {
+  size_t n = 0;
+  for (unsigned char c : text) n += (c & 0xC0) != 0x80;
+  return n;
+}
+
+std::string Padded(const std::string& text, int width) {
+  size_t n = Characters(text);
+  return width > 0 && n < static_cast<size_t>(width) ? text + std::string(width - n, ' ') : text;
+}
+
+}  // namespace
+
 host::UserDialog::Item PictureGrid::Entry(int row) const {
   host::UserDialog::Item item;
   bool pictured = false;
@@ -34,7 +49,7 @@ host::UserDialog::Item PictureGrid::Entry(int row) const {
     const Column& c = columns_[i];
     if (!c.shown) continue;
     if (c.choices.empty()) {
-      item.text += (item.text.empty() ? "" : "   ") + rows_[row][i];
+      item.text += (item.text.empty() ? "" : "   ") + Padded(rows_[row][i], c.width);
     } else if (!pictured) {
       item.picture = PictureOf(c, rows_[row][i]);
       pictured = true;
@@ -57,15 +72,47 @@ int PictureGrid::AddRow(const std::map<std::string, std::string>& values) {
   return Rows() - 1;
 }
 
+void PictureGrid::ShowRows() {
+  std::vector<host::UserDialog::Item> items;
+  for (int r = 0; r < Rows(); ++r)
+    if (!hidden_[r]) items.push_back(Entry(r));
+  dialog_.SetItems(list_, items);
+}
+
+void PictureGrid::Clear() {
+  rows_.clear();
+  hidden_.clear();
+  current_ = -1;
+  dialog_.SetItems(list_, {});
+  LoadEditors();
+}
+
+void PictureGrid::FitColumns() {
+  for (size_t i = 0; i < columns_.size(); ++i) {
+    Column& c = columns_[i];
+    if (!c.shown || !c.choices.empty()) continue;
+    size_t width = Characters(c.caption);
+    for (const auto& row : rows_) width = std::max(width, Characters(row[i]));
+    c.width = static_cast<int>(width);
+  }
+  ShowRows();
+  if (RowVisible(current_)) dialog_.SetListIndex(list_, ListIndexOf(current_));
+}
+
+std::string PictureGrid::Heading() const {
+  std::string text;
+  for (const Column& c : columns_)
+    if (c.shown && c.choices.empty()) text += (text.empty() ? "" : "   ") + Padded(c.caption, c.width);
+  text.erase(text.find_last_not_of(' ') + 1);
+  return text;
+}
+
 void PictureGrid::RemoveRow(int row) {
   if (row < 0 || row >= Rows()) return;
   rows_.erase(rows_.begin() + row);
   hidden_.erase(hidden_.begin() + row);
   current_ = -1;
-  std::vector<host::UserDialog::Item> items;
-  for (int r = 0; r < Rows(); ++r)
-    if (!hidden_[r]) items.push_back(Entry(r));
-  dialog_.SetItems(list_, items);
+  ShowRows();
   LoadEditors();
 }
 
@@ -91,12 +138,8 @@ void PictureGrid::SelectRow(int row) {
 }
 
 void PictureGrid::SetVisibleRows(const std::vector<bool>& visible) {
-  std::vector<host::UserDialog::Item> items;
-  for (int row = 0; row < Rows(); ++row) {
-    hidden_[row] = row < static_cast<int>(visible.size()) && !visible[row];
-    if (!hidden_[row]) items.push_back(Entry(row));
-  }
-  dialog_.SetItems(list_, items);
+  for (int row = 0; row < Rows(); ++row) hidden_[row] = row < static_cast<int>(visible.size()) && !visible[row];
+  ShowRows();
   if (RowVisible(current_)) {
     dialog_.SetListIndex(list_, ListIndexOf(current_));
   } else if (current_ >= 0) {

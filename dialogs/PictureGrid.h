@@ -31,6 +31,9 @@ class PictureGrid {
     // commits on "<editor>_Commit": a text box bound to losing the focus, a
     // list box to a change of its entry.
     std::string editor;
+    // A text column's width in the list's entries, in characters: its text
+    // is padded to it. 0: as long as its text.
+    int width = 0;
   };
 
   // The table shown in the dialog's list box list, whose change of entry
@@ -47,6 +50,13 @@ class PictureGrid {
   void RemoveRow(int row);
   // The selected row, 0-based; -1 when none is.
   int CurrentRow() const { return current_; }
+  // Takes out every row.
+  void Clear();
+  // Gives each shown text column the width of its longest value or caption,
+  // so that a list in a fixed-pitch font reads as a table under Heading.
+  void FitColumns();
+  // The shown text columns' captions, spaced as the entries are.
+  std::string Heading() const;
   // Selects a shown row; a hidden one is not selected.
   void SelectRow(int row);
   // Shows the rows marked true and hides the others (rows beyond the marks
@@ -68,6 +78,7 @@ class PictureGrid {
   int ColumnIndex(const std::string& key) const;
   std::string PictureOf(const Column& column, const std::string& value) const;
   host::UserDialog::Item Entry(int row) const;
+  void ShowRows();         // every shown row into the list again
   int ListIndexOf(int row) const;  // -1 for a hidden row
   int RowAt(int listIndex) const;  // -1 when the list has no such entry
   void Selected(int row);  // the list's selection moved to row
