@@ -101,7 +101,6 @@ TEST_F(AddinTest, ACommandWhoseToolIsNotInThisVersionSaysSo) {
       {"InsertGroupBox", "Insert Group Box"}, {"SavePicture", "Export as Picture"},
       {"HelpContents", "Help Contents"},
       {"NivarelSettings", "Settings"}, {"ShapeSelectionTool", "Shape Selection Tool"},
-      {"CreateTemplate", "Create a Template"},
       {"LoadTemplate", "Load Template"}, {"OpenWalkthrough", "Open Walkthrough"}};
   for (const auto& [id, caption] : commands)
     EXPECT_EQ(std::make_pair(std::string("Nivarel"),

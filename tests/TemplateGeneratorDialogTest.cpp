@@ -5,12 +5,15 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
 #include <set>
 
 #include "AddinFixture.h"
 #include "CEventHandler.h"
 #include "Characters.h"
+#include "HostError.h"
 #include "MSpecialFolders.h"
+#include "MsoConstants.h"
 #include "Range.h"
 #include "Shape.h"
 #include "Shapes.h"
@@ -32,6 +35,16 @@ const char kNotice[] = "(Lanes will appear in one row in the template.)";
 const char kVertical[] = "Cross functional - vertical swim lanes";
 const char kHorizontal[] = "Cross functional - horizontal swim lanes";
 const char kLaneTitles[] = "Lane Titles   (Click a lane to edit the text)";
+
+// A title block row as shown: its count and whether "-" and "+" are on.
+struct Row {
+  std::string count;
+  bool less, more;
+  bool operator==(const Row& o) const { return count == o.count && less == o.less && more == o.more; }
+};
+void PrintTo(const Row& r, std::ostream* os) {
+  *os << "{" << r.count << (r.less ? " -on" : " -off") << (r.more ? " +on" : " +off") << "}";
+}
 
 class TemplateGeneratorDialogTest : public testing::AddinFixture {
  protected:
@@ -106,13 +119,7 @@ class TemplateGeneratorDialogTest : public testing::AddinFixture {
   std::string Lanes() { return After("# Lanes", 2).text; }
   bool LanesCanGo(const char* way) { return Button(way).enabled; }
 
-  // The title block rows shown on the third page, each as its count and
-  // whether "-" and "+" are on.
-  struct Row {
-    std::string count;
-    bool less, more;
-    bool operator==(const Row& o) const { return count == o.count && less == o.less && more == o.more; }
-  };
+  // The title block rows shown on the third page.
   std::vector<Row> Rows() {
     std::vector<Row> out;
     auto controls = Ui().DialogControls();
@@ -127,10 +134,6 @@ class TemplateGeneratorDialogTest : public testing::AddinFixture {
   host::CEventHandler handler_;
   std::unique_ptr<testing::SettingsFolder> folder_;
 };
-
-void PrintTo(const TemplateGeneratorDialogTest::Row& r, std::ostream* os) {
-  *os << "{" << r.count << (r.less ? " -on" : " -off") << (r.more ? " +on" : " +off") << "}";
-}
 
 TEST_F(TemplateGeneratorDialogTest, TheNameLosesWhatAFileNameCannotHoldAndABlankNameKeepsTheDialogOnItsFirstPage) {
   Open([&] {
@@ -373,9 +376,8 @@ std::multiset<std::string> ShapeTexts(const office::Worksheet& sheet) {
 }
 
 TEST_F(TemplateGeneratorDialogTest, OkMakesTheTemplateFileThatTheDialogDescribesAndTheUsersWorkbookGainsNothing) {
-  std::string folder = testing::ConfigHome() + "/made-templates";
-  fs::remove_all(folder);
-  fs::create_directories(folder);
+  std::string folder = testing::ConfigHome() + "/made-templates/new";  // made by the save
+  fs::remove_all(testing::ConfigHome() + "/made-templates");
   sheet_->GetRange("B2").SetValue("Mine");
   office::UndoList undo(*book_);
   std::vector<std::string> entries = undo.Titles();
@@ -430,9 +432,23 @@ TEST_F(TemplateGeneratorDialogTest, OkMakesTheTemplateFileThatTheDialogDescribes
   EXPECT_EQ("", host::ReadLogFile());
 }
 
+TEST_F(TemplateGeneratorDialogTest, TheMenuOpensTheDialogAndCancelMakesNothing) {
+  int books = App().GetWorkbooks().Count();
+  Drive([&] { Ui().RunCommand("vnd.nivarel:rxNivarelCreateTemplate", true); }, kTitle, [&] {
+    TypeBeside("Template Name", "Unmade");
+    Ui().ClickInDialog("Cancel");
+  });
+  EXPECT_TRUE(Ui().WaitForDocument());
+  EXPECT_EQ(books, App().GetWorkbooks().Count());
+  EXPECT_EQ("", host::ReadLogFile());
+}
+
 TEST_F(TemplateGeneratorDialogTest, ATemplateThatCannotBeSavedIsToldAndTheOfficeGoesOn) {
-  std::string folder = testing::ConfigHome() + "/no-such-folder";
-  fs::remove_all(folder);
+  // A missing folder is made by the save; a folder inside a file cannot be.
+  std::string file = testing::ConfigHome() + "/not-a-folder";
+  fs::remove_all(file);
+  std::ofstream(file) << "text";
+  std::string folder = file + "/templates";
   Drive([&] { handler_.ShowTemplateGeneratorForm(); }, kTitle, [&] {
     TypeBeside("Template Name", "Lost");
     TypeBeside("Template Folder", folder);
@@ -441,7 +457,7 @@ TEST_F(TemplateGeneratorDialogTest, ATemplateThatCannotBeSavedIsToldAndTheOffice
     EXPECT_EQ("The template could not be saved:\n" + folder + "/Lost.xltx", Ui().MessageText());
     Ui().ClickButton("ok");
   });
-  EXPECT_FALSE(fs::exists(folder));
+  EXPECT_TRUE(fs::is_regular_file(file));
   auto made = App().ActiveWorkbook();
   ASSERT_TRUE(made && !made->SameAs(*book_)) << "the unsaved template stays open, to be saved by hand";
   made->Close();
