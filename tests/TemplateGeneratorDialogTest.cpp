@@ -8,6 +8,8 @@
 #include <fstream>
 #include <set>
 
+#include <stdlib.h>
+
 #include "AddinFixture.h"
 #include "CEventHandler.h"
 #include "Characters.h"
@@ -52,10 +54,17 @@ class TemplateGeneratorDialogTest : public testing::AddinFixture {
     AddinFixture::SetUp();
     folder_ = testing::ShippedSettings("template-generator");
     host::SetInstallFolder(NIVAREL_OXT_STAGE);  // the extension as packed, its pictures too
+    // The user's flowcharts folder, where the first template folder is made.
+    home_ = getenv("HOME") ? getenv("HOME") : "";
+    std::string home = testing::ConfigHome() + "/template-generator-home";
+    fs::remove_all(home);
+    fs::create_directories(home);
+    setenv("HOME", home.c_str(), 1);
     host::ClearLogFile();
     config_.LoadConfigData();
   }
   void TearDown() override {
+    setenv("HOME", home_.c_str(), 1);
     folder_.reset();
     AddinFixture::TearDown();
   }
@@ -133,6 +142,7 @@ class TemplateGeneratorDialogTest : public testing::AddinFixture {
   dialogs::frmTemplateGenerator form_;
   host::CEventHandler handler_;
   std::unique_ptr<testing::SettingsFolder> folder_;
+  std::string home_;
 };
 
 TEST_F(TemplateGeneratorDialogTest, TheNameLosesWhatAFileNameCannotHoldAndABlankNameKeepsTheDialogOnItsFirstPage) {
@@ -292,7 +302,8 @@ TEST_F(TemplateGeneratorDialogTest, TheSettingsFillTheFirstPageAndAPaperSizeOuts
   config_.TemplateFolderPath.clear();
   Open([&] {
     EXPECT_EQ("11x17", Beside("Paper size").text);
-    EXPECT_EQ(host::GetFlowchartsPath() + "Templates", Beside("Template Folder").text)
+    EXPECT_EQ(testing::ConfigHome() + "/template-generator-home/Documents/My Flowcharts/Templates",
+              Beside("Template Folder").text)
         << "no folder in the settings: where the template chooser keeps the user's templates";
     TypeBeside("Template Name", "Paper");
     ASSERT_TRUE(FocusControl([](const Control& c) { return c.kind == "list" && c.text == "11x17"; }));
@@ -302,6 +313,8 @@ TEST_F(TemplateGeneratorDialogTest, TheSettingsFillTheFirstPageAndAPaperSizeOuts
     Ui().ClickInDialog("Cancel");
   });
   EXPECT_FALSE(form_.OK());
+  EXPECT_TRUE(fs::is_directory(testing::ConfigHome() + "/template-generator-home/Documents/My Flowcharts/Templates"))
+      << "made for the template";
   EXPECT_EQ(8, form_.PaperSize());
   EXPECT_FALSE(form_.UseShapes());
 }
