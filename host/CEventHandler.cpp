@@ -26,6 +26,7 @@
 #include "frmInsertTree.h"
 #include "frmStyleWizard.h"
 #include "frmTemplateGenerator.h"
+#include "frmTemplates.h"
 #include "frmTextBox.h"
 
 namespace nivarel::host {
@@ -371,7 +372,25 @@ void CEventHandler::ShowTemplateGeneratorForm() {
     ErrorHandler(kSource, "ShowTemplateGeneratorForm", false);
   }
 }
-void CEventHandler::ShowTemplateSelectionForm() { NotInThisVersion("Load Template"); }
+
+void CEventHandler::ShowTemplateSelectionForm() {
+  try {
+    rules::CConfig config;
+    config.LoadConfigData();
+    dialogs::frmTemplates chooser;
+    chooser.Display(config.TemplateFolderPath, "Select Template", "&Load Template");
+    if (!chooser.OK()) return;
+    // The folder is remembered for this run only; the next start dialog
+    // stores it.
+    config.TemplateFolderPath = chooser.TemplateFolderPath();
+    auto book = ExcelApp->ActiveWorkbook();
+    if (!book) return;
+    UndoList::Entry entry(*book, "Nivarel: Load Template");
+    LoadTemplate(chooser.TemplateFilePath());
+  } catch (...) {
+    ErrorHandler(kSource, "ShowTemplateSelectionForm", false);
+  }
+}
 
 void CEventHandler::CheckForUpdates() {
   try {
