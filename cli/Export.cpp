@@ -95,8 +95,15 @@ int Export(const std::vector<std::string>& args, const std::string& extension, s
     return 1;
   }
   // The office ends with `office` on every road out, the document with it.
+  std::optional<Workbook> opened;
   try {
-    Workbook book = office->App().GetWorkbooks().OpenCopy(input);
+    opened = office->App().GetWorkbooks().OpenCopy(input);
+  } catch (const HostError& e) {
+    err << "nivarel: cannot open '" << input << "' as a spreadsheet: " << e.Description() << "\n";
+    return 1;
+  }
+  try {
+    Workbook& book = *opened;
     std::vector<std::pair<std::string, AddinCommand::Value>> arguments = {
         {"Path", fs::absolute(picture).string()}, {"Scale", scale}};
     if (!range.empty()) arguments.emplace_back("Range", range);

@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "CImageExportController.h"
+#include "HostError.h"
 #include "MErrorHandler.h"
 #include "MGlobalVariables.h"
 #include "frmExport.h"
@@ -84,7 +85,11 @@ ExportOutcome ExportCommand::Run(const ExportChoices& choices) {
     if (!captured)
       return Refused(controller.ErrorMessage().empty() ? "No picture could be taken." : controller.ErrorMessage());
     if (drawing) {
-      controller.CurrentImage()->SaveDrawing(choices.path);
+      try {
+        controller.CurrentImage()->SaveDrawing(choices.path);
+      } catch (const office::HostError& e) {
+        return Refused(e.Description() + ".");
+      }
     } else if (!controller.SaveFlowchartAsPicture(choices.path, format, flags)) {
       return Refused(controller.ErrorMessage().empty() ? "Unable to save image" : controller.ErrorMessage());
     }

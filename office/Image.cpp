@@ -14,7 +14,9 @@
 #include <com/sun/star/datatransfer/DataFlavor.hpp>
 #include <com/sun/star/datatransfer/XTransferableSupplier.hpp>
 #include <com/sun/star/drawing/ShapeCollection.hpp>
-#include <com/sun/star/drawing/XDrawPagesSupplier.hpp>
+#include <com/sun/star/drawing/XDrawPageSupplier.hpp>
+#include <com/sun/star/style/XStyleFamiliesSupplier.hpp>
+#include <com/sun/star/table/XColumnRowRange.hpp>
 #include <com/sun/star/frame/Desktop.hpp>
 #include <com/sun/star/frame/XComponentLoader.hpp>
 #include <com/sun/star/frame/XStorable.hpp>
@@ -287,36 +289,60 @@ void Image::SaveDrawing(const std::string& path) const {
       auto provider = css::graphic::GraphicProvider::create(s.context);
       provider->storeGraphic(impl_->drawing, Props({{"URL", uno::Any(FileUrl(path))},
                                                     {"MimeType", uno::Any(OUString("image/svg+xml"))}}));
+      std::error_code ec;
+      if (!std::filesystem::is_regular_file(path, ec) || std::filesystem::file_size(path, ec) == 0) {
+        std::filesystem::remove(path, ec);
+        throw HostError(HostError::kOfficeFailure,
+                        "This office cannot write SVG pictures: its SVG filter, which comes with LibreOffice "
+                        "Draw, is not installed");
+      }
     } else {
-      // A PDF page of the picture's own size, holding the drawing alone: a
-      // hidden drawing document made for it and closed again.
+      // A PDF page of the picture's own size holding the drawing alone: a
+      // hidden spreadsheet made for it, whose first cell and page are the
+      // picture's size, printed and closed again.
       Reference<css::frame::XComponentLoader> loader(s.desktop, uno::UNO_QUERY_THROW);
       Reference<css::lang::XComponent> doc = loader->loadComponentFromURL(
-          "private:factory/sdraw", "_blank", 0, Props({{"Hidden", uno::Any(true)}}));
+          "private:factory/scalc", "_blank", 0, Props({{"Hidden", uno::Any(true)}}));
+      auto close = [&] { Reference<css::util::XCloseable>(doc, uno::UNO_QUERY_THROW)->close(true); };
       try {
         css::awt::Size size = Size100thMm(impl_->drawing);
-        Reference<css::drawing::XDrawPagesSupplier> pages(doc, uno::UNO_QUERY_THROW);
-        Reference<css::drawing::XDrawPage> page(pages->getDrawPages()->getByIndex(0), uno::UNO_QUERY_THROW);
-        Reference<css::beans::XPropertySet> pageProps(page, uno::UNO_QUERY_THROW);
-        for (const char* border : {"BorderLeft", "BorderRight", "BorderTop", "BorderBottom"})
-          pageProps->setPropertyValue(OUString::createFromAscii(border), uno::Any(sal_Int32(0)));
-        pageProps->setPropertyValue("Width", uno::Any(size.Width));
-        pageProps->setPropertyValue("Height", uno::Any(size.Height));
+        Reference<css::sheet::XSpreadsheetDocument> book(doc, uno::UNO_QUERY_THROW);
+        Reference<css::container::XIndexAccess> sheets(book->getSheets(), uno::UNO_QUERY_THROW);
+        Reference<css::sheet::XSpreadsheet> sheet(sheets->getByIndex(0), uno::UNO_QUERY_THROW);
+        Reference<css::table::XColumnRowRange> cell(sheet->getCellRangeByPosition(0, 0, 0, 0), uno::UNO_QUERY_THROW);
+        Reference<css::beans::XPropertySet>(cell->getColumns()->getByIndex(0), uno::UNO_QUERY_THROW)
+            ->setPropertyValue("Width", uno::Any(size.Width));
+        Reference<css::beans::XPropertySet>(cell->getRows()->getByIndex(0), uno::UNO_QUERY_THROW)
+            ->setPropertyValue("Height", uno::Any(size.Height));
+        OUString styleName = GetProp<OUString>(Reference<css::beans::XPropertySet>(sheet, uno::UNO_QUERY_THROW), "PageStyle");
+        Reference<css::style::XStyleFamiliesSupplier> families(doc, uno::UNO_QUERY_THROW);
+        Reference<css::container::XNameAccess> pageStyles(families->getStyleFamilies()->getByName("PageStyles"),
+                                                          uno::UNO_QUERY_THROW);
+        Reference<css::beans::XPropertySet> style(pageStyles->getByName(styleName), uno::UNO_QUERY_THROW);
+        style->setPropertyValue("HeaderIsOn", uno::Any(false));
+        style->setPropertyValue("FooterIsOn", uno::Any(false));
+        for (const char* margin : {"LeftMargin", "RightMargin", "TopMargin", "BottomMargin"})
+          style->setPropertyValue(OUString::createFromAscii(margin), uno::Any(sal_Int32(0)));
+        style->setPropertyValue("IsLandscape", uno::Any(size.Width > size.Height));
+        style->setPropertyValue("Width", uno::Any(size.Width));
+        style->setPropertyValue("Height", uno::Any(size.Height));
+        style->setPropertyValue("ScaleToPages", uno::Any(sal_Int16(1)));
         Reference<css::lang::XMultiServiceFactory> factory(doc, uno::UNO_QUERY_THROW);
         Reference<css::drawing::XShape> picture(factory->createInstance("com.sun.star.drawing.GraphicObjectShape"),
                                                 uno::UNO_QUERY_THROW);
-        page->add(picture);
+        Reference<css::drawing::XDrawPageSupplier> page(sheet, uno::UNO_QUERY_THROW);
+        page->getDrawPage()->add(picture);
         picture->setPosition(css::awt::Point(0, 0));
         picture->setSize(size);
         Reference<css::beans::XPropertySet>(picture, uno::UNO_QUERY_THROW)
             ->setPropertyValue("Graphic", uno::Any(impl_->drawing));
         Reference<css::frame::XStorable>(doc, uno::UNO_QUERY_THROW)
-            ->storeToURL(FileUrl(path), Props({{"FilterName", uno::Any(OUString("draw_pdf_Export"))}}));
+            ->storeToURL(FileUrl(path), Props({{"FilterName", uno::Any(OUString("calc_pdf_Export"))}}));
       } catch (...) {
-        Reference<css::util::XCloseable>(doc, uno::UNO_QUERY_THROW)->close(true);
+        close();
         throw;
       }
-      Reference<css::util::XCloseable>(doc, uno::UNO_QUERY_THROW)->close(true);
+      close();
     }
     std::error_code ec;
     if (!std::filesystem::is_regular_file(path, ec) || std::filesystem::file_size(path, ec) == 0)
