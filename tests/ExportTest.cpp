@@ -16,6 +16,11 @@
 #include "MsoConstants.h"
 #include "PngFile.h"
 #include "Window.h"
+#include "frmExport.h"
+#include "MSpecialFolders.h"
+
+#include <cmath>
+#include <thread>
 
 namespace nivarel {
 namespace {
@@ -138,6 +143,194 @@ TEST_F(ExportTest, ARangeIsCapturedWithItsCellsAndShapesButNoGridlines) {
     EXPECT_TRUE(White(edge)) << "gridlines " << gridlines << ": " << Text(edge);
     sheet_->GetShapes().Item(1).Delete();
   }
+}
+
+TEST_F(ExportTest, TheDefaultNameLeavesOutWhatAFileNameCannotHold) {
+  sheet_->SetName(" Order <draft> | \"final\" ");
+  EXPECT_EQ("Order draft  final flowchart", CImageExportController().ImageName());
+}
+
+TEST_F(ExportTest, TheSaveDialogsAnswerGetsItsFiltersExtensionAndFormat) {
+  using dialogs::frmExport;
+  ASSERT_EQ(6u, frmExport::SaveFilters().size());
+  EXPECT_EQ("Portable Network Graphics  (*.png)", frmExport::SaveFilters()[4].first);
+  // Case counts: a capital extension is not the filter's.
+  EXPECT_EQ("/tmp/chart.PNG.png", frmExport::TargetOf("/tmp/chart.PNG", 5).fileName);
+  EXPECT_EQ("/tmp/chart.png", frmExport::TargetOf("  /tmp/chart.png ", 5).fileName);
+  // A name ending in a point keeps one point.
+  EXPECT_EQ("/tmp/chart.jpg", frmExport::TargetOf("/tmp/chart.", 4).fileName);
+  const std::pair<int, std::pair<int, int>> formats[] = {
+      {1, {0, 0}}, {2, {99, 0}}, {3, {25, 0}}, {4, {2, 95}}, {5, {13, 0}}, {6, {18, 16384}}, {7, {13, 0}}};
+  for (const auto& [filter, expected] : formats) {
+    frmExport::SaveTarget t = frmExport::TargetOf("chart", filter);
+    EXPECT_EQ(expected, std::make_pair(t.format, t.flags)) << filter;
+  }
+  EXPECT_EQ("chart", frmExport::TargetOf("chart", 7).fileName) << "an unknown filter adds nothing";
+}
+
+// The bitmaps "NVP..." in the temporary folder.
+std::set<std::string> TemporaryBitmaps() {
+  std::set<std::string> found;
+  const char* dir = std::getenv("TMPDIR");
+  for (const auto& e : fs::directory_iterator(dir && *dir ? dir : "/tmp"))
+    if (e.path().filename().string().rfind("NVP", 0) == 0) found.insert(e.path().string());
+  return found;
+}
+
+TEST_F(ExportTest, EachFormatIsWrittenThroughOneTemporaryBitmapButABitmapDirectly) {
+  RedBlock(2, 2, 3, 3);
+  CImageExportController controller;
+  ASSERT_TRUE(controller.CaptureShapesImage()) << controller.ErrorMessage();
+  struct Expected {
+    int format, flags;
+    const char* name;
+    std::string signature;
+    size_t at;
+  };
+  const Expected formats[] = {{Image::kBmp, 0, "a.bmp", "BM", 0},       {Image::kEmf, 0, "a.emf", " EMF", 40},
+                              {Image::kGif, 0, "a.gif", "GIF8", 0},     {Image::kJpeg, 95, "a.jpg", "\xFF\xD8\xFF", 0},
+                              {Image::kPng, 0, "a.png", "\x89PNG", 0}, {Image::kTiff, 16384, "a.tif", "MM", 0}};
+  for (const Expected& f : formats) {
+    std::set<std::string> before = TemporaryBitmaps();
+    ASSERT_TRUE(controller.SaveFlowchartAsPicture(Out(f.name), f.format, f.flags)) << controller.ErrorMessage();
+    std::ifstream in(Out(f.name), std::ios::binary);
+    std::string head(64, '\0');
+    in.read(head.data(), 64);
+    EXPECT_EQ(f.signature, head.substr(f.at, f.signature.size())) << f.name;
+    std::set<std::string> after = TemporaryBitmaps();
+    EXPECT_EQ(before.size() + (f.format == Image::kBmp ? 0 : 1), after.size()) << f.name;
+    for (const std::string& left : after)
+      if (!before.count(left)) {
+        std::ifstream bitmap(left, std::ios::binary);
+        char bm[2] = {};
+        bitmap.read(bm, 2);
+        EXPECT_EQ("BM", std::string(bm, 2)) << left;
+        fs::remove(left);
+      }
+  }
+  // The bitmap read back is the picture: red in the middle.
+  testing::PngFile png(Out("a.png"));
+  EXPECT_EQ(controller.ImageWidth(), png.Width());
+  EXPECT_TRUE(Red(png.At(png.Width() / 2, png.Height() / 2)));
+
+  // A folder that isn't there: the step and the cause.
+  // A folder that a file stands in the way of.
+  EXPECT_FALSE(controller.SaveFlowchartAsPicture(Out("a.png") + "/b.png", Image::kPng, 0));
+  EXPECT_EQ(0u, controller.ErrorMessage().find("An error occured while trying to save the image \r\nLine: 110"))
+      << controller.ErrorMessage();
+  for (const std::string& left : TemporaryBitmaps()) fs::remove(left);
+  CImageExportController nothingHeld;
+  EXPECT_FALSE(nothingHeld.SaveFlowchartAsPicture(Out("none.png"), Image::kPng, 0));
+  EXPECT_EQ(0u, nothingHeld.ErrorMessage().find("An error occured while trying to save the image \r\nLine: 40"));
+  EXPECT_FALSE(fs::exists(Out("none.png")));
+}
+
+TEST_F(ExportTest, AnInvalidRangeIsRefusedAndTheGridlinesStayAsTheyWere) {
+  Window window(book_->Impl());
+  for (bool gridlines : {true, false}) {
+    window.SetDisplayGridlines(gridlines);
+    CImageExportController controller;
+    EXPECT_FALSE(controller.CaptureRangeImage("B2:nowhere"));
+    EXPECT_EQ("The range entered is invalid.\r\nPlease enter a valid worksheet range and try again.",
+              controller.ErrorMessage());
+    EXPECT_EQ(gridlines, window.DisplayGridlines());
+    RedBlock(2, 2, 1, 1);
+    ASSERT_TRUE(controller.CaptureShapesImage());
+    EXPECT_EQ(gridlines, window.DisplayGridlines());
+    sheet_->GetShapes().Item(1).Delete();
+  }
+}
+
+TEST_F(ExportTest, ThePreviewFitsItsFrameAndIsCentredInIt) {
+  // Wider than the frame: as wide as the longest side, centred up and down.
+  RedBlock(2, 2, 4, 20);
+  CImageExportController wide;
+  ASSERT_TRUE(wide.CaptureShapesImage());
+  ASSERT_GT(wide.ImageWidth(), 240);
+  CImageExportController::Preview p;
+  ASSERT_TRUE(wide.SetPictureImage(p, 236, 240)) << wide.ErrorMessage();
+  EXPECT_EQ(236, p.width);
+  EXPECT_EQ(static_cast<int>(std::nearbyint(wide.ImageHeight() * 236.0 / wide.ImageWidth())), p.height);
+  EXPECT_EQ(2, p.left);
+  EXPECT_EQ(static_cast<int>(std::nearbyint(120 - p.height / 2.0)), p.top);
+  testing::PngFile framed(p.picture);
+  ASSERT_EQ(240, framed.Width());
+  ASSERT_EQ(240, framed.Height());
+  EXPECT_TRUE(Red(framed.At(120, 120))) << Text(framed.At(120, 120));
+  EXPECT_TRUE(White(framed.At(120, p.top - 3))) << "above the preview";
+  EXPECT_TRUE(White(framed.At(1, 120))) << "left of the preview";
+
+  // Small enough: its own size, in the middle.
+  sheet_->GetShapes().Item(1).Delete();
+  RedBlock(2, 2, 2, 2);
+  CImageExportController small;
+  ASSERT_TRUE(small.CaptureShapesImage());
+  ASSERT_TRUE(small.SetPictureImage(p, 236, 240));
+  EXPECT_EQ(small.ImageWidth(), p.width);
+  EXPECT_EQ(small.ImageHeight(), p.height);
+  EXPECT_EQ(static_cast<int>(std::nearbyint(120 - small.ImageWidth() / 2.0)), p.left);
+  testing::PngFile middle(p.picture);
+  EXPECT_TRUE(Red(middle.At(120, 120)));
+  EXPECT_TRUE(White(middle.At(p.left - 3, 120)));
+}
+
+TEST_F(ExportTest, TheMenuCommandOnAnEmptySheetSaysThereIsNothingToExport) {
+  auto message = MessageOf([&] { Ui().RunCommand("vnd.nivarel:rxNivarelSavePicture", true); });
+  EXPECT_EQ(std::make_pair(std::string("Cannot Export Image"), std::string("There is no content on the current sheet.")),
+            message);
+}
+
+// The file the save dialog offers first, in the flowcharts folder.
+std::string DefaultPicture() { return host::GetFlowchartsPath() + "Sheet1 flowchart.png"; }
+
+TEST_F(ExportTest, ExportAsPictureShowsThePreviewAndSavesUnderTheTypedName) {
+  RedBlock(2, 2, 3, 6);
+  const std::string shown = Out("shown.png"), typed = Out("typed");
+  fs::remove(typed + ".png");
+  Drive([&] { Ui().RunCommand("vnd.nivarel:rxNivarelSavePicture", true); }, " Export Picture", [&] {
+    ASSERT_TRUE(Shows("Flowchart  (shapes only)"));
+    for (const auto& c : Ui().DialogControls())
+      if (c.text == "Flowchart  (shapes only)") EXPECT_TRUE(c.checked);
+    // The preview on the screen: the red block in the middle of a white frame.
+    Ui().SavePictureShown(0, shown);
+    testing::PngFile preview(shown);
+    ASSERT_GT(preview.Width(), 100);
+    EXPECT_TRUE(Red(preview.At(preview.Width() / 2, preview.Height() / 2)))
+        << Text(preview.At(preview.Width() / 2, preview.Height() / 2));
+    EXPECT_TRUE(White(preview.At(preview.Width() / 2, 4))) << Text(preview.At(preview.Width() / 2, 4));
+    Ui().ClickInDialog("Save...");
+    ASSERT_TRUE(WaitForTitle("Save Picture")) << Ui().Title();
+    // The name box has the focus, filled with the default name.
+    bool offered = false;
+    for (const auto& c : Ui().DialogControls())
+      if (c.focused && c.text == "Sheet1 flowchart") offered = true;
+    EXPECT_TRUE(offered) << "the default name";
+    Ui().PressDialogKey("CTRL+A");
+    Ui().TypeInDialog(typed);
+    Ui().PressDialogKey("RETURN");
+  });
+  ASSERT_TRUE(Eventually([&] { return fs::exists(typed + ".png"); })) << host::ReadLogFile();
+  std::this_thread::sleep_for(std::chrono::milliseconds(200));
+  testing::PngFile png(typed + ".png");
+  EXPECT_GT(png.Width(), 0);
+  EXPECT_TRUE(Red(png.At(png.Width() / 2, png.Height() / 2)));
+  EXPECT_EQ("", host::ReadLogFile());
+}
+
+TEST_F(ExportTest, CancellingTheSaveDialogOrTheExportWritesNothing) {
+  RedBlock(2, 2, 2, 2);
+  fs::remove(DefaultPicture());
+  Drive([&] { Ui().RunCommand("vnd.nivarel:rxNivarelSavePicture", true); }, " Export Picture", [&] {
+    Ui().ClickInDialog("Save...");
+    ASSERT_TRUE(WaitForTitle("Save Picture")) << Ui().Title();
+    Ui().PressDialogKey("ESC");
+  });
+  ASSERT_TRUE(Ui().WaitForNoModal());
+  Drive([&] { Ui().RunCommand("vnd.nivarel:rxNivarelSavePicture", true); }, " Export Picture",
+        [&] { Ui().ClickInDialog("Cancel"); });
+  ASSERT_TRUE(Ui().WaitForNoModal());
+  EXPECT_FALSE(fs::exists(DefaultPicture()));
+  EXPECT_EQ("", host::ReadLogFile());
 }
 
 }  // namespace
