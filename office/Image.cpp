@@ -59,6 +59,12 @@ OUString FileUrl(const std::string& path) { return ToOu("file://" + std::filesys
 Reference<css::graphic::XGraphic> Render(const HostSession& s, const Reference<css::graphic::XGraphic>& graphic,
                                          int width, int height, css::awt::Rectangle box = {}) {
   if (box.Width <= 0 || box.Height <= 0) box = css::awt::Rectangle(0, 0, width, height);
+  // The office's drawing surfaces end there.
+  constexpr int kLargestSide = 32767;
+  if (width > kLargestSide || height > kLargestSide)
+    throw HostError(HostError::kInvalidArgument, "The picture would be " + std::to_string(width) + " x " +
+                                                     std::to_string(height) + " pixels; the office draws at most " +
+                                                     std::to_string(kLargestSide) + " pixels a side");
   auto toolkit = css::awt::Toolkit::create(s.context);
   Reference<css::awt::XDevice> device = toolkit->createScreenCompatibleDevice(width, height);
   if (!device.is()) throw HostError(HostError::kOfficeFailure, "The office has no device to draw the picture on");
