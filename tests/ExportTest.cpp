@@ -15,6 +15,7 @@
 #include "LineFormat.h"
 #include "MsoConstants.h"
 #include "PngFile.h"
+#include "UndoList.h"
 #include "Window.h"
 #include "frmExport.h"
 #include "MSpecialFolders.h"
@@ -43,6 +44,15 @@ class ExportTest : public testing::AddinFixture {
     s.Fill().ForeColor().SetRGB(0x0000FF);
     s.Line().SetVisible(false);
     return s;
+  }
+  // Runs Export as Picture from the menu and works its dialog with steps; a
+  // window left open fails the test and is closed.
+  void ExportThroughTheMenu(const std::function<void()>& steps) {
+    Drive([&] { Ui().RunCommand("vnd.nivarel:rxNivarelSavePicture", true); }, " Export Picture", steps);
+    for (int i = 0; i < 5 && !Ui().WaitForNoModal(3000); ++i) {
+      if (i == 0) ADD_FAILURE() << "the window '" << Ui().Title() << "' was left open";
+      CloseTopWindow();
+    }
   }
   std::string Out(const std::string& name) {
     fs::create_directories(testing::ConfigHome() + "/export");
@@ -285,12 +295,15 @@ std::string DefaultPicture() { return host::GetFlowchartsPath() + "Sheet1 flowch
 
 TEST_F(ExportTest, ExportAsPictureShowsThePreviewAndSavesUnderTheTypedName) {
   RedBlock(2, 2, 3, 6);
+  std::vector<std::string> undoBefore = UndoList(*book_).Titles();
   const std::string shown = Out("shown.png"), typed = Out("typed");
   fs::remove(typed + ".png");
-  Drive([&] { Ui().RunCommand("vnd.nivarel:rxNivarelSavePicture", true); }, " Export Picture", [&] {
+  ExportThroughTheMenu([&] {
     ASSERT_TRUE(Shows("Flowchart  (shapes only)"));
     for (const auto& c : Ui().DialogControls())
-      if (c.text == "Flowchart  (shapes only)") EXPECT_TRUE(c.checked);
+      if (c.text == "Flowchart  (shapes only)") {
+        EXPECT_TRUE(c.checked);
+      }
     // The preview on the screen: the red block in the middle of a white frame.
     Ui().SavePictureShown(0, shown);
     testing::PngFile preview(shown);
@@ -314,21 +327,58 @@ TEST_F(ExportTest, ExportAsPictureShowsThePreviewAndSavesUnderTheTypedName) {
   testing::PngFile png(typed + ".png");
   EXPECT_GT(png.Width(), 0);
   EXPECT_TRUE(Red(png.At(png.Width() / 2, png.Height() / 2)));
+  EXPECT_EQ(undoBefore, UndoList(*book_).Titles()) << "the document is as it was";
+  EXPECT_EQ(1, sheet_->GetShapes().Count());
+  EXPECT_EQ("", host::ReadLogFile());
+}
+
+TEST_F(ExportTest, ASheetWithoutShapesOpensOnItsCellsAndRefusesTheShapesOption) {
+  sheet_->GetRange("B2").GetInterior().SetColor(0x0000FF);  // red cell
+  sheet_->GetRange("C3").SetValue("Order");
+  ExportThroughTheMenu([&] {
+    // The content is C3 alone (a fill is no content), with a cell around it.
+    ASSERT_TRUE(Shows("B2:D4"));
+    for (const auto& c : Ui().DialogControls()) {
+      if (c.text == "Flowchart and sheet  (shapes and/or cell contents)") {
+        EXPECT_TRUE(c.checked);
+      }
+      if (c.text == "B2:D4") {
+        EXPECT_TRUE(c.enabled);
+      }
+    }
+    // The cells' picture: the red cell in it.
+    const std::string shown = Out("cells-shown.png");
+    Ui().SavePictureShown(0, shown);
+    testing::PngFile preview(shown);
+    int red = 0;
+    for (int y = 0; y < preview.Height(); ++y)
+      for (int x = 0; x < preview.Width(); ++x) red += Red(preview.At(x, y)) ? 1 : 0;
+    EXPECT_GT(red, 100) << "the red cell shows";
+    // No shapes: the option says so and the range option comes back.
+    Ui().ClickInDialog("Flowchart  (shapes only)");
+    ASSERT_TRUE(WaitForTitle("Nivarel")) << "no message";
+    EXPECT_EQ("There are no shapes on the current worksheet.", Ui().MessageText());
+    Ui().ClickButton("ok");
+    ASSERT_TRUE(WaitForDialog(" Export Picture"));
+    EXPECT_TRUE(Eventually([&] {
+      for (const auto& c : Ui().DialogControls())
+        if (c.text == "Flowchart and sheet  (shapes and/or cell contents)") return c.checked;
+      return false;
+    }));
+    Ui().ClickInDialog("Cancel");
+  });
   EXPECT_EQ("", host::ReadLogFile());
 }
 
 TEST_F(ExportTest, CancellingTheSaveDialogOrTheExportWritesNothing) {
   RedBlock(2, 2, 2, 2);
   fs::remove(DefaultPicture());
-  Drive([&] { Ui().RunCommand("vnd.nivarel:rxNivarelSavePicture", true); }, " Export Picture", [&] {
+  ExportThroughTheMenu([&] {
     Ui().ClickInDialog("Save...");
     ASSERT_TRUE(WaitForTitle("Save Picture")) << Ui().Title();
     Ui().PressDialogKey("ESC");
   });
-  ASSERT_TRUE(Ui().WaitForNoModal());
-  Drive([&] { Ui().RunCommand("vnd.nivarel:rxNivarelSavePicture", true); }, " Export Picture",
-        [&] { Ui().ClickInDialog("Cancel"); });
-  ASSERT_TRUE(Ui().WaitForNoModal());
+  ExportThroughTheMenu([&] { Ui().ClickInDialog("Cancel"); });
   EXPECT_FALSE(fs::exists(DefaultPicture()));
   EXPECT_EQ("", host::ReadLogFile());
 }
