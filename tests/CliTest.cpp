@@ -702,7 +702,7 @@ TEST_F(CliTest, ExportWritesThePictureInEachOfTheDialogsFormats) {
   ExpectNothingLeftBehind();
 }
 
-TEST_F(CliTest, ExportWritesVectorsAndScalesItsPixels) {
+TEST_F(CliTest, ExportScalesItsPixelsAndTakesARange) {
   DrawSheet();
   std::string chart = Save("chart.ods");
   std::string once = folder_ + "/once.png", twice = folder_ + "/twice.png";
@@ -721,7 +721,12 @@ TEST_F(CliTest, ExportWritesVectorsAndScalesItsPixels) {
   PngFile part(cells);
   EXPECT_NEAR(block.Width() * 4 / 3, part.Width(), 2);
   EXPECT_NEAR(block.Height() * 4 / 3, part.Height(), 2);
+  ExpectNothingLeftBehind();
+}
 
+TEST_F(CliTest, ExportWritesTheChartAsVectors) {
+  DrawSheet();
+  std::string chart = Save("chart.ods");
   std::string pdf = folder_ + "/chart.pdf";
   CommandRun document = Run("export '" + chart + "' -o '" + pdf + "'");
   ASSERT_EQ(0, document.exitCode) << document.output;

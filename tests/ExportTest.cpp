@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <map>
 #include <set>
 
 #include "AddinFixture.h"
@@ -290,8 +291,15 @@ TEST_F(ExportTest, TheMenuCommandOnAnEmptySheetSaysThereIsNothingToExport) {
             message);
 }
 
-// The file the save dialog offers first, in the flowcharts folder.
-std::string DefaultPicture() { return host::GetFlowchartsPath() + "Sheet1 flowchart.png"; }
+// The files of the flowcharts folder, where the save dialog opens, with the
+// time each was last written.
+std::map<std::string, fs::file_time_type> FlowchartFiles() {
+  std::map<std::string, fs::file_time_type> files;
+  std::error_code ec;
+  for (const auto& e : fs::directory_iterator(host::GetFlowchartsPath(), ec))
+    files[e.path().string()] = fs::last_write_time(e.path(), ec);
+  return files;
+}
 
 TEST_F(ExportTest, ExportAsPictureShowsThePreviewAndSavesUnderTheTypedName) {
   RedBlock(2, 2, 3, 6);
@@ -372,14 +380,14 @@ TEST_F(ExportTest, ASheetWithoutShapesOpensOnItsCellsAndRefusesTheShapesOption) 
 
 TEST_F(ExportTest, CancellingTheSaveDialogOrTheExportWritesNothing) {
   RedBlock(2, 2, 2, 2);
-  fs::remove(DefaultPicture());
+  auto before = FlowchartFiles();
   ExportThroughTheMenu([&] {
     Ui().ClickInDialog("Save...");
     ASSERT_TRUE(WaitForTitle("Save Picture")) << Ui().Title();
     Ui().PressDialogKey("ESC");
   });
   ExportThroughTheMenu([&] { Ui().ClickInDialog("Cancel"); });
-  EXPECT_FALSE(fs::exists(DefaultPicture()));
+  EXPECT_EQ(before, FlowchartFiles());
   EXPECT_EQ("", host::ReadLogFile());
 }
 
