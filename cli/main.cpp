@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "Draw.h"
+#include "Export.h"
 #include "HostError.h"
 #include "MErrorHandler.h"
 #include "MsoConstants.h"
@@ -79,6 +80,7 @@ int Usage(bool asked) {
                "  shapes FILE             list the shapes of a saved sheet as JSON lines\n"
                "  pictures OUTDIR         draw the dialogs' pictures of shapes and styles\n"
                "  template -o FILE ...    make a page-frame template (.xltx)\n"
+               "  export FILE -o PICTURE  write a picture of a saved sheet's flowchart\n"
                "  --help, --version\n");
   return asked ? 0 : 2;
 }
@@ -160,6 +162,7 @@ int main(int argc, char** argv) {
     if (command == "shapes") return CommandUsage(kShapesUsage, true);
     if (command == "pictures") return CommandUsage(kPicturesUsage, true);
     if (command == "template") return CommandUsage(nivarel::cli::kTemplateUsage, true);
+    if (command == "export") return CommandUsage(nivarel::cli::kExportUsage, true);
   }
   const char* ext = std::getenv("NIVAREL_OXT");
   std::string extension = ext && *ext ? ext : NIVAREL_OXT;
@@ -232,6 +235,8 @@ int main(int argc, char** argv) {
       if (options.input.empty() || options.outputs.empty()) return CommandUsage(kWizardUsage, false);
       return nivarel::cli::Wizard(options, std::cout, std::cerr);
     }
+    if (command == "export")
+      return nivarel::cli::Export(std::vector<std::string>(argv + 2, argv + argc), extension, std::cout, std::cerr);
     if (command == "template")
       return nivarel::cli::Template(std::vector<std::string>(argv + 2, argv + argc), std::cout, std::cerr);
     if (command == "pictures") {

@@ -169,6 +169,9 @@ void OfficeProcess::Launch() {
       "-env:UserInstallation=" + FileUrl(profile_),
       "--accept=pipe,name=" + pipe_ + ";urp;StarOffice.ComponentContext"};
   std::string log = profile_ + "/office.log";
+  // The office's temporary files (the add-in's among them) go with its profile.
+  std::string temporary = profile_ + "/tmp";
+  std::filesystem::create_directories(temporary);
   int pid = fork();
   if (pid < 0) throw HostError(HostError::kOfficeFailure, "Cannot start the office");
   if (pid == 0) {
@@ -178,6 +181,7 @@ void OfficeProcess::Launch() {
     setsid();
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     setenv("SAL_USE_VCLPLUGIN", "svp", 1);
+    setenv("TMPDIR", temporary.c_str(), 1);
     int fd = open(log.c_str(), O_WRONLY | O_CREAT | O_APPEND, 0600);
     if (fd >= 0) {
       dup2(fd, 1);

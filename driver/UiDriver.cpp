@@ -25,7 +25,10 @@
 #include <com/sun/star/awt/MouseButton.hpp>
 #include <com/sun/star/awt/MouseEvent.hpp>
 #include <com/sun/star/awt/Toolkit.hpp>
+#include <com/sun/star/awt/XBitmap.hpp>
 #include <com/sun/star/awt/XButton.hpp>
+#include <com/sun/star/awt/XDevice.hpp>
+#include <com/sun/star/graphic/GraphicProvider.hpp>
 #include <com/sun/star/awt/XCheckBox.hpp>
 #include <com/sun/star/awt/XFixedHyperlink.hpp>
 #include <com/sun/star/awt/XDialog.hpp>
@@ -698,27 +701,56 @@ void UiDriver::ClickScrollBar(int index, bool forward) {
   });
 }
 
+namespace {
+
+// The window of the index-th picture shown in dialog (in reading order, from 0).
+Reference<awt::XWindow> PictureWindow(const Reference<awt::XWindow>& dialog, int index, awt::Rectangle& area) {
+  // The toolkit's windows do not say which of them shows a picture; the
+  // accessibility tree does, with the place of each in the dialog.
+  std::vector<awt::Rectangle> pictures;
+  Reference<css::accessibility::XAccessible> top(dialog, uno::UNO_QUERY_THROW);
+  CollectPictures(top->getAccessibleContext(), pictures);
+  std::stable_sort(pictures.begin(), pictures.end(),
+                   [](const auto& a, const auto& b) { return a.Y != b.Y ? a.Y < b.Y : a.X < b.X; });
+  if (index < 0 || index >= static_cast<int>(pictures.size()))
+    throw HostError(HostError::kNotFound, "The dialog shows no picture " + std::to_string(index));
+  area = pictures[index];
+  for (const auto& window : ControlsOf(dialog)) {
+    awt::Rectangle at = window->getPosSize();
+    if (at.X == area.X && at.Y == area.Y && at.Width == area.Width && at.Height == area.Height) return window;
+  }
+  throw HostError(HostError::kNotFound, "The picture " + std::to_string(index) + " has no window of its own");
+}
+
+}  // namespace
+
 void UiDriver::ClickPicture(int index, double x, double y) {
   CallHere("UiDriver.ClickPicture", [&] {
-    auto dialog = ActiveTop(state_->session);
-    // The toolkit's windows do not say which of them shows a picture; the
-    // accessibility tree does, with the place of each in the dialog.
-    std::vector<awt::Rectangle> pictures;
-    Reference<css::accessibility::XAccessible> top(dialog, uno::UNO_QUERY_THROW);
-    CollectPictures(top->getAccessibleContext(), pictures);
-    std::stable_sort(pictures.begin(), pictures.end(),
-                     [](const auto& a, const auto& b) { return a.Y != b.Y ? a.Y < b.Y : a.X < b.X; });
-    if (index < 0 || index >= static_cast<int>(pictures.size()))
-      throw HostError(HostError::kNotFound, "The dialog shows no picture " + std::to_string(index));
-    const awt::Rectangle& area = pictures[index];
-    for (const auto& window : ControlsOf(dialog)) {
-      awt::Rectangle at = window->getPosSize();
-      if (at.X != area.X || at.Y != area.Y || at.Width != area.Width || at.Height != area.Height) continue;
-      ClickAt(Robot(state_->session), window, static_cast<sal_Int32>(x * area.Width),
-              static_cast<sal_Int32>(y * area.Height));
-      return;
-    }
-    throw HostError(HostError::kNotFound, "The picture " + std::to_string(index) + " has no window of its own");
+    awt::Rectangle area;
+    auto window = PictureWindow(ActiveTop(state_->session), index, area);
+    ClickAt(Robot(state_->session), window, static_cast<sal_Int32>(x * area.Width),
+            static_cast<sal_Int32>(y * area.Height));
+  });
+}
+
+void UiDriver::SavePictureShown(int index, const std::string& path) {
+  CallHere("UiDriver.SavePictureShown", [&] {
+    awt::Rectangle area;
+    auto window = PictureWindow(ActiveTop(state_->session), index, area);
+    // The pixels the window holds on the screen, as drawn.
+    Reference<awt::XDevice> device(window, uno::UNO_QUERY_THROW);
+    Reference<awt::XBitmap> pixels = device->createBitmap(0, 0, area.Width, area.Height);
+    auto provider = css::graphic::GraphicProvider::create(state_->session->context);
+    uno::Sequence<css::beans::PropertyValue> from(1);
+    from.getArray()[0].Name = "Bitmap";
+    from.getArray()[0].Value <<= pixels;
+    Reference<css::graphic::XGraphic> graphic = provider->queryGraphic(from);
+    uno::Sequence<css::beans::PropertyValue> to(2);
+    to.getArray()[0].Name = "URL";
+    to.getArray()[0].Value <<= ToOu("file://" + std::filesystem::absolute(path).string());
+    to.getArray()[1].Name = "MimeType";
+    to.getArray()[1].Value <<= OUString("image/png");
+    provider->storeGraphic(graphic, to);
   });
 }
 

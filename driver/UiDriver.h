@@ -83,6 +83,9 @@ class UiDriver {
   // Clicks a point of the index-th picture shown in the active dialog (in
   // reading order, from 0), given as fractions of its width and height.
   void ClickPicture(int index, double x, double y);
+  // Writes what the index-th picture shown in the active dialog shows on the
+  // screen, pixel for pixel, to a PNG file.
+  void SavePictureShown(int index, const std::string& path);
 
 
  private:

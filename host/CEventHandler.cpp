@@ -1,5 +1,6 @@
 #include "CEventHandler.h"
 
+#include "CImageExportController.h"
 #include "CInteractiveFlowcharter.h"
 #include "CPageLayout.h"
 #include "CStyleWizard.h"
@@ -19,6 +20,7 @@
 #include "UndoList.h"
 #include "Workbooks.h"
 #include "frmAbout.h"
+#include "frmExport.h"
 #include "frmRestart.h"
 #include "frmStart.h"
 #include "frmFlowLineInsert.h"
@@ -275,7 +277,28 @@ void CEventHandler::InsertBranch() {
   }
 }
 void CEventHandler::InsertGroupBox() { NotInThisVersion("Insert Group Box"); }
-void CEventHandler::ExportImage() { NotInThisVersion("Export as Picture"); }
+void CEventHandler::ExportImage() {
+  try {
+    output::CImageExportController controller;
+    if (!controller.IsSheetValid()) {
+      MsgBox(controller.ErrorMessage(), vbExclamation, "Invalid sheet type");
+      return;
+    }
+    std::string range = controller.GetWorksheetRange();
+    if (range.empty()) {
+      MsgBox("There is no content on the current sheet.", vbOKOnly, "Cannot Export Image");
+      return;
+    }
+    dialogs::frmExport form;
+    form.Display(controller, range, " Export Picture");
+    if (!form.IsSaveOperation()) return;
+    if (!controller.SaveFlowchartAsPicture(form.ImageFileName(), form.ImageFileFormat(), form.ImageFlags()))
+      MsgBox(controller.ErrorMessage().empty() ? "Unable to save image" : controller.ErrorMessage(), vbOKOnly,
+             "Image Export Error");
+  } catch (...) {
+    ErrorHandler(kSource, "ExportImage", false);
+  }
+}
 // Needs the about box.
 void CEventHandler::ShowAbout() {
   dialogs::frmAbout form;

@@ -21,6 +21,7 @@
 #include "MGlobalVariables.h"
 #include "Uno.h"
 #include "StartupJob.h"
+#include "ExportCommand.h"
 #include "WizardCommand.h"
 #include "dsrConnect.h"
 
@@ -78,6 +79,16 @@ void TellOrForget(const Watcher& w) {
                  watchers.end());
 }
 
+// The spreadsheet shown in frame, if any.
+std::optional<Workbook> WorkbookShownIn(const Reference<css::frame::XFrame>& frame) {
+  if (!frame.is() || !ExcelApp) return std::nullopt;
+  Reference<css::frame::XController> controller = frame->getController();
+  Reference<css::sheet::XSpreadsheetDocument> document(
+      controller.is() ? controller->getModel() : Reference<css::frame::XModel>(), uno::UNO_QUERY);
+  if (!document.is()) return std::nullopt;
+  return Workbook(std::make_shared<WorkbookImpl>(WorkbookImpl{ExcelApp->Session(), document}));
+}
+
 bool IsWizardRun(const std::string& controlId) { return KeyOfControlId(controlId) == kRunWizardKey; }
 
 // The wizard's choices from the command's arguments: Sheet (text), Layout
@@ -102,13 +113,30 @@ WizardChoices ChoicesOf(const uno::Sequence<css::beans::PropertyValue>& argument
     else if (a.Name == "NewSheet" && (a.Value >>= flag))
       choices.newSheet = flag;
   }
-  if (frame.is() && ExcelApp) {
-    Reference<css::frame::XController> controller = frame->getController();
-    Reference<css::sheet::XSpreadsheetDocument> document(
-        controller.is() ? controller->getModel() : Reference<css::frame::XModel>(), uno::UNO_QUERY);
-    if (document.is())
-      choices.workbook = Workbook(std::make_shared<WorkbookImpl>(WorkbookImpl{ExcelApp->Session(), document}));
+  choices.workbook = WorkbookShownIn(frame);
+  return choices;
+}
+
+bool IsExportRun(const std::string& controlId) { return KeyOfControlId(controlId) == kRunExportKey; }
+
+// The export's choices from the command's arguments: Path, Sheet and Range
+// (texts) and Scale (a whole number); the workbook is the one shown in frame.
+ExportChoices ExportChoicesOf(const uno::Sequence<css::beans::PropertyValue>& arguments,
+                              const Reference<css::frame::XFrame>& frame) {
+  ExportChoices choices;
+  for (const auto& a : arguments) {
+    OUString text;
+    sal_Int32 number = 0;
+    if (a.Name == "Path" && (a.Value >>= text))
+      choices.path = ToUtf8(text);
+    else if (a.Name == "Sheet" && (a.Value >>= text))
+      choices.sheet = ToUtf8(text);
+    else if (a.Name == "Range" && (a.Value >>= text))
+      choices.range = ToUtf8(text);
+    else if (a.Name == "Scale" && (a.Value >>= number))
+      choices.scale = number;
   }
+  choices.workbook = WorkbookShownIn(frame);
   return choices;
 }
 
@@ -196,6 +224,16 @@ void ProtocolHandler::dispatchWithNotification(const css::util::URL& url,
     StartupJob::ConnectOnce(context_);
     OUString controlId;
     if (!url.Complete.startsWith(kProtocol, &controlId)) return;
+    if (IsExportRun(ToUtf8(controlId))) {
+      ExportOutcome outcome = ExportCommand::Run(ExportChoicesOf(arguments, frame_));
+      result.State = outcome.written ? css::frame::DispatchResultState::SUCCESS : css::frame::DispatchResultState::FAILURE;
+      std::vector<css::beans::NamedValue> values = {Named("Message", uno::Any(ToOu(outcome.message))),
+                                                    Named("Width", uno::Any(sal_Int32(outcome.width))),
+                                                    Named("Height", uno::Any(sal_Int32(outcome.height))),
+                                                    Named("Seconds", uno::Any(outcome.seconds))};
+      result.Result <<= uno::Sequence<css::beans::NamedValue>(values.data(), static_cast<sal_Int32>(values.size()));
+      return;
+    }
     if (!IsWizardRun(ToUtf8(controlId))) {
       dispatch(url, arguments);
       result.State = css::frame::DispatchResultState::DONTKNOW;

@@ -5,6 +5,7 @@
 set(HOST_SOURCES
   ${CMAKE_SOURCE_DIR}/host/CEventHandler.cpp
   ${CMAKE_SOURCE_DIR}/host/CommandKeys.cpp
+  ${CMAKE_SOURCE_DIR}/host/ExportCommand.cpp
   ${CMAKE_SOURCE_DIR}/host/MErrorHandler.cpp
   ${CMAKE_SOURCE_DIR}/host/MGlobalVariables.cpp
   ${CMAKE_SOURCE_DIR}/host/MShapeRanges.cpp

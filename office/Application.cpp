@@ -20,7 +20,10 @@
 #include <com/sun/star/system/SystemShellExecute.hpp>
 #include <com/sun/star/system/SystemShellExecuteFlags.hpp>
 #include <com/sun/star/ui/dialogs/ExecutableDialogResults.hpp>
+#include <com/sun/star/ui/dialogs/FilePicker.hpp>
 #include <com/sun/star/ui/dialogs/FolderPicker.hpp>
+#include <com/sun/star/ui/dialogs/TemplateDescription.hpp>
+#include <com/sun/star/ui/dialogs/XFilterManager.hpp>
 #include <com/sun/star/frame/FeatureStateEvent.hpp>
 #include <com/sun/star/frame/XDispatchProvider.hpp>
 #include <com/sun/star/frame/XStatusListener.hpp>
@@ -348,6 +351,35 @@ std::string Application::BrowseForFolder(const std::string& title) {
     OUString path;
     osl::FileBase::getSystemPathFromFileURL(picker->getDirectory(), path);
     return ToUtf8(path);
+  });
+}
+
+std::optional<Application::SaveChoice> Application::GetSaveAsFilename(
+    const std::string& title, const std::vector<std::pair<std::string, std::string>>& filters, int filterIndex,
+    const std::string& folder, const std::string& name) {
+  return Call("Application.GetSaveAsFilename", [&]() -> std::optional<SaveChoice> {
+    auto picker = css::ui::dialogs::FilePicker::createWithMode(
+        session_->context, css::ui::dialogs::TemplateDescription::FILESAVE_SIMPLE);
+    picker->setTitle(ToOu(title));
+    Reference<css::ui::dialogs::XFilterManager> filterManager(picker, uno::UNO_QUERY_THROW);
+    for (const auto& [caption, pattern] : filters) filterManager->appendFilter(ToOu(caption), ToOu(pattern));
+    if (filterIndex >= 1 && filterIndex <= static_cast<int>(filters.size()))
+      filterManager->setCurrentFilter(ToOu(filters[filterIndex - 1].first));
+    OUString folderUrl;
+    if (!folder.empty() && osl::FileBase::getFileURLFromSystemPath(ToOu(folder), folderUrl) == osl::FileBase::E_None)
+      picker->setDisplayDirectory(folderUrl);
+    picker->setDefaultName(ToOu(name));
+    if (picker->execute() != css::ui::dialogs::ExecutableDialogResults::OK) return std::nullopt;
+    uno::Sequence<OUString> files = picker->getSelectedFiles();
+    if (!files.hasElements()) return std::nullopt;
+    SaveChoice choice;
+    OUString path;
+    osl::FileBase::getSystemPathFromFileURL(files[0], path);
+    choice.path = ToUtf8(path);
+    OUString current = filterManager->getCurrentFilter();
+    for (size_t i = 0; i < filters.size(); ++i)
+      if (ToOu(filters[i].first) == current) choice.filterIndex = static_cast<int>(i) + 1;
+    return choice;
   });
 }
 

@@ -77,6 +77,17 @@ class Application {
                                      const std::string& defaultAddress);
   // The office's folder picker with this title; empty when cancelled.
   std::string BrowseForFolder(const std::string& title);
+  // The office's file picker for saving, titled title, listing filters
+  // (each a caption and a pattern such as "*.png") with the filterIndex-th
+  // (from 1) chosen, opened in folder with name filled in; it asks before a
+  // file is replaced. The chosen path and filter; nothing when cancelled.
+  struct SaveChoice {
+    std::string path;
+    int filterIndex = 0;
+  };
+  std::optional<SaveChoice> GetSaveAsFilename(const std::string& title,
+                                              const std::vector<std::pair<std::string, std::string>>& filters,
+                                              int filterIndex, const std::string& folder, const std::string& name);
   // Where the office installed the add-in's extension; empty when it isn't
   // installed.
   std::string AddinFolder() const;

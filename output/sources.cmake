@@ -1,6 +1,7 @@
 # Sources of the output tools: range prompt, symbol key, text extraction and
 # picture export. Built into the add-in's library.
 set(OUTPUT_SOURCES
+  ${CMAKE_SOURCE_DIR}/output/CImageExportController.cpp
   ${CMAKE_SOURCE_DIR}/output/CLoadPictureGDI.cpp
   ${CMAKE_SOURCE_DIR}/output/CRangePrompt.cpp
   ${CMAKE_SOURCE_DIR}/output/PictureFolder.cpp

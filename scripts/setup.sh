@@ -4,7 +4,8 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-packages=(libreoffice-calc libreoffice-dev cmake g++ make pkgconf libgtest-dev nlohmann-json3-dev libzip-dev libxml2-dev libgsf-1-dev libpng-dev zip unzip librsvg2-bin fonts-dejavu-core fonts-liberation2)
+# libreoffice-draw brings the office's SVG filter, which `nivarel export` writes .svg pictures with.
+packages=(libreoffice-calc libreoffice-draw libreoffice-dev cmake g++ make pkgconf libgtest-dev nlohmann-json3-dev libzip-dev libxml2-dev libgsf-1-dev libpng-dev zip unzip librsvg2-bin fonts-dejavu-core fonts-liberation2)
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

@@ -20,6 +20,7 @@
 
 #include "MsoConstants.h"
 #include "OfficeTest.h"
+#include "PngFile.h"
 #include "SavedXlsx.h"
 #include "DocumentProperties.h"
 #include "Shapes.h"
@@ -209,7 +210,8 @@ TEST_F(CliTest, ListsShapesConnectorsAndGroupsOfTheFirstSheetInDrawingOrder) {
 
 TEST_F(CliTest, HelpAndVersionGoToStandardOutputAndMistakesToStandardError) {
   // Standard error thrown away: what is left is standard output.
-  for (const char* asked : {"--help", "draw --help", "wizard --help", "shapes -h", "demo --help", "pictures --help"}) {
+  for (const char* asked : {"--help", "draw --help", "wizard --help", "shapes -h", "demo --help", "pictures --help",
+                            "export --help"}) {
     CommandRun help = Run(std::string(asked) + " 2>/dev/null");
     EXPECT_EQ(0, help.exitCode) << asked;
     EXPECT_EQ(0u, help.output.find("usage: nivarel")) << asked << ": " << help.output;
@@ -220,7 +222,9 @@ TEST_F(CliTest, HelpAndVersionGoToStandardOutputAndMistakesToStandardError) {
   for (const char* wrong : {"", "bogus", "draw", "draw steps.txt --bogus -o x.ods", "shapes", "pictures",
                             "pictures out --bogus", "wizard", "wizard in.csv", "wizard -o x.ods",
                             "wizard in.csv -o x.ods --rows 11", "wizard in.csv -o x.ods --columns -1",
-                            "wizard in.csv -o x.ods --layout sideways", "wizard in.csv -o x.ods --bogus"}) {
+                            "wizard in.csv -o x.ods --layout sideways", "wizard in.csv -o x.ods --bogus", "export",
+                            "export c.ods", "export -o c.png", "export c.ods -o c.png --scale 0",
+                            "export c.ods -o c.png --scale 11", "export c.ods -o c.png --bogus"}) {
     CommandRun mistake = Run(std::string(wrong) + " >/dev/null");
     EXPECT_EQ(2, mistake.exitCode) << wrong;
     EXPECT_NE(std::string::npos, mistake.output.find("usage: nivarel")) << wrong << ": on standard error";
@@ -623,6 +627,152 @@ TEST_F(CliTest, TemplateMakesATemplateFromItsOptionsAndRefusesWhatItCannotTake) 
   EXPECT_EQ(0, help.exitCode);
   EXPECT_EQ("usage: nivarel template -o FILE [--paper letter|11x17|a3|a4] [--orientation portrait|landscape]",
             help.lines.at(0));
+}
+
+// The first bytes of a file.
+std::string Head(const std::string& path, size_t count = 64) {
+  std::ifstream in(path, std::ios::binary);
+  std::string bytes(count, '\0');
+  in.read(bytes.data(), static_cast<std::streamsize>(count));
+  bytes.resize(static_cast<size_t>(in.gcount()));
+  return bytes;
+}
+
+std::string Whole(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  return std::string((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+}
+
+// A TIFF's compression (tag 259) from its first directory; -1 without one.
+int TiffCompression(const std::string& tiff) {
+  if (tiff.size() < 8) return -1;
+  bool big = tiff[0] == 'M';
+  auto number = [&](size_t at, int bytes) {
+    unsigned long v = 0;
+    for (int i = 0; i < bytes; ++i) {
+      unsigned char b = static_cast<unsigned char>(tiff[at + (big ? i : bytes - 1 - i)]);
+      v = (v << 8) | b;
+    }
+    return v;
+  };
+  size_t dir = number(4, 4);
+  if (dir + 2 > tiff.size()) return -1;
+  size_t entries = number(dir, 2);
+  for (size_t i = 0; i < entries && dir + 2 + 12 * (i + 1) <= tiff.size(); ++i) {
+    size_t e = dir + 2 + 12 * i;
+    if (number(e, 2) == 259) return static_cast<int>(number(e + 8, 2));
+  }
+  return -1;
+}
+
+// The first value of a JPEG's first quantization table: 2 at quality 95 on
+// the standard tables (16 scaled by 10%, rounded), 8 at the usual 75.
+int JpegFirstQuantizer(const std::string& jpeg) {
+  size_t at = jpeg.find("\xFF\xDB");
+  if (at == std::string::npos || at + 6 > jpeg.size()) return -1;
+  return static_cast<unsigned char>(jpeg[at + 5]);
+}
+
+TEST_F(CliTest, ExportWritesThePictureInEachOfTheDialogsFormats) {
+  DrawSheet();
+  std::string chart = Save("chart.ods");
+  struct Expected {
+    const char* type;
+    std::string signature;
+    size_t at;
+  };
+  const Expected formats[] = {{".bmp", "BM", 0},           {".emf", " EMF", 40}, {".gif", "GIF8", 0},
+                              {".jpg", "\xFF\xD8\xFF", 0}, {".png", "\x89PNG", 0}, {".tif", "MM", 0}};
+  for (const Expected& f : formats) {
+    std::string picture = folder_ + "/chart" + f.type;
+    CommandRun run = Run("export '" + chart + "' -o '" + picture + "'");
+    ASSERT_EQ(0, run.exitCode) << f.type << ": " << run.output;
+    std::string head = Head(picture);
+    ASSERT_GT(head.size(), f.at + f.signature.size()) << f.type;
+    EXPECT_EQ(f.signature, head.substr(f.at, f.signature.size())) << f.type;
+    EXPECT_NE(std::string::npos, run.output.find("wrote " + picture + " (")) << run.output;
+  }
+  EXPECT_EQ(5, TiffCompression(Whole(folder_ + "/chart.tif"))) << "LZW";
+  EXPECT_EQ(2, JpegFirstQuantizer(Whole(folder_ + "/chart.jpg"))) << "quality 95";
+  // Every shape, from the terminator's left (90 pt) to the notes' right
+  // (360 pt) and from 36 to 198 pt down, at 4 pixels for 3 points.
+  PngFile png(folder_ + "/chart.png");
+  EXPECT_NEAR(360, png.Width(), 3);
+  EXPECT_NEAR(216, png.Height(), 3);
+  ExpectNothingLeftBehind();
+}
+
+TEST_F(CliTest, ExportScalesItsPixelsAndTakesARange) {
+  DrawSheet();
+  std::string chart = Save("chart.ods");
+  std::string once = folder_ + "/once.png", twice = folder_ + "/twice.png";
+  ASSERT_EQ(0, Run("export '" + chart + "' -o '" + once + "'").exitCode);
+  CommandRun scaled = Run("export '" + chart + "' -o '" + twice + "' --scale 2");
+  ASSERT_EQ(0, scaled.exitCode) << scaled.output;
+  PngFile one(once), two(twice);
+  EXPECT_NEAR(2 * one.Width(), two.Width(), 1);
+  EXPECT_NEAR(2 * one.Height(), two.Height(), 1);
+
+  // A range: its cells with the shapes over them, A1:F10 at 96 dpi.
+  std::string cells = folder_ + "/cells.png";
+  CommandRun range = Run("export '" + chart + "' -o '" + cells + "' --range A1:F10");
+  ASSERT_EQ(0, range.exitCode) << range.output;
+  Range block = sheet_->GetRange("A1:F10");
+  PngFile part(cells);
+  EXPECT_NEAR(block.Width() * 4 / 3, part.Width(), 2);
+  EXPECT_NEAR(block.Height() * 4 / 3, part.Height(), 2);
+  ExpectNothingLeftBehind();
+}
+
+TEST_F(CliTest, ExportWritesTheChartAsVectors) {
+  DrawSheet();
+  std::string chart = Save("chart.ods");
+  std::string pdf = folder_ + "/chart.pdf";
+  CommandRun document = Run("export '" + chart + "' -o '" + pdf + "'");
+  ASSERT_EQ(0, document.exitCode) << document.output;
+  EXPECT_EQ("%PDF", Head(pdf).substr(0, 4));
+  // One page of the picture's size: 270 x 162 pt.
+  std::smatch box;
+  std::string whole = Whole(pdf);
+  ASSERT_TRUE(std::regex_search(whole, box, std::regex(R"(/MediaBox\s*\[\s*0\s+0\s+([0-9.]+)\s+([0-9.]+))")));
+  EXPECT_NEAR(270, std::stod(box[1]), 2);
+  EXPECT_NEAR(162, std::stod(box[2]), 2);
+
+  // An SVG needs the office's SVG filter; without it the command says so.
+  std::string svg = folder_ + "/chart.svg";
+  CommandRun vectors = Run("export '" + chart + "' -o '" + svg + "'");
+  if (vectors.exitCode == 0)
+    EXPECT_NE(std::string::npos, Whole(svg).find("<svg")) << Head(svg);
+  else
+    EXPECT_NE(std::string::npos, vectors.output.find("cannot write SVG pictures")) << vectors.output;
+  ExpectNothingLeftBehind();
+}
+
+TEST_F(CliTest, ExportSaysWhyItWroteNothing) {
+  CommandRun missing = Run("export '" + folder_ + "/missing.ods' -o '" + folder_ + "/x.png'");
+  EXPECT_EQ(1, missing.exitCode);
+  EXPECT_NE(std::string::npos, missing.output.find("cannot read '" + folder_ + "/missing.ods': no such file"))
+      << missing.output;
+  std::string empty = Save("empty.ods");
+  CommandRun wrongType = Run("export '" + empty + "' -o '" + folder_ + "/x.txt'");
+  EXPECT_EQ(1, wrongType.exitCode);
+  EXPECT_NE(std::string::npos, wrongType.output.find("a picture is .bmp, .emf, .gif, .jpg, .png, .tif, .svg or .pdf"))
+      << wrongType.output;
+  ExpectNothingLeftBehind();
+
+  std::string picture = folder_ + "/nothing.png";
+  CommandRun nothing = Run("export '" + empty + "' -o '" + picture + "'");
+  EXPECT_EQ(1, nothing.exitCode);
+  EXPECT_NE(std::string::npos, nothing.output.find("nivarel: There is no content on the current sheet."))
+      << nothing.output;
+  EXPECT_FALSE(std::filesystem::exists(picture));
+  ExpectNothingLeftBehind();
+
+  CommandRun badRange = Run("export '" + empty + "' -o '" + picture + "' --range 'B2:nowhere'");
+  EXPECT_EQ(1, badRange.exitCode);
+  EXPECT_NE(std::string::npos, badRange.output.find("The range entered is invalid.")) << badRange.output;
+  EXPECT_FALSE(std::filesystem::exists(picture));
+  ExpectNothingLeftBehind();
 }
 
 }  // namespace
