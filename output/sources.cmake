@@ -1,6 +1,8 @@
 # Sources of the output tools: range prompt, symbol key, text extraction and
 # picture export. Built into the add-in's library.
 set(OUTPUT_SOURCES
+  ${CMAKE_SOURCE_DIR}/output/CExtractText.cpp
+  ${CMAKE_SOURCE_DIR}/output/CFlowchartKey.cpp
   ${CMAKE_SOURCE_DIR}/output/CLoadPictureGDI.cpp
   ${CMAKE_SOURCE_DIR}/output/CRangePrompt.cpp
   ${CMAKE_SOURCE_DIR}/output/PictureFolder.cpp
