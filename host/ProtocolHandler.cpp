@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <functional>
 #include <mutex>
+#include <optional>
 #include <vector>
 
 #include <com/sun/star/beans/NamedValue.hpp>
@@ -21,6 +22,7 @@
 #include "MGlobalVariables.h"
 #include "Uno.h"
 #include "StartupJob.h"
+#include "OutputCommand.h"
 #include "WizardCommand.h"
 #include "dsrConnect.h"
 
@@ -79,6 +81,20 @@ void TellOrForget(const Watcher& w) {
 }
 
 bool IsWizardRun(const std::string& controlId) { return KeyOfControlId(controlId) == kRunWizardKey; }
+bool IsOutputRun(const std::string& controlId) {
+  std::string key = KeyOfControlId(controlId);
+  return key == kRunKeyKey || key == kRunExtractKey;
+}
+
+// The workbook shown in frame; none without one.
+std::optional<Workbook> WorkbookShownIn(const Reference<css::frame::XFrame>& frame) {
+  if (!frame.is() || !ExcelApp) return std::nullopt;
+  Reference<css::frame::XController> controller = frame->getController();
+  Reference<css::sheet::XSpreadsheetDocument> document(
+      controller.is() ? controller->getModel() : Reference<css::frame::XModel>(), uno::UNO_QUERY);
+  if (!document.is()) return std::nullopt;
+  return Workbook(std::make_shared<WorkbookImpl>(WorkbookImpl{ExcelApp->Session(), document}));
+}
 
 // The wizard's choices from the command's arguments: Sheet (text), Layout
 // ("add" or "keep"), RowsBetween and ColumnsBetween (whole numbers) and
@@ -102,13 +118,23 @@ WizardChoices ChoicesOf(const uno::Sequence<css::beans::PropertyValue>& argument
     else if (a.Name == "NewSheet" && (a.Value >>= flag))
       choices.newSheet = flag;
   }
-  if (frame.is() && ExcelApp) {
-    Reference<css::frame::XController> controller = frame->getController();
-    Reference<css::sheet::XSpreadsheetDocument> document(
-        controller.is() ? controller->getModel() : Reference<css::frame::XModel>(), uno::UNO_QUERY);
-    if (document.is())
-      choices.workbook = Workbook(std::make_shared<WorkbookImpl>(WorkbookImpl{ExcelApp->Session(), document}));
+  choices.workbook = WorkbookShownIn(frame);
+  return choices;
+}
+
+// The key's or the list's choices: Sheet and Cell (texts); the workbook is
+// the one shown in frame.
+OutputChoices OutputChoicesOf(const uno::Sequence<css::beans::PropertyValue>& arguments,
+                              const Reference<css::frame::XFrame>& frame) {
+  OutputChoices choices;
+  for (const auto& a : arguments) {
+    OUString text;
+    if (a.Name == "Sheet" && (a.Value >>= text))
+      choices.sheet = ToUtf8(text);
+    else if (a.Name == "Cell" && (a.Value >>= text))
+      choices.cell = ToUtf8(text);
   }
+  choices.workbook = WorkbookShownIn(frame);
   return choices;
 }
 
@@ -173,6 +199,10 @@ void ProtocolHandler::dispatch(const css::util::URL& url, const uno::Sequence<cs
       TheConnection().rxNivarel_RunWizard(ChoicesOf(arguments, frame_));
       return;
     }
+    if (IsOutputRun(id)) {
+      TheConnection().rxNivarel_RunOutput(KeyOfControlId(id), OutputChoicesOf(arguments, frame_));
+      return;
+    }
     // A caller that asks not to wait (SynchronMode false) gets the command run
     // from the event loop once its call has returned.
     bool synchron = true;
@@ -196,7 +226,18 @@ void ProtocolHandler::dispatchWithNotification(const css::util::URL& url,
     StartupJob::ConnectOnce(context_);
     OUString controlId;
     if (!url.Complete.startsWith(kProtocol, &controlId)) return;
-    if (!IsWizardRun(ToUtf8(controlId))) {
+    std::string id = ToUtf8(controlId);
+    if (IsOutputRun(id)) {
+      OutputOutcome outcome = TheConnection().rxNivarel_RunOutput(KeyOfControlId(id), OutputChoicesOf(arguments, frame_));
+      result.State = outcome.done ? css::frame::DispatchResultState::SUCCESS : css::frame::DispatchResultState::FAILURE;
+      const css::beans::NamedValue values[] = {Named("Message", uno::Any(ToOu(outcome.message))),
+                                               Named("Sheet", uno::Any(ToOu(outcome.sheet))),
+                                               Named("Cell", uno::Any(ToOu(outcome.cell))),
+                                               Named("Count", uno::Any(sal_Int32(outcome.count)))};
+      result.Result <<= uno::Sequence<css::beans::NamedValue>(values, 4);
+      return;
+    }
+    if (!IsWizardRun(id)) {
       dispatch(url, arguments);
       result.State = css::frame::DispatchResultState::DONTKNOW;
       return;
