@@ -8,7 +8,6 @@
 #include "HostError.h"
 #include "MErrorHandler.h"
 #include "MGlobalVariables.h"
-#include "MShapeRanges.h"
 #include "MsgBox.h"
 #include "MsoConstants.h"
 #include "Shapes.h"
@@ -95,40 +94,46 @@ void CExtractText::WriteHeading() {
   outputCell_->GetFont().SetBold(true);
 }
 
+void CExtractText::ReadSymbols(const std::vector<Shape>& shapes, std::vector<std::string>& steps) {
+  for (const Shape& shape : shapes) {
+    try {
+      if (!PartOfTheChart(shape.Name())) continue;
+      if (shape.Type() == msoGroup) {
+        ReadSymbols(shape.GroupItems(), steps);
+        continue;
+      }
+      if (shape.Type() != msoAutoShape || shape.Connector()) continue;
+      std::string text = rules::Trim(shape.GetTextFrame().GetCharacters().Text());
+      if (!text.empty() && !TerminatorWord(text)) steps.push_back(text);
+    } catch (...) {
+      // A shape without text is passed over.
+    }
+  }
+}
+
 void CExtractText::ExtractTextFromFlowchartSymbols() {
   written_ = 0;
   try {
     if (!valid_ || !flowchartSheet_) return;
     if (!PromptForOutputCell()) return;
-    // The groups opened and closed again and the cells written are one
-    // entry of the undo list; the office records all of it.
+    // Only cells change: one entry of the undo list, recorded by the office.
     UndoList::Entry entry(flowchartSheet_->Parent(), "Nivarel: Extract Flowchart Text");
     outputSheet_->Activate();
     outputCell_->Select();
+    std::vector<Shape> topLevel;
     Shapes shapes = flowchartSheet_->GetShapes();
-    std::vector<Shape> opened =
-        host::UngroupShapes(shapes, kSource, "ExtractTextFromFlowchartSymbols",
-                            [](const Shape& group) { return PartOfTheChart(group.Name()); });
-    try {
-      WriteHeading();
-      int row = 1;
-      for (int i = 1, n = shapes.Count(); i <= n; ++i) {
-        try {
-          Shape shape = shapes.Item(i);
-          if (shape.Type() != msoAutoShape || shape.Connector() || !PartOfTheChart(shape.Name())) continue;
-          std::string text = rules::Trim(shape.GetTextFrame().GetCharacters().Text());
-          if (text.empty() || TerminatorWord(text)) continue;
-          outputCell_->Offset(row, 0).SetValue(text);
-          ++row;
-          ++written_;
-        } catch (...) {
-          // A shape without text is passed over.
-        }
+    for (int i = 1, n = shapes.Count(); i <= n; ++i) topLevel.push_back(shapes.Item(i));
+    std::vector<std::string> steps;
+    ReadSymbols(topLevel, steps);
+    WriteHeading();
+    for (const std::string& step : steps) {
+      try {
+        outputCell_->Offset(written_ + 1, 0).SetValue(step);
+        ++written_;
+      } catch (...) {
+        // The next step goes on in the next row all the same.
       }
-    } catch (...) {
-      // What was written stays; the groups close all the same.
     }
-    host::RegroupShapes(opened, kSource, "ExtractTextFromFlowchartSymbols");
   } catch (...) {
     host::ErrorHandler(kSource, "ExtractTextFromFlowchartSymbols", false);
   }

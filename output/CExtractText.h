@@ -1,15 +1,17 @@
 // Text extraction: the texts of a flowchart's symbols written down a column
 // under the heading "Process Steps", so that a chart turns back into a list
 // of steps. The symbols are read in drawing order (not the order of the
-// flow); groups are opened for the run, layer by layer, and closed again, all
-// but the symbol key and a template's groups. One run is one entry of the
-// undo list.
+// flow), the members of groups too, each where its group stands, as if the
+// groups were opened layer by layer; the symbol key and a template's groups
+// are not looked into. One run is one entry of the undo list.
 #pragma once
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "Range.h"
+#include "Shape.h"
 #include "Worksheet.h"
 
 namespace nivarel::output {
@@ -41,6 +43,12 @@ class CExtractText {
  private:
   // True when a place was given.
   bool PromptForOutputCell();
+  // The steps among shapes, in their order: the texts of auto shapes (not
+  // connectors), groups looked into where they stand. The groups are read
+  // where they are rather than opened and closed again: the office records
+  // a program's grouping, and an entry that mixes such records with cell
+  // changes cannot be taken back and done again safely.
+  void ReadSymbols(const std::vector<office::Shape>& shapes, std::vector<std::string>& steps);
   void WriteHeading();
   void ClearReferences();
 
