@@ -15,15 +15,13 @@ namespace nivarel::dialogs {
 
 namespace {
 
-constexpr float kSmallest = 1, kLargest = 409;
-
-// The size in the box, or 0 when it is not a size a font can have.
-float SizeOf(const std::string& text) {
+// The size in the box, or 0 when it is not a size from smallest to largest.
+float SizeOf(const std::string& text, float smallest, float largest) {
   std::string t = rules::Trim(text);
   if (t.empty()) return 0;
   char* end = nullptr;
   double v = std::strtod(t.c_str(), &end);
-  if (end == t.c_str() || *end != '\0' || !std::isfinite(v) || v < kSmallest || v > kLargest) return 0;
+  if (end == t.c_str() || *end != '\0' || !std::isfinite(v) || v < smallest || v > largest) return 0;
   return static_cast<float>(v);
 }
 
@@ -44,6 +42,11 @@ void frmFont::InitializeSettings(const std::string& name, float size, bool bold,
   ok_ = false;
 }
 
+void frmFont::SetSizeLimits(float smallest, float largest) {
+  smallest_ = smallest;
+  largest_ = largest;
+}
+
 void frmFont::Show() {
   ok_ = false;
   try {
@@ -56,15 +59,16 @@ void frmFont::Show() {
       return i >= 0 && i < static_cast<int>(names.size()) ? names[i] : name_;
     };
     auto sample = [&] {
-      float size = SizeOf(form->Text("txtSize"));
+      float size = SizeOf(form->Text("txtSize"), smallest_, largest_);
       form->SetFont("lblSample", chosenName(), size > 0 ? std::min(size, 24.0f) : size_, form->Checked("chkBold"),
                     form->Checked("chkItalic"));
     };
     host::UserDialog dialog(*host::ExcelApp, "frmFont", [&](const std::string& method) {
       try {
         if (method == "cmdOK_Click") {
-          if (SizeOf(form->Text("txtSize")) <= 0) {
-            host::MsgBox("Please enter a font size from 1 to 409.", office::vbExclamation, "Font Size");
+          if (SizeOf(form->Text("txtSize"), smallest_, largest_) <= 0) {
+            host::MsgBox("Please enter a font size from " + SizeText(smallest_) + " to " + SizeText(largest_) + ".",
+                         office::vbExclamation, "Font Size");
             form->SetFocus("txtSize");
             return;
           }
@@ -91,7 +95,7 @@ void frmFont::Show() {
     dialog.Execute();
     if (!ok_) return;
     name_ = chosenName();
-    size_ = SizeOf(dialog.Text("txtSize"));
+    size_ = SizeOf(dialog.Text("txtSize"), smallest_, largest_);
     bold_ = dialog.Checked("chkBold");
     italic_ = dialog.Checked("chkItalic");
   } catch (...) {

@@ -10,6 +10,8 @@ namespace nivarel::dialogs {
 class frmFont {
  public:
   void InitializeSettings(const std::string& name, float size, bool bold, bool italic);
+  // The sizes OK accepts; 1 to 409 unless set.
+  void SetSizeLimits(float smallest, float largest);
   void Show();
 
   // True only when closed with "&OK".
@@ -23,6 +25,7 @@ class frmFont {
   bool ok_ = false;
   std::string name_;
   float size_ = 10;
+  float smallest_ = 1, largest_ = 409;
   bool bold_ = false, italic_ = false;
 };
 

@@ -7,6 +7,7 @@
 #include "PickCell.h"
 #include "UserDialog.h"
 #include "Text.h"
+#include "frmTemplates.h"
 
 namespace nivarel::dialogs {
 
@@ -70,6 +71,19 @@ bool ValidateForm(host::UserDialog& form, bool& blockDiagram) {
 
 }  // namespace
 
+void frmStart::ChooseTemplate(host::UserDialog& form) {
+  bool updating = host::ExcelApp->ScreenUpdating();
+  frmTemplates chooser;
+  chooser.Display(templateFolderPath_, "Select Template", "&OK");
+  if (chooser.OK()) {
+    templateFolderPath_ = chooser.TemplateFolderPath();
+    blockDiagram_ = chooser.BlockDiagram();
+    form.SetText("txtTemplateFile", chooser.TemplateFilePath());
+    form.SetText("txtCell", chooser.StartLocation());
+  }
+  host::ExcelApp->SetScreenUpdating(updating);
+}
+
 void frmStart::Display(const rules::CConfig& config) {
   ok_ = false;
   blockDiagram_ = false;
@@ -97,8 +111,9 @@ void frmStart::Display(const rules::CConfig& config) {
           PageFieldsReaction(*form, !form->Checked("optGrid2"));
         } else if (method == "cboMargins_Click") {
           if (form->ListIndex("cboMargins") == 2) form->SetListIndex("cboOrientation", 1);
+        } else if (method == "cmdTemplateSelector_Click") {
+          ChooseTemplate(*form);
         }
-        // The template chooser comes with the template tools.
       } catch (...) {
         host::ErrorHandler(kSource, method, false);
       }

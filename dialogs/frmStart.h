@@ -9,6 +9,10 @@
 
 #include "CConfig.h"
 
+namespace nivarel::host {
+class UserDialog;
+}
+
 namespace nivarel::dialogs {
 
 class frmStart {
@@ -36,6 +40,10 @@ class frmStart {
   const std::string& TemplateFilePath() const { return templateFilePath_; }
 
  private:
+  // "Select Template...": the template chooser over the form; a chosen
+  // template fills the file and start cell fields.
+  void ChooseTemplate(host::UserDialog& form);
+
   bool ok_ = false;
   bool addTerminator_ = false;
   std::string terminatorText_, startLocation_;

@@ -21,6 +21,7 @@ set(DIALOGS_SOURCES
   ${CMAKE_SOURCE_DIR}/dialogs/frmStart.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmStyleWizard.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmStyles.cpp
+  ${CMAKE_SOURCE_DIR}/dialogs/frmTemplateGenerator.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmTemplates.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmTerminator.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmTextBox.cpp

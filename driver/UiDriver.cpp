@@ -32,6 +32,8 @@
 #include <com/sun/star/awt/XExtendedToolkit.hpp>
 #include <com/sun/star/awt/XRadioButton.hpp>
 #include <com/sun/star/awt/XToolkitRobot.hpp>
+#include <com/sun/star/container/XNamed.hpp>
+#include <com/sun/star/sheet/XSpreadsheetView.hpp>
 #include <com/sun/star/awt/XVclContainer.hpp>
 #include <com/sun/star/awt/XVclWindowPeer.hpp>
 #include <com/sun/star/awt/XWindow2.hpp>
@@ -92,7 +94,21 @@ void UiDriver::SelectCell(const std::string& address) {
   CallHere("UiDriver.SelectCell", [&] {
     auto grid = Top(state_->ui)->getChild("grid_window");
     bool single = address.find(':') == std::string::npos;
-    grid->executeAction("SELECT", Args({{single ? "CELL" : "RANGE", address}}));
+    // The grid reads an address without a sheet as one on the first sheet;
+    // a person means the sheet in front.
+    std::string target = address;
+    if (address.find('.') == std::string::npos) {
+      Reference<css::frame::XModel> model(state_->session->desktop->getCurrentComponent(), uno::UNO_QUERY);
+      Reference<css::sheet::XSpreadsheetView> view(model.is() ? model->getCurrentController() : nullptr, uno::UNO_QUERY);
+      if (view.is()) {
+        std::string sheet = ToUtf8(Reference<css::container::XNamed>(view->getActiveSheet(), uno::UNO_QUERY_THROW)->getName());
+        std::string quoted = "'";
+        for (char c : sheet) quoted += c == '\'' ? std::string("''") : std::string(1, c);
+        quoted += "'.";
+        target = single ? quoted + address : quoted + address.substr(0, address.find(':')) + ":" + quoted + address.substr(address.find(':') + 1);
+      }
+    }
+    grid->executeAction("SELECT", Args({{single ? "CELL" : "RANGE", target}}));
   });
 }
 

@@ -5,6 +5,7 @@
 #include "CInteractiveFlowcharter.h"
 #include "CPageLayout.h"
 #include "CStyleWizard.h"
+#include "CTemplateGenerator.h"
 #include "MErrorHandler.h"
 #include "MGlobalVariables.h"
 #include "MShapeRanges.h"
@@ -26,6 +27,8 @@
 #include "frmFlowchartWizard.h"
 #include "frmInsertTree.h"
 #include "frmStyleWizard.h"
+#include "frmTemplateGenerator.h"
+#include "frmTemplates.h"
 #include "frmTextBox.h"
 
 namespace nivarel::host {
@@ -334,8 +337,80 @@ void CEventHandler::ShowStyleWizard() {
     ErrorHandler(kSource, "ShowStyleWizard", false);
   }
 }
-void CEventHandler::ShowTemplateGeneratorForm() { NotInThisVersion("Create a Template"); }
-void CEventHandler::ShowTemplateSelectionForm() { NotInThisVersion("Load Template"); }
+void CEventHandler::ShowTemplateGeneratorForm() {
+  try {
+    if (!ExcelApp) return;
+    if (!IsGlobalRowHeightSet()) SetGlobalRowHeight();
+    rules::CConfig config;
+    config.LoadConfigData();
+    dialogs::frmTemplateGenerator form;
+    form.Display(config);
+    if (!form.OK()) return;
+    templates::CTemplateProperties p;
+    p.TemplateFolder(form.TemplateFolder());
+    p.TemplateName(form.TemplateName());
+    p.PaperSize(form.PaperSize());
+    p.Orientation(form.Orientation());
+    p.NumberOfPages(form.NumberOfPages());
+    p.UseShapesForSwimLanes(form.UseShapes());
+    p.TemplateLineStyle(form.TemplateLineStyle());
+    p.TemplateFontName(form.TemplateFontName());
+    p.TemplateFontSize(form.TemplateFontSize());
+    p.TemplateFontBold(form.TemplateFontBold());
+    p.TemplateFontItalic(form.TemplateFontItalic());
+    p.TemplateType(form.TemplateType());
+    p.SwimLaneCount(form.SwimLaneCount());
+    p.MaxSwimLaneCount(form.MaxSwimLanes());
+    for (int lane = 1; lane <= p.MaxSwimLaneCount(); ++lane) p.SetSwimLaneTitle(lane, form.GetSwimLaneTitle(lane));
+    p.MaxTitleBlockRows(form.MaxTitleBlockRows());
+    p.MaxTitleBlockSections(form.MaxTitleBlockSections());
+    p.AddFooter(form.AddFooter());
+    p.FooterRowCount(form.FooterRowCount());
+    for (int row = 1; row <= p.MaxTitleBlockRows(); ++row) {
+      p.SetFooterSectionCount(row, form.GetFooterSectionCount(row));
+      for (int section = 1; section <= p.MaxTitleBlockSections(); ++section)
+        p.SetFooterRowLabel(row, section, form.GetFooterRowLabel(row, section));
+    }
+    p.AddHeader(form.AddHeader());
+    p.HeaderRowCount(form.HeaderRowCount());
+    for (int row = 1; row <= p.MaxTitleBlockRows(); ++row) {
+      p.SetHeaderSectionCount(row, form.GetHeaderSectionCount(row));
+      for (int section = 1; section <= p.MaxTitleBlockSections(); ++section)
+        p.SetHeaderRowLabel(row, section, form.GetHeaderRowLabel(row, section));
+    }
+    // The template is a workbook of its own, made and saved as a whole:
+    // the user's workbook gains nothing, and the new one opens with nothing
+    // to undo, as a file just opened does.
+    templates::CTemplateGenerator generator;
+    std::optional<Workbook> book = generator.CreateTemplate(p);
+    if (book) UndoList(*book).Clear();
+    if (!generator.Saved())
+      MsgBox("The template could not be saved:\r\n" + templates::CTemplateGenerator::TemplateFilePath(p),
+             vbExclamation, "Template Not Saved");
+    config.StoreConfigData();
+  } catch (...) {
+    ErrorHandler(kSource, "ShowTemplateGeneratorForm", false);
+  }
+}
+
+void CEventHandler::ShowTemplateSelectionForm() {
+  try {
+    rules::CConfig config;
+    config.LoadConfigData();
+    dialogs::frmTemplates chooser;
+    chooser.Display(config.TemplateFolderPath, "Select Template", "&Load Template");
+    if (!chooser.OK()) return;
+    // The folder is remembered for this run only; the next start dialog
+    // stores it.
+    config.TemplateFolderPath = chooser.TemplateFolderPath();
+    auto book = ExcelApp->ActiveWorkbook();
+    if (!book) return;
+    UndoList::Entry entry(*book, "Nivarel: Load Template");
+    LoadTemplate(chooser.TemplateFilePath());
+  } catch (...) {
+    ErrorHandler(kSource, "ShowTemplateSelectionForm", false);
+  }
+}
 
 void CEventHandler::CheckForUpdates() {
   try {

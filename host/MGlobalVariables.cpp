@@ -55,6 +55,7 @@ void SetGlobalRowHeight() {
     // The sheet that is measured comes and goes unrecorded: no undo entry.
     UndoList::Pause unrecorded(*book);
     temporary = book->AddSheet();
+    UndoList(*book).HoldPause();  // Calc records again after a new sheet
     float height = static_cast<float>(temporary->Row(1).RowHeight());
     if (height == 12.75f) {
       GlobalRowHeight = height;
@@ -69,6 +70,7 @@ void SetGlobalRowHeight() {
       GlobalRowHeight = height;
       Range column = temporary->Column(1);
       column.SetColumnWidth(1.67);
+      UndoList(*book).HoldPause();  // and after a change of cells
       GlobalColumnWidth = static_cast<float>(column.ColumnWidth());
     }
     temporary->Delete();

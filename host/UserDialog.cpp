@@ -342,6 +342,16 @@ void UserDialog::SetControlVisible(const std::string& control, bool visible) {
   });
 }
 
+void UserDialog::SetBounds(const std::string& control, int left, int top, int width, int height) {
+  Call("UserDialog.Bounds", [&] {
+    auto model = state_->Model(control);
+    model->setPropertyValue("PositionX", uno::Any(static_cast<sal_Int32>(left)));
+    model->setPropertyValue("PositionY", uno::Any(static_cast<sal_Int32>(top)));
+    model->setPropertyValue("Width", uno::Any(static_cast<sal_Int32>(width)));
+    model->setPropertyValue("Height", uno::Any(static_cast<sal_Int32>(height)));
+  });
+}
+
 int UserDialog::ListIndex(const std::string& control) const {
   return Call("UserDialog.ListIndex", [&] {
     uno::Sequence<sal_Int16> selected;

@@ -47,6 +47,8 @@ class UserDialog {
   void SetEnabled(const std::string& control, bool enabled);
   // Shows or hides a control.
   void SetControlVisible(const std::string& control, bool visible);
+  // Moves and sizes a control, in the dialog file's units.
+  void SetBounds(const std::string& control, int left, int top, int width, int height);
   // The selected entry of a list box, 0-based; -1 when none is.
   int ListIndex(const std::string& control) const;
   void SetListIndex(const std::string& control, int index);

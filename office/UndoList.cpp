@@ -47,6 +47,10 @@ void UndoList::Redo() {
   Call("UndoList.Redo", [&] { ManagerOf(*book_)->redo(); });
 }
 
+void UndoList::Clear() {
+  Call("UndoList.Clear", [&] { ManagerOf(*book_)->clear(); });
+}
+
 void KeepUndoListLocked(const Reference<css::document::XUndoManager>& manager, int& taken) {
   if (manager->isLocked()) return;
   // Undone to no lock and done again: the office switches recording off on

@@ -26,6 +26,8 @@ class UndoList {
   std::vector<std::string> RedoTitles() const;
   void Undo();
   void Redo();
+  // Forgets every entry, both ways, as for a workbook just opened.
+  void Clear();
   // The office switches its recording back on behind a pause whenever it
   // works on cells itself (a cell changed, a dialog closed, the screen back
   // on): while a pause is held, this switches it off again.

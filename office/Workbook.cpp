@@ -8,6 +8,8 @@
 #include <com/sun/star/container/XIndexAccess.hpp>
 #include <com/sun/star/document/XDocumentEventBroadcaster.hpp>
 #include <com/sun/star/document/XDocumentEventListener.hpp>
+#include <com/sun/star/document/XUndoAction.hpp>
+#include <com/sun/star/document/XUndoManager.hpp>
 #include <com/sun/star/frame/XController.hpp>
 #include <com/sun/star/frame/XFrame.hpp>
 #include <com/sun/star/frame/XStorable.hpp>
@@ -23,10 +25,12 @@
 #include "ConnectorFormat.h"
 #include "MsoConstants.h"
 #include "Shape.h"
+#include "ShapeRecipe.h"
 #include "Shapes.h"
 #include "Characters.h"
 #include "Font.h"
 #include "TextFrame.h"
+#include "Workbooks.h"
 #include "XlsxConnectors.h"
 #include "Uno.h"
 
@@ -94,10 +98,68 @@ Worksheet Workbook::CopySheet(const Worksheet& sheet) {
   return Sheet(n + 1);
 }
 
+namespace {
+
+// The office's undo list records no sheet copied in from another document:
+// Ctrl+Z takes the copies away again, Ctrl+Y copies them in once more from
+// the file they came from (a file gone meanwhile leaves the workbook as it is).
+class CopiedSheetsAction : public cppu::WeakImplHelper1<css::document::XUndoAction> {
+ public:
+  CopiedSheetsAction(std::shared_ptr<WorkbookImpl> book, OUString source, std::vector<OUString> names,
+                     sal_Int32 position)
+      : book_(std::move(book)), source_(std::move(source)), names_(std::move(names)), position_(position) {}
+
+  OUString SAL_CALL getTitle() override { return "Sheets"; }
+
+  void SAL_CALL undo() override {
+    OfficeThreadScope scope;
+    AtBorder("Workbook", "UndoCopySheets", [&] {
+      UnrecordedUndo unrecorded(book_->document);
+      auto sheets = book_->document->getSheets();
+      for (const OUString& name : names_)
+        if (sheets->hasByName(name)) sheets->removeByName(name);
+    });
+  }
+
+  void SAL_CALL redo() override {
+    OfficeThreadScope scope;
+    AtBorder("Workbook", "RedoCopySheets", [&] {
+      OUString path;
+      if (osl::FileBase::getSystemPathFromFileURL(source_, path) != osl::FileBase::E_None) return;
+      Workbook source = Workbooks(book_->session).OpenHidden(ToUtf8(path));
+      try {
+        UnrecordedUndo unrecorded(book_->document);
+        Reference<css::sheet::XSpreadsheets2> sheets(book_->document->getSheets(), uno::UNO_QUERY_THROW);
+        auto from = source.Impl()->document->getSheets();
+        const auto names = from->getElementNames();
+        for (sal_Int32 i = 0; i < names.getLength() && i < static_cast<sal_Int32>(names_.size()); ++i) {
+          if (sheets->hasByName(names_[i])) continue;
+          if (names[i] != names_[i])
+            Reference<css::container::XNamed>(from->getByName(names[i]), uno::UNO_QUERY_THROW)->setName(names_[i]);
+          sheets->importSheet(source.Impl()->document, names_[i], position_ + i);
+        }
+      } catch (...) {
+        source.Close();
+        throw;
+      }
+      source.Close();
+    });
+  }
+
+ private:
+  std::shared_ptr<WorkbookImpl> book_;
+  OUString source_;
+  std::vector<OUString> names_;
+  sal_Int32 position_;
+};
+
+}  // namespace
+
 Worksheet Workbook::CopySheetsFrom(const Workbook& source, const Worksheet& after) {
   int position = after.Index();
   int first = 0;
   Call("Sheets.Add", [&] {
+    std::vector<OUString> copied;
     Reference<css::sheet::XSpreadsheets2> sheets(impl_->document->getSheets(), uno::UNO_QUERY_THROW);
     auto from = source.impl_->document->getSheets();
     const auto names = from->getElementNames();
@@ -114,7 +176,16 @@ Worksheet Workbook::CopySheetsFrom(const Workbook& source, const Worksheet& afte
       }
       sal_Int32 at = sheets->importSheet(source.impl_->document, name, static_cast<sal_Int32>(position + i));
       if (i == 0) first = static_cast<int>(at) + 1;
+      copied.push_back(name);
     }
+    // A template opens as a new untitled document: its file is the one the
+    // office was asked to load.
+    OUString file = source.impl_->Model()->getURL();
+    for (const auto& arg : source.impl_->Model()->getArgs())
+      if (arg.Name == "URL" && file.isEmpty()) arg.Value >>= file;
+    ManagerOf(impl_->document)
+        ->addUndoAction(new CopiedSheetsAction(impl_, file, std::move(copied),
+                                               static_cast<sal_Int32>(position)));
   });
   return Sheet(first);
 }

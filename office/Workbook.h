@@ -29,7 +29,8 @@ class Workbook {
   Worksheet AddSheet();
   // Copies every sheet of source, with its cells, shapes and page setup, in
   // behind the sheet after; a name already taken gets a number. Returns the
-  // first copy.
+  // first copy. Recorded in the undo list: undone, the copies go; redone,
+  // they are copied again from source's file.
   Worksheet CopySheetsFrom(const Workbook& source, const Worksheet& after);
   // A copy of one of this workbook's sheets, cells, formats and drawing, as
   // a new sheet "SheetN" behind the last one; the office records it for

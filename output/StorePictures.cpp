@@ -191,6 +191,55 @@ class Painter {
     return from;
   }
 
+  // A template's page (layout 0 plain grid, 1 vertical lanes, 2 horizontal
+  // lanes, 3 horizontal lanes with a column of notes): a white sheet of
+  // paper with a title block of three sections at its head and its foot and
+  // the body between them.
+  Shape PageLayout(int layout, double left, double top, double width, double height) {
+    Shape page = Box(left, top, width, height, kWhite, kPaperEdge, 0.75);
+    double m = width * 0.07, x0 = left + m, x1 = left + width - m, y0 = top + m, y1 = top + height - m;
+    double block = (y1 - y0) * 0.09, gap = 2;
+    for (double y : {y0, y1 - block}) {
+      double w = x1 - x0;
+      Box(x0, y, w / 2, block, kTitleFill, kInk, 0.5);
+      Box(x0 + w / 2, y, w / 4, block, kTitleFill, kInk, 0.5);
+      Box(x0 + w * 3 / 4, y, w / 4, block, kTitleFill, kInk, 0.5);
+    }
+    double bx0 = x0, bx1 = x1, by0 = y0 + block + gap, by1 = y1 - block - gap;
+    double bw = bx1 - bx0, bh = by1 - by0;
+    constexpr int kLanes = 3;
+    switch (layout) {
+      case 0:
+        for (int i = 1; i < 8; ++i) Stroke(bx0 + bw * i / 8, by0, bx0 + bw * i / 8, by1, kGridLine, 0.5);
+        for (int i = 1; i < 10; ++i) Stroke(bx0, by0 + bh * i / 10, bx1, by0 + bh * i / 10, kGridLine, 0.5);
+        break;
+      case 1:
+        for (int i = 0; i < kLanes; ++i) {
+          Box(bx0 + bw * i / kLanes, by0, bw / kLanes, bh * 0.08, kLaneTitle, kInk, 0.5);
+          Box(bx0 + bw * i / kLanes, by0, bw / kLanes, bh, -1, kInk, 0.75);
+        }
+        break;
+      default: {
+        double lanes = layout == 3 ? bw * 0.7 : bw;
+        for (int i = 0; i < kLanes; ++i) {
+          Box(bx0, by0 + bh * i / kLanes, bw * 0.12, bh / kLanes, kLaneTitle, kInk, 0.5);
+          Box(bx0, by0 + bh * i / kLanes, lanes, bh / kLanes, -1, kInk, 0.75);
+        }
+        if (layout == 3) {
+          Box(bx0 + lanes, by0, bw - lanes, bh, -1, kInk, 0.75);
+          // Notes: short lines of text in the column beside the lanes.
+          for (int i = 0; i < kLanes; ++i)
+            for (int k = 1; k <= 3; ++k) {
+              double y = by0 + bh * i / kLanes + bh / kLanes * k / 5;
+              Stroke(bx0 + lanes + 3, y, bx1 - 3 - (k == 3 ? 6 : 0), y, kGridLine, 1);
+            }
+        }
+        break;
+      }
+    }
+    return page;
+  }
+
   // A plain line of a line style across the frame, no arrowhead.
   Shape PlainLine(double left, double top, double width, double height, int16_t style) {
     Shape line = Add(shapes_.AddLine(left, top + height / 2, left + width, top + height / 2));
@@ -228,6 +277,9 @@ class Painter {
   static constexpr int kPerRow = 12;
   static constexpr double kArrowWeight = 1.5;  // heavier than a flow line, to read at the dialogs' size
   static constexpr double kGap = 8, kLabelHeight = 12, kSheetScale = 1.5;
+  // The page layouts' colours (red in the low byte).
+  static constexpr long kWhite = 0xFFFFFF, kPaperEdge = 0x808080, kInk = 0x404040, kTitleFill = 0xF2F2F2,
+                        kLaneTitle = 0xF2E6DC, kGridLine = 0xBEBEBE;
 
   // Ends the row being drawn, writing its picture, and starts a sheet for
   // the next one. A row with nothing drawn marks the gap between stores.
@@ -246,6 +298,26 @@ class Painter {
   Shape Add(Shape s) {
     picture_.push_back(s);
     return s;
+  }
+
+  // A rectangle of the picture with a fill (none for -1) and an outline.
+  Shape Box(double left, double top, double width, double height, long fill, long line, double weight) {
+    Shape b = Add(shapes_.AddShape(msoShapeRectangle, left, top, width, height));
+    if (fill < 0) {
+      b.Fill().SetVisible(false);
+    } else {
+      b.Fill().Solid();
+      b.Fill().ForeColor().SetRGB(fill);
+    }
+    b.Line().ForeColor().SetRGB(line);
+    b.Line().SetWeight(weight);
+    return b;
+  }
+
+  void Stroke(double x1, double y1, double x2, double y2, long colour, double weight) {
+    Shape l = Add(shapes_.AddLine(x1, y1, x2, y2));
+    l.Line().ForeColor().SetRGB(colour);
+    l.Line().SetWeight(weight);
   }
 
   // A rectangle that draws nothing and so sets the picture's area exactly.
@@ -327,6 +399,10 @@ int DrawStorePictures(Application& app, const std::string& folder, const std::st
   p.Store(folder, 0, ucImages::kBranchLayouts - 1, ucImages::kBranchWidth, ucImages::kBranchHeight, "branch ",
           ucImages::BranchFileName, [&](int layout, double l, double t, double w, double h) {
             return p.Branch(layout, l, t, w, h);
+          });
+  p.Store(folder, 0, ucImages::kPageLayouts - 1, ucImages::kPageWidth, ucImages::kPageHeight, "page ",
+          ucImages::PageLayoutFileName, [&](int layout, double l, double t, double w, double h) {
+            return p.PageLayout(layout, l, t, w, h);
           });
   // The pickers' panels, seven to a row, made of the pictures just written.
   auto files = [&](int first, int last, const std::function<std::string(int, bool)>& name) {

@@ -50,6 +50,21 @@ std::string ucImages::BranchFileName(int layout, bool doubleSize) {
   return std::string("branches/") + kNames[layout] + (doubleSize ? "@2x" : "") + ".png";
 }
 
+namespace {
+const char* const kPageLayoutKeys[ucImages::kPageLayouts] = {"grid", "xf_vertical", "xf_horizontal", "annotated"};
+}  // namespace
+
+std::string ucImages::PageLayoutFileName(int layout, bool doubleSize) {
+  if (layout < 0 || layout >= kPageLayouts) throw std::out_of_range("Invalid page layout " + std::to_string(layout));
+  return std::string("layouts/") + kPageLayoutKeys[layout] + (doubleSize ? "@2x" : "") + ".png";
+}
+
+std::string ucImages::PageLayoutImage(const std::string& key) const {
+  for (int i = 0; i < kPageLayouts; ++i)
+    if (key == kPageLayoutKeys[i]) return pictures_.Path(PageLayoutFileName(i));
+  throw std::out_of_range("Invalid page layout '" + key + "'");
+}
+
 std::string ucImages::BranchImage(int layout) const { return pictures_.Path(BranchFileName(layout)); }
 
 std::string ucImages::GridImage(int index) const {

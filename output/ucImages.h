@@ -3,8 +3,8 @@
 // and as a plain line, the grid's list (shape types 1 to 124, then styles 1
 // to 84), the pickers' panels of seven pictures to a row, the flow line
 // tools' sides: a sample symbol with an arrow out of or into one of its
-// sides (0 top, 1 right, 2 bottom, 3 left), and the branch tool's six
-// layouts. Pictures
+// sides (0 top, 1 right, 2 bottom, 3 left), the branch tool's six
+// layouts and the template generator's four page layouts. Pictures
 // are PNG file paths from the extension's "pictures" folder, drawn by the
 // shape engine at build time; empty when the file is missing (logged once).
 #pragma once
@@ -25,6 +25,8 @@ class ucImages {
   static constexpr int kSideSize = 48;  // pixels, square; "@2x" twice that
   static constexpr int kBranchWidth = 64, kBranchHeight = 48;
   static constexpr int kBranchLayouts = 6;  // standard, inverted, left, right, left hanging, right hanging
+  static constexpr int kPageWidth = 96, kPageHeight = 124;
+  static constexpr int kPageLayouts = 4;  // plain grid, vertical lanes, horizontal lanes, annotated lanes
 
   explicit ucImages(std::string folder = "");
 
@@ -48,6 +50,11 @@ class ucImages {
   // symbol with its fan of three items. Another layout raises std::out_of_range.
   std::string BranchImage(int layout) const;
 
+  // A template's page with its title block and body, by the layout's key:
+  // "grid", "xf_vertical", "xf_horizontal" or "annotated". Another key
+  // raises std::out_of_range.
+  std::string PageLayoutImage(const std::string& key) const;
+
   // The pickers' panels: styles 1 to 42, styles 43 to 84, flow line styles
   // and plain line styles, each of 7 columns.
   enum Panel { kThemedPanel, kSolidPanel, kFlowLinePanel, kLinePanel };
@@ -63,6 +70,8 @@ class ucImages {
   // Index 0 to 3: out of sides 0 to 3; 4 to 7: into them.
   static std::string SideFileName(int index, bool doubleSize = false);
   static std::string BranchFileName(int layout, bool doubleSize = false);
+  // Layout 0 to 3, in the order of kPageLayouts.
+  static std::string PageLayoutFileName(int layout, bool doubleSize = false);
 
  private:
   PictureFolder pictures_;

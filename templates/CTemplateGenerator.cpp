@@ -67,6 +67,7 @@ void ShareOut(int first, int count, int total, std::vector<int>& start, std::vec
 std::optional<office::Workbook> CTemplateGenerator::CreateTemplate(CTemplateProperties& properties) {
   office::Application& app = *host::ExcelApp;
   std::optional<office::Workbook> book;
+  saved_ = false;
   try {
     app.SetScreenUpdating(false);
     // The office's new documents have as many sheets as its own setting
@@ -476,6 +477,7 @@ void CTemplateGenerator::SaveTemplateFile(office::Workbook& book, const CTemplat
     app.SetDisplayAlerts(false);
     try {
       book.SaveAs(path);
+      saved_ = true;
     } catch (...) {
       app.SetDisplayAlerts(alerts);
       throw;

@@ -27,6 +27,8 @@ class CTemplateGenerator {
   // Builds, marks and saves the workbook, which stays open as the active
   // workbook and is returned; nothing when no workbook could be made.
   std::optional<office::Workbook> CreateTemplate(CTemplateProperties& properties);
+  // Whether the last CreateTemplate wrote its file.
+  bool Saved() const { return saved_; }
   // Groups the sheet's shapes that are not yet in a page's group as
   // "TEMPLATE_GROUP_<page>"; fewer than two such shapes make no group.
   void GroupTemplateShapes(office::Worksheet& worksheet, short page);
@@ -74,6 +76,8 @@ class CTemplateGenerator {
   void SetDocumentProperties(office::Workbook& book, const CTemplateProperties& p);
   std::string GetCustomPropertyValue(const office::DocumentProperties& properties, const std::string& name);
   void SaveTemplateFile(office::Workbook& book, const CTemplateProperties& p);
+
+  bool saved_ = false;
 };
 
 }  // namespace nivarel::templates

@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include <signal.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -127,6 +128,11 @@ int RunTests(int argc, char** argv) {
   if (!mkdtemp(dir)) return 2;
   g_configHome = dir;
   setenv("XDG_CONFIG_HOME", dir, 1);
+  // A home of the tests' own too: what the add-in keeps beside the user's
+  // documents (the flowcharts folder, its templates) stays out of the real one.
+  const std::string home = g_configHome + "/home";
+  mkdir(home.c_str(), 0700);
+  setenv("HOME", home.c_str(), 1);
   ::testing::InitGoogleTest(&argc, argv);
   ::testing::AddGlobalTestEnvironment(new OfficeEnvironment());
   int rc = RUN_ALL_TESTS();

@@ -84,6 +84,11 @@ TEST(PictureStoresTest, EveryPictureHasItsStoresSizeAndATwiceAsLargeTwin) {
   std::vector<std::string> branches;
   for (int layout = 0; layout < ucImages::kBranchLayouts; ++layout) branches.push_back(images.BranchImage(layout));
   check(branches, ucImages::kBranchWidth, ucImages::kBranchHeight);
+  std::vector<std::string> pages;
+  for (const char* key : {"grid", "xf_vertical", "xf_horizontal", "annotated"})
+    pages.push_back(images.PageLayoutImage(key));
+  check(pages, ucImages::kPageWidth, ucImages::kPageHeight);
+  EXPECT_THROW(images.PageLayoutImage("lanes"), std::out_of_range);
   // The pickers' panels: 7 pictures to a row, at twice the pictures' size.
   struct Panel {
     ucImages::Panel panel;
@@ -100,7 +105,7 @@ TEST(PictureStoresTest, EveryPictureHasItsStoresSizeAndATwiceAsLargeTwin) {
   size_t files = 0;
   for (const auto& e : std::filesystem::recursive_directory_iterator(kFolder))
     files += e.path().extension() == ".png" ? 1 : 0;
-  EXPECT_EQ(2u * (124 + 84 + 21 + 21 + 8 + 6) + 4, files);
+  EXPECT_EQ(2u * (124 + 84 + 21 + 21 + 8 + 6 + 4) + 4, files);
 }
 
 TEST(PictureStoresTest, ThePixelsShowWhatEachNumberStandsFor) {
@@ -137,6 +142,38 @@ TEST(PictureStoresTest, ThePixelsShowWhatEachNumberStandsFor) {
     ASSERT_GT(p.Width(), 0);
     EXPECT_GT(inkIn(p, f.baseX0, f.baseY0, f.baseX1, f.baseY1), 10) << "layout " << f.layout << ": its base";
     EXPECT_EQ(0, inkIn(p, f.emptyX0, f.emptyY0, f.emptyX1, f.emptyY1)) << "layout " << f.layout;
+  }
+  // The template pages, at twice the size: only the grid has lines across
+  // its body at each eighth of its width, vertical lanes have their titles
+  // along the top, horizontal and annotated lanes theirs down the left, and
+  // only the annotated page has a column of notes at the right.
+  auto lineDown = [](const PngFile& p, double fx) {
+    int best = 0;
+    for (int x = static_cast<int>(fx * p.Width()) - 2; x <= static_cast<int>(fx * p.Width()) + 2; ++x) {
+      int n = 0;
+      for (int y = p.Height() * 3 / 10; y < p.Height() * 7 / 10; ++y) n += p.Inked(x, y) ? 1 : 0;
+      best = std::max(best, n);
+    }
+    return best == p.Height() * 7 / 10 - p.Height() * 3 / 10;
+  };
+  auto laneTitle = [](const PngFile& p, double fx, double fy) {
+    return Near(p.At(static_cast<int>(fx * p.Width()), static_cast<int>(fy * p.Height())), 220, 230, 242, 10);
+  };
+  struct Page {
+    const char* key;
+    bool grid, titlesAlongTheTop, titlesDownTheLeft, notes;
+  } pages[] = {{"grid", true, false, false, false},
+               {"xf_vertical", false, true, false, false},
+               {"xf_horizontal", false, false, true, false},
+               {"annotated", false, false, true, true}};
+  for (const Page& page : pages) {
+    std::string path = images.PageLayoutImage(page.key);
+    PngFile p(path.substr(0, path.size() - 4) + "@2x.png");
+    ASSERT_GT(p.Width(), 0) << page.key;
+    EXPECT_EQ(page.grid, lineDown(p, 0.303)) << page.key;
+    EXPECT_EQ(page.titlesAlongTheTop, laneTitle(p, 0.24, 0.2)) << page.key;
+    EXPECT_EQ(page.titlesDownTheLeft, laneTitle(p, 0.153, 0.28)) << page.key;
+    EXPECT_EQ(page.notes, lineDown(p, 0.66)) << page.key;
   }
   // A flow line, at twice the size where a thin line covers whole pixels:
   // its colour where the middle column is most opaque, and an arrowhead

@@ -4,13 +4,16 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
 
 #include "AddinFixture.h"
 #include "CConfig.h"
+#include "MsoConstants.h"
 #include "Shapes.h"
 #include "TextFrame.h"
 #include "Characters.h"
+#include "UndoList.h"
 #include "Workbooks.h"
 #include "frmAbout.h"
 #include "frmStart.h"
@@ -131,6 +134,106 @@ TEST_F(StartDialogTest, ATemplateBecomesANewSheetWhereTheRunBegins) {
   ASSERT_EQ(2, shapes.Count()) << "the template's title and the start terminator";
   EXPECT_EQ("TEMPLATE title", shapes.Item(1).Name());
   EXPECT_EQ("Start", shapes.Item(2).GetTextFrame().GetCharacters().Text());
+  EXPECT_EQ("", host::ReadLogFile());
+}
+
+// A template the extension ships, chosen in the start dialog: its sheet comes
+// in and the first typed step lands at the template's start cell. The same
+// template loaded from the menu is one entry of the undo list.
+TEST_F(StartDialogTest, AShippedTemplateChosenInTheStartDialogTakesTheFirstStepAtItsStartCell) {
+  namespace fs = std::filesystem;
+  const std::string folder = testing::ConfigHome() + "/shipped templates";
+  fs::remove_all(folder);
+  fs::create_directories(folder);
+  const std::string name = "A4 Landscape 3 Horizontal Lanes.xltx";
+  fs::copy_file(NIVAREL_TEMPLATES "/" + name, folder + "/" + name);
+  // The settings the office reads, where the add-in inside it keeps them;
+  // put back as they were at the end for the tests that follow.
+  const std::string stored = testing::ConfigHome() + "/Tamrisk/Nivarel/nivarel.cfg";
+  const std::string kept = stored + ".kept";
+  fs::remove(kept);
+  if (fs::exists(stored)) fs::copy_file(stored, kept);
+  struct PutBack {
+    std::string stored, kept;
+    ~PutBack() {
+      fs::remove(stored);
+      if (fs::exists(kept)) fs::rename(kept, stored);
+    }
+  } putBack{stored, kept};
+  const std::string install = host::GetInstallFolder();
+  host::SetInstallFolder(NIVAREL_SOURCE_DIR "/extension");
+  rules::CConfig config;
+  config.LoadConfigData();
+  config.TemplateFolderPath = folder;
+  config.StartTerminator = false;
+  config.EndTerminator = false;
+  config.StartLocation = "H20";
+  config.StoreConfigData();
+  host::SetInstallFolder(install);
+  book_->Activate();
+  sheet_->Activate();
+
+  auto edit = [](const std::string& text) {
+    return [text](const driver::UiDriver::DialogControl& c) { return c.kind == "edit" && c.text == text; };
+  };
+  Drive([&] { Ui().RunCommand("vnd.nivarel:rxNivarelStartFlowcharting"); }, "  Start Flowcharting", [&] {
+    Ui().ClickInDialog("Load a template");
+    Ui().ClickInDialog("Select Template...");
+    ASSERT_TRUE(WaitForDialog("Select Template"));
+    Ui().ClickInDialog("OK");  // the only template, chosen as the table shows it
+    ASSERT_TRUE(WaitForDialog("  Start Flowcharting"));
+    auto controls = Ui().DialogControls();
+    EXPECT_TRUE(std::any_of(controls.begin(), controls.end(), edit(folder + "/" + name))) << "the chosen file";
+    EXPECT_TRUE(std::any_of(controls.begin(), controls.end(), edit("C4"))) << "the template's start cell";
+    Ui().ClickInDialog("Start");
+  });
+  ASSERT_EQ(2, book_->SheetCount()) << "the template's sheet came in";
+  office::Worksheet added = book_->Sheet(2);
+  ASSERT_TRUE(Eventually([&] { return App().ActiveSheet()->SameAs(added); }));
+  EXPECT_EQ("C4", App().ActiveCell()->Address(false));
+  Ui().TypeIntoCell("C4", "take the order");
+  office::Shapes shapes = added.GetShapes();
+  // The template's frame is lines and a group; the step is the one shape
+  // with its text.
+  auto text = [](const office::Shape& s) {
+    try {
+      return s.GetTextFrame().GetCharacters().Text();
+    } catch (...) {
+      return std::string("<no text>");
+    }
+  };
+  auto step = [&]() -> std::optional<office::Shape> {
+    for (int i = 1; i <= shapes.Count(); ++i) {
+      office::Shape s = shapes.Item(i);
+      if (s.Type() != office::msoGroup && text(s) == "Take the order") return s;
+    }
+    return std::nullopt;
+  };
+  ASSERT_TRUE(Eventually([&] { return step().has_value(); })) << "the step is drawn";
+  EXPECT_NEAR(added.GetRange("C4").Top(), step()->Top(), 0.1) << "at the start cell";
+  EXPECT_EQ(4, step()->TopLeftCell().Row());
+  EXPECT_EQ(0, sheet_->GetShapes().Count()) << "the sheet the user was on stays as it was";
+  Ui().RunCommand("vnd.nivarel:rxNivarelStopFlowcharting");
+
+  // From the menu the stored folder opens; the template arrives behind the
+  // active sheet, and Ctrl+Z takes it back whole.
+  sheet_->Activate();
+  ASSERT_TRUE(Eventually([&] { return App().ActiveSheet()->SameAs(*sheet_); }));
+  Drive([&] { Ui().RunCommand("vnd.nivarel:rxNivarelLoadTemplate"); }, "Select Template", [&] {
+    Ui().ClickInDialog("Load Template");
+  });
+  ASSERT_TRUE(Eventually([&] { return book_->SheetCount() == 3; }));
+  office::Worksheet loaded = book_->Sheet(2);
+  EXPECT_TRUE(Eventually([&] { return App().ActiveSheet()->SameAs(loaded); }));
+  EXPECT_TRUE(loaded.DisplayPageBreaks());
+  EXPECT_EQ("Nivarel: Load Template", office::UndoList(*book_).Titles().at(0));
+  Ui().PressKey("CTRL+z");
+  EXPECT_TRUE(Eventually([&] { return book_->SheetCount() == 2; })) << "Ctrl+Z takes the sheet back";
+  EXPECT_EQ(0, book_->Sheet(1).GetShapes().Count());
+  EXPECT_EQ("Nivarel: Load Template", office::UndoList(*book_).RedoTitles().at(0));
+  Ui().PressKey("CTRL+y");
+  ASSERT_TRUE(Eventually([&] { return book_->SheetCount() == 3; })) << "Ctrl+Y brings it again";
+  EXPECT_EQ(1, book_->Sheet(2).GetShapes().Count()) << "with its frame";
   EXPECT_EQ("", host::ReadLogFile());
 }
 

@@ -23,6 +23,7 @@
 #include "PageSetup.h"
 #include "Range.h"
 #include "SavedXlsx.h"
+#include "TemplateFile.h"
 #include "Workbooks.h"
 
 namespace nivarel::testing {
@@ -283,6 +284,14 @@ TEST_F(TemplateGeneratorTest, WithoutTitleBlockTheGridRunsFromThePagesFirstRowTo
   EXPECT_EQ(0, Weight(ws, 2 * rows + 1, 1, Borders::kEdgeBottom));
   EXPECT_EQ(0, ws.GetShapes().Count());
   EXPECT_FALSE(ws.ContentArea().has_value()) << "the marks that broke the pages are gone";
+  // What the template chooser reads of it, without the office: the lane
+  // count, and no lane direction for a grid.
+  templates::TemplateFile file;
+  ASSERT_TRUE(templates::ReadTemplateFile(CTemplateGenerator::TemplateFilePath(p), file));
+  EXPECT_EQ("4", file.Custom("NumberLanes"));
+  EXPECT_EQ("", file.Custom("LaneDirection"));
+  EXPECT_EQ("Landscape", file.Custom("Orientation"));
+  EXPECT_EQ("Letter", file.Custom("PageSize"));
 }
 
 TEST_F(TemplateGeneratorTest, WithShapesTheGridIsStillCellsAndOnlyTheTitleBlockIsGroupedPerPage) {
