@@ -1,12 +1,8 @@
 #include "Wizard.h"
 #include "OutputFiles.h"
 
-#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
-#include <filesystem>
-#include <fstream>
 #include <memory>
 #include <optional>
 
@@ -19,31 +15,12 @@
 
 namespace nivarel::cli {
 
-namespace fs = std::filesystem;
 using namespace nivarel::office;
 using namespace nivarel::driver;
 
 namespace {
 
 constexpr char kWizardCommand[] = "vnd.nivarel:rxNivarelRunFlowchartWizard";
-
-// Why the input cannot be read, before an office is started for it; empty
-// when it can.
-std::string InputProblem(const std::string& path) {
-  std::error_code ec;
-  if (!fs::exists(path, ec)) return "no such file";
-  if (fs::is_directory(path, ec)) return "it is a folder";
-  if (!std::ifstream(path, std::ios::binary)) return std::strerror(errno);
-  std::string type = FileType(path);
-  if (type != ".ods" && type != ".xlsx" && type != ".csv") return "not a .ods, .xlsx or .csv file";
-  return {};
-}
-
-std::optional<Worksheet> SheetNamed(const Workbook& book, const std::string& name) {
-  for (int i = 1, n = book.SheetCount(); i <= n; ++i)
-    if (book.Sheet(i).Name() == name) return book.Sheet(i);
-  return std::nullopt;
-}
 
 std::string Fixed(double value) {
   char text[32];
@@ -55,7 +32,7 @@ std::string Fixed(double value) {
 
 int Wizard(const WizardOptions& options, std::ostream& out, std::ostream& err) {
   if (!CheckOutputTypes(options.outputs, options.picture, err)) return 1;
-  std::string problem = InputProblem(options.input);
+  std::string problem = InputProblem(options.input, {".ods", ".xlsx", ".csv"});
   if (!problem.empty()) {
     err << "nivarel: cannot read '" << options.input << "': " << problem << "\n";
     return 1;
@@ -83,7 +60,7 @@ int Wizard(const WizardOptions& options, std::ostream& out, std::ostream& err) {
     return 1;
   }
   try {
-    if (!options.sheet.empty() && !SheetNamed(*book, options.sheet)) {
+    if (!options.sheet.empty() && !book->SheetNamed(options.sheet)) {
       err << "nivarel: there is no sheet named '" << options.sheet << "' in '" << options.input << "'\n";
       return 1;
     }
@@ -106,7 +83,7 @@ int Wizard(const WizardOptions& options, std::ostream& out, std::ostream& err) {
       written += (written.empty() ? "" : ", ") + output;
     }
     if (!options.picture.empty()) {
-      std::optional<Worksheet> sheet = SheetNamed(*book, drawnOn);
+      std::optional<Worksheet> sheet = book->SheetNamed(drawnOn);
       if (!sheet) throw HostError(HostError::kOfficeFailure, "the sheet drawn on, '" + drawnOn + "', is gone");
       sheet->ExportDrawingPicture(options.picture);
       written += ", " + options.picture;

@@ -1,7 +1,8 @@
 // nivarel: the command-line face of the add-in. `nivarel draw STEPS -o OUT`
 // draws a flowchart with the live run from a list of steps. `nivarel wizard
 // INPUT -o OUT` turns a sheet's text into a flowchart with the wizard.
-// `nivarel demo OUTDIR` starts
+// `nivarel key FILE --cell CELL -o OUT` draws a sheet's symbol key, `nivarel
+// extract FILE` lists a chart's steps. `nivarel demo OUTDIR` starts
 // a headless office with the extension, draws two connected symbols over
 // cells and saves the sheet as .ods and .xlsx. `nivarel shapes FILE` lists
 // the shapes of a saved sheet as JSON lines. `nivarel template -o FILE`
@@ -22,6 +23,7 @@
 #include "MsoConstants.h"
 #include "MGlobalVariables.h"
 #include "OfficeProcess.h"
+#include "OutputTools.h"
 #include "StorePictures.h"
 #include "ShapeListing.h"
 #include "Shapes.h"
@@ -81,6 +83,8 @@ int Usage(bool asked) {
                "  pictures OUTDIR         draw the dialogs' pictures of shapes and styles\n"
                "  template -o FILE ...    make a page-frame template (.xltx)\n"
                "  export FILE -o PICTURE  write a picture of a saved sheet's flowchart\n"
+               "  key FILE --cell CELL -o OUT ...  draw the symbol key of a sheet\n"
+               "  extract FILE [-o OUT]   list a chart's steps under Process Steps, or print them\n"
                "  --help, --version\n");
   return asked ? 0 : 2;
 }
@@ -163,6 +167,8 @@ int main(int argc, char** argv) {
     if (command == "pictures") return CommandUsage(kPicturesUsage, true);
     if (command == "template") return CommandUsage(nivarel::cli::kTemplateUsage, true);
     if (command == "export") return CommandUsage(nivarel::cli::kExportUsage, true);
+    if (command == "key") return CommandUsage(nivarel::cli::kKeyUsage, true);
+    if (command == "extract") return CommandUsage(nivarel::cli::kExtractUsage, true);
   }
   const char* ext = std::getenv("NIVAREL_OXT");
   std::string extension = ext && *ext ? ext : NIVAREL_OXT;
@@ -237,6 +243,16 @@ int main(int argc, char** argv) {
     }
     if (command == "export")
       return nivarel::cli::Export(std::vector<std::string>(argv + 2, argv + argc), extension, std::cout, std::cerr);
+    if (command == "key" || command == "extract") {
+      bool key = command == "key";
+      nivarel::cli::OutputToolOptions options;
+      options.extension = extension;
+      options.shipped = NIVAREL_SHIPPED;
+      if (!nivarel::cli::ReadOutputToolArguments(std::vector<std::string>(argv + 2, argv + argc), key, options,
+                                                 std::cerr))
+        return CommandUsage(key ? nivarel::cli::kKeyUsage : nivarel::cli::kExtractUsage, false);
+      return key ? nivarel::cli::Key(options, std::cout, std::cerr) : nivarel::cli::Extract(options, std::cout, std::cerr);
+    }
     if (command == "template")
       return nivarel::cli::Template(std::vector<std::string>(argv + 2, argv + argc), std::cout, std::cerr);
     if (command == "pictures") {

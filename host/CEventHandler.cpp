@@ -1,6 +1,8 @@
 #include "CEventHandler.h"
 
 #include "CImageExportController.h"
+#include "CExtractText.h"
+#include "CFlowchartKey.h"
 #include "CInteractiveFlowcharter.h"
 #include "CPageLayout.h"
 #include "CStyleWizard.h"
@@ -237,7 +239,14 @@ void NotInThisVersion(const std::string& tool) {
 }
 }  // namespace
 
-void CEventHandler::CreateFlowchartKey() { NotInThisVersion("Create a Symbol Key"); }
+void CEventHandler::CreateFlowchartKey() {
+  try {
+    if (!ExcelApp || ExcelApp->GetWorkbooks().Count() == 0) return;
+    output::CFlowchartKey().CreateFlowchartKey();
+  } catch (...) {
+    ErrorHandler(kSource, "CreateFlowchartKey", false);
+  }
+}
 void CEventHandler::CreateWorksheetGrid() {
   try {
     auto book = ExcelApp ? ExcelApp->ActiveWorkbook() : std::nullopt;
@@ -248,7 +257,18 @@ void CEventHandler::CreateWorksheetGrid() {
     ErrorHandler(kSource, "CreateWorksheetGrid", false);
   }
 }
-void CEventHandler::ExtractText() { NotInThisVersion("Extract Flowchart Text"); }
+void CEventHandler::ExtractText() {
+  try {
+    output::CExtractText extract;
+    if (!extract.IsValid()) {
+      MsgBox(extract.ErrorMessage(), vbExclamation, "Extract Text Error");
+      return;
+    }
+    extract.ExtractTextFromFlowchartSymbols();
+  } catch (...) {
+    ErrorHandler(kSource, "ExtractText", false);
+  }
+}
 void CEventHandler::InsertFlowLine() {
   try {
     if (GetNonTemplateShapeCount() < 2) {

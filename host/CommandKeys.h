@@ -24,6 +24,10 @@ enum class Command {
 // (rxNivarelRunFlowchartWizard): on no road, so that no menu entry or button
 // runs it; the protocol handler passes it on with its arguments.
 constexpr char kRunWizardKey[] = "runflowchartwizard";
+// Likewise the symbol key and the text extraction with the cell they go to
+// (rxNivarelRunFlowchartKey, rxNivarelRunExtractText).
+constexpr char kRunKeyKey[] = "runflowchartkey";
+constexpr char kRunExtractKey[] = "runextracttext";
 
 // The operation of a key on a road; nothing for a key that the road lacks.
 std::optional<Command> CommandForKey(const std::string& key, Road road);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <functional>
 #include <mutex>
+#include <optional>
 #include <vector>
 
 #include <com/sun/star/beans/NamedValue.hpp>
@@ -22,6 +23,7 @@
 #include "Uno.h"
 #include "StartupJob.h"
 #include "ExportCommand.h"
+#include "OutputCommand.h"
 #include "WizardCommand.h"
 #include "dsrConnect.h"
 
@@ -90,6 +92,10 @@ std::optional<Workbook> WorkbookShownIn(const Reference<css::frame::XFrame>& fra
 }
 
 bool IsWizardRun(const std::string& controlId) { return KeyOfControlId(controlId) == kRunWizardKey; }
+bool IsOutputRun(const std::string& controlId) {
+  std::string key = KeyOfControlId(controlId);
+  return key == kRunKeyKey || key == kRunExtractKey;
+}
 
 // The wizard's choices from the command's arguments: Sheet (text), Layout
 // ("add" or "keep"), RowsBetween and ColumnsBetween (whole numbers) and
@@ -135,6 +141,22 @@ ExportChoices ExportChoicesOf(const uno::Sequence<css::beans::PropertyValue>& ar
       choices.range = ToUtf8(text);
     else if (a.Name == "Scale" && (a.Value >>= number))
       choices.scale = number;
+  }
+  choices.workbook = WorkbookShownIn(frame);
+  return choices;
+}
+
+// The key's or the list's choices: Sheet and Cell (texts); the workbook is
+// the one shown in frame.
+OutputChoices OutputChoicesOf(const uno::Sequence<css::beans::PropertyValue>& arguments,
+                              const Reference<css::frame::XFrame>& frame) {
+  OutputChoices choices;
+  for (const auto& a : arguments) {
+    OUString text;
+    if (a.Name == "Sheet" && (a.Value >>= text))
+      choices.sheet = ToUtf8(text);
+    else if (a.Name == "Cell" && (a.Value >>= text))
+      choices.cell = ToUtf8(text);
   }
   choices.workbook = WorkbookShownIn(frame);
   return choices;
@@ -201,6 +223,10 @@ void ProtocolHandler::dispatch(const css::util::URL& url, const uno::Sequence<cs
       TheConnection().rxNivarel_RunWizard(ChoicesOf(arguments, frame_));
       return;
     }
+    if (IsOutputRun(id)) {
+      TheConnection().rxNivarel_RunOutput(KeyOfControlId(id), OutputChoicesOf(arguments, frame_));
+      return;
+    }
     // A caller that asks not to wait (SynchronMode false) gets the command run
     // from the event loop once its call has returned.
     bool synchron = true;
@@ -224,7 +250,8 @@ void ProtocolHandler::dispatchWithNotification(const css::util::URL& url,
     StartupJob::ConnectOnce(context_);
     OUString controlId;
     if (!url.Complete.startsWith(kProtocol, &controlId)) return;
-    if (IsExportRun(ToUtf8(controlId))) {
+    std::string id = ToUtf8(controlId);
+    if (IsExportRun(id)) {
       ExportOutcome outcome = ExportCommand::Run(ExportChoicesOf(arguments, frame_));
       result.State = outcome.written ? css::frame::DispatchResultState::SUCCESS : css::frame::DispatchResultState::FAILURE;
       std::vector<css::beans::NamedValue> values = {Named("Message", uno::Any(ToOu(outcome.message))),
@@ -234,7 +261,17 @@ void ProtocolHandler::dispatchWithNotification(const css::util::URL& url,
       result.Result <<= uno::Sequence<css::beans::NamedValue>(values.data(), static_cast<sal_Int32>(values.size()));
       return;
     }
-    if (!IsWizardRun(ToUtf8(controlId))) {
+    if (IsOutputRun(id)) {
+      OutputOutcome outcome = TheConnection().rxNivarel_RunOutput(KeyOfControlId(id), OutputChoicesOf(arguments, frame_));
+      result.State = outcome.done ? css::frame::DispatchResultState::SUCCESS : css::frame::DispatchResultState::FAILURE;
+      const css::beans::NamedValue values[] = {Named("Message", uno::Any(ToOu(outcome.message))),
+                                               Named("Sheet", uno::Any(ToOu(outcome.sheet))),
+                                               Named("Cell", uno::Any(ToOu(outcome.cell))),
+                                               Named("Count", uno::Any(sal_Int32(outcome.count)))};
+      result.Result <<= uno::Sequence<css::beans::NamedValue>(values, 4);
+      return;
+    }
+    if (!IsWizardRun(id)) {
       dispatch(url, arguments);
       result.State = css::frame::DispatchResultState::DONTKNOW;
       return;

@@ -21,14 +21,6 @@ WizardOutcome Refused(const std::string& message) {
   return outcome;
 }
 
-std::optional<office::Worksheet> SheetNamed(const office::Workbook& book, const std::string& name) {
-  for (int i = 1, n = book.SheetCount(); i <= n; ++i) {
-    office::Worksheet sheet = book.Sheet(i);
-    if (sheet.Name() == name) return sheet;
-  }
-  return std::nullopt;
-}
-
 }  // namespace
 
 WizardOutcome WizardCommand::Run(const WizardChoices& choices) {
@@ -48,7 +40,7 @@ WizardOutcome WizardCommand::Run(const WizardChoices& choices) {
       source = ExcelApp->ActiveSheet();
       if (!source) return Refused("The current sheet is not a Worksheet. This function cannot be run.");
     } else {
-      source = SheetNamed(*book, choices.sheet);
+      source = book->SheetNamed(choices.sheet);
       if (!source) return Refused("There is no sheet named '" + choices.sheet + "' in the workbook.");
       source->Activate();
     }

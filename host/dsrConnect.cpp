@@ -151,6 +151,24 @@ WizardOutcome dsrConnect::rxNivarel_RunWizard(const WizardChoices& choices) {
   }
 }
 
+OutputOutcome dsrConnect::rxNivarel_RunOutput(const std::string& key, const OutputChoices& choices) {
+  OutputOutcome refused;
+  try {
+    if (!m_EventHandler) m_EventHandler = std::make_unique<CEventHandler>();
+    if (m_EventHandler->FlowchartingInProgress()) {
+      refused.message = "Flowcharting is in progress: stop it first.";
+      return refused;
+    }
+    if (IsSharedWorkbook(refused.message)) return refused;
+    return key == kRunKeyKey ? OutputCommand::CreateKey(choices) : OutputCommand::ExtractText(choices);
+  } catch (...) {
+    ErrObject e = CurrentError();
+    ErrorHandler(kSource, "rxNivarel_RunOutput", false, e);
+    refused.message = e.Description;
+    return refused;
+  }
+}
+
 void dsrConnect::Dispatch(Command command) {
   CEventHandler& h = *m_EventHandler;
   switch (command) {

@@ -12,6 +12,7 @@
 #include "Application.h"
 #include "CEventHandler.h"
 #include "CommandKeys.h"
+#include "OutputCommand.h"
 #include "Subscription.h"
 #include "WizardCommand.h"
 #include "Workbook.h"
@@ -41,6 +42,11 @@ class dsrConnect {
   // workbook, else run by WizardCommand. Nothing is shown; the answer says
   // what came of it. Never throws.
   WizardOutcome rxNivarel_RunWizard(const WizardChoices& choices);
+  // The symbol key (kRunKeyKey) or the text extraction (kRunExtractKey) that
+  // the command line sends with its choices: refused while a flowcharting
+  // session runs or for a shared workbook, else run by OutputCommand. Never
+  // throws.
+  OutputOutcome rxNivarel_RunOutput(const std::string& key, const OutputChoices& choices);
   // Whether a command is offered now: nothing before start-up is complete;
   // during a session only Stop among the session's commands, else all but Stop.
   // Commands outside the session's set are always offered.

@@ -12,6 +12,7 @@ set(HOST_SOURCES
   ${CMAKE_SOURCE_DIR}/host/MSpecialFolders.cpp
   ${CMAKE_SOURCE_DIR}/host/MUtilities.cpp
   ${CMAKE_SOURCE_DIR}/host/MsgBox.cpp
+  ${CMAKE_SOURCE_DIR}/host/OutputCommand.cpp
   ${CMAKE_SOURCE_DIR}/host/ProtocolHandler.cpp
   ${CMAKE_SOURCE_DIR}/host/StartupJob.cpp
   ${CMAKE_SOURCE_DIR}/host/TerminateListener.cpp

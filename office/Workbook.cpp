@@ -57,6 +57,14 @@ Worksheet Workbook::Sheet(int index) const {
   });
 }
 
+std::optional<Worksheet> Workbook::SheetNamed(const std::string& name) const {
+  for (int i = 1, n = SheetCount(); i <= n; ++i) {
+    Worksheet sheet = Sheet(i);
+    if (sheet.Name() == name) return sheet;
+  }
+  return std::nullopt;
+}
+
 namespace {
 
 // "SheetN", N from one above count up, the first name no sheet has.

@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "DocumentProperties.h"
@@ -22,6 +23,8 @@ class Workbook {
   int SheetCount() const;
   // Sheets by 1-based index.
   Worksheet Sheet(int index) const;
+  // The sheet of that name (compared exactly); none when there is none.
+  std::optional<Worksheet> SheetNamed(const std::string& name) const;
   // A new sheet after the last one; it becomes the active sheet.
   Worksheet AddSheet();
   // Copies every sheet of source, with its cells, shapes and page setup, in

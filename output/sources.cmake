@@ -2,6 +2,8 @@
 # picture export. Built into the add-in's library.
 set(OUTPUT_SOURCES
   ${CMAKE_SOURCE_DIR}/output/CImageExportController.cpp
+  ${CMAKE_SOURCE_DIR}/output/CExtractText.cpp
+  ${CMAKE_SOURCE_DIR}/output/CFlowchartKey.cpp
   ${CMAKE_SOURCE_DIR}/output/CLoadPictureGDI.cpp
   ${CMAKE_SOURCE_DIR}/output/CRangePrompt.cpp
   ${CMAKE_SOURCE_DIR}/output/PictureFolder.cpp

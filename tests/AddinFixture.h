@@ -96,6 +96,25 @@ class AddinFixture : public OfficeTest {
     } else
       ADD_FAILURE() << "no window titled '" << title << "' came; the focus is on '" << Ui().Title()
                     << "'; the log says: " << host::ReadLogFile();
+    AwaitClosed(shown);
+  }
+
+  // Runs show, which opens the office's range picker with prompt, beside
+  // the test; gives the picker address and waits for show to return.
+  void Pick(const std::function<void()>& show, const std::string& prompt, const std::string& address) {
+    Ui();
+    auto shown = std::async(std::launch::async, show);
+    if (WaitForPicker(prompt))
+      PickAddress(address);
+    else
+      ADD_FAILURE() << "no picker asking '" << prompt << "' came; the focus is on '" << Ui().Title()
+                    << "'; the log says: " << host::ReadLogFile();
+    AwaitClosed(shown);
+  }
+
+  // Waits for the call that showed a window to return. A window left open
+  // fails the test and is closed, so that nothing hangs.
+  void AwaitClosed(std::future<void>& shown) {
     // A window the steps closed may take a moment to go on a busy machine.
     shown.wait_for(std::chrono::seconds(5));
     for (int i = 0; shown.wait_for(std::chrono::milliseconds(500)) != std::future_status::ready; ++i) {
@@ -159,6 +178,23 @@ class AddinFixture : public OfficeTest {
     while (!Ui().DialogFocused() && std::chrono::steady_clock::now() < end)
       std::this_thread::sleep_for(std::chrono::milliseconds(50));
     return true;
+  }
+
+  // Waits until the range picker, a window of the office's own, is in front
+  // with its prompt.
+  bool WaitForPicker(const std::string& prompt) {
+    auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    while (Ui().Title().find(prompt) == std::string::npos) {
+      if (std::chrono::steady_clock::now() > end) return false;
+      std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    }
+    return WaitForDialog(Ui().Title());
+  }
+  // Types address over the picker's proposal and closes it with its button.
+  void PickAddress(const std::string& address) {
+    Ui().PressDialogKey("CTRL+A");
+    Ui().TypeInDialog(address);
+    Ui().ClickInDialog("Expand");
   }
 
   // Moves the focus with Tab until it rests on the control that matches;

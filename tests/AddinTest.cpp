@@ -97,7 +97,6 @@ TEST_F(AddinTest, UnknownCommandsDoNothing) {
 
 TEST_F(AddinTest, ACommandWhoseToolIsNotInThisVersionSaysSo) {
   const std::pair<const char*, const char*> commands[] = {
-      {"CreateKey", "Create a Symbol Key"}, {"ExtractText", "Extract Flowchart Text"},
       {"InsertGroupBox", "Insert Group Box"},
       {"HelpContents", "Help Contents"},
       {"NivarelSettings", "Settings"}, {"ShapeSelectionTool", "Shape Selection Tool"},

@@ -211,7 +211,7 @@ TEST_F(CliTest, ListsShapesConnectorsAndGroupsOfTheFirstSheetInDrawingOrder) {
 TEST_F(CliTest, HelpAndVersionGoToStandardOutputAndMistakesToStandardError) {
   // Standard error thrown away: what is left is standard output.
   for (const char* asked : {"--help", "draw --help", "wizard --help", "shapes -h", "demo --help", "pictures --help",
-                            "export --help"}) {
+                            "export --help", "key --help", "extract -h"}) {
     CommandRun help = Run(std::string(asked) + " 2>/dev/null");
     EXPECT_EQ(0, help.exitCode) << asked;
     EXPECT_EQ(0u, help.output.find("usage: nivarel")) << asked << ": " << help.output;
@@ -224,7 +224,9 @@ TEST_F(CliTest, HelpAndVersionGoToStandardOutputAndMistakesToStandardError) {
                             "wizard in.csv -o x.ods --rows 11", "wizard in.csv -o x.ods --columns -1",
                             "wizard in.csv -o x.ods --layout sideways", "wizard in.csv -o x.ods --bogus", "export",
                             "export c.ods", "export -o c.png", "export c.ods -o c.png --scale 0",
-                            "export c.ods -o c.png --scale 11", "export c.ods -o c.png --bogus"}) {
+                            "export c.ods -o c.png --scale 11", "export c.ods -o c.png --bogus",
+                            "key", "key chart.ods -o x.ods", "key chart.ods --cell B2", "key chart.ods --cell",
+                            "extract", "extract chart.ods --bogus", "extract chart.ods --png x.png"}) {
     CommandRun mistake = Run(std::string(wrong) + " >/dev/null");
     EXPECT_EQ(2, mistake.exitCode) << wrong;
     EXPECT_NE(std::string::npos, mistake.output.find("usage: nivarel")) << wrong << ": on standard error";
@@ -771,6 +773,107 @@ TEST_F(CliTest, ExportSaysWhyItWroteNothing) {
   EXPECT_NE(std::string::npos, badRange.output.find("The range entered is invalid.")) << badRange.output;
   EXPECT_FALSE(std::filesystem::exists(picture));
   ExpectNothingLeftBehind();
+}
+
+// The symbol key of a saved sheet, drawn by the add-in inside an office at
+// a cell of another sheet: a row for the terminator and the process (the
+// rectangles of the group get none, "1," being part of "61,"), one for the
+// solid connector; the copy saved, the file read left as it was.
+TEST_F(CliTest, KeyDrawsTheSymbolKeyOfASavedSheetWhereTheCellSays) {
+  DrawSheet();
+  book_->AddSheet().SetName("Legend");
+  sheet_->Activate();  // the file opens at the chart
+  std::string input = Save("chart.ods");
+  std::string out = folder_ + "/keyed.ods", png = folder_ + "/keyed.png";
+  CommandRun run = Run("key '" + input + "' --cell Legend.B2 -o '" + out + "' --png '" + png + "'");
+  ASSERT_EQ(0, run.exitCode) << run.output;
+  EXPECT_EQ(std::vector<std::string>{"drew a key of 3 rows at B2 of the sheet 'Legend' and wrote " + out + ", " + png},
+            run.lines);
+  ExpectNothingLeftBehind();
+  EXPECT_TRUE(std::filesystem::file_size(png) > 1000) << "a picture of the key's sheet";
+
+  Workbook keyed = App().GetWorkbooks().OpenCopy(out);
+  Shapes legend = keyed.Sheet(2).GetShapes();
+  ASSERT_EQ(1, legend.Count());
+  Shape key = legend.Item(1);
+  EXPECT_EQ("Flowchart Key", key.Name());
+  std::vector<Shape> items = key.GroupItems();
+  ASSERT_EQ(7u, items.size());
+  EXPECT_EQ("Terminator", items[2].GetTextFrame().GetCharacters().Text());
+  EXPECT_EQ("Process", items[4].GetTextFrame().GetCharacters().Text());
+  EXPECT_EQ("Flow Line", items[6].GetTextFrame().GetCharacters().Text());
+  EXPECT_NEAR(keyed.Sheet(2).GetRange("B2").Left(), key.Left(), 0.1);
+  EXPECT_EQ(4, keyed.Sheet(1).GetShapes().Count()) << "the chart's sheet as it was";
+  keyed.Close();
+  Workbook read = App().GetWorkbooks().OpenCopy(input);
+  EXPECT_EQ(0, read.Sheet(2).GetShapes().Count()) << "the file read is not changed";
+  read.Close();
+}
+
+TEST_F(CliTest, KeySaysWhyItDrewNothing) {
+  std::string empty = Save("empty.ods");
+  std::string out = folder_ + "/nothing.ods";
+  CommandRun noShapes = Run("key '" + empty + "' --cell B2 -o '" + out + "'");
+  EXPECT_EQ(1, noShapes.exitCode);
+  EXPECT_EQ(std::vector<std::string>{"nivarel: There are no shapes on the current sheet."}, noShapes.lines);
+  ExpectNothingLeftBehind();
+
+  DrawSheet();
+  std::string chart = Save("chart.ods");
+  CommandRun noSheet = Run("key '" + chart + "' --cell 'Nowhere.B2' -o '" + out + "'");
+  EXPECT_EQ(1, noSheet.exitCode);
+  EXPECT_EQ(std::vector<std::string>{"nivarel: There is no sheet named 'Nowhere' in the workbook."}, noSheet.lines);
+  EXPECT_FALSE(std::filesystem::exists(out)) << "nothing saved";
+  ExpectNothingLeftBehind();
+}
+
+// The steps of a saved chart printed one a line in drawing order, the
+// terminator's Start left out and a line break within a step printed as a
+// blank; or written under "Process Steps" on another sheet and saved.
+TEST_F(CliTest, ExtractPrintsTheStepsOrWritesThemUnderTheHeading) {
+  DrawSheet();
+  Shape ask = sheet_->GetShapes().AddShape(msoShapeFlowchartDecision, 90, 250, 108, 54);
+  ask.GetTextFrame().GetCharacters().SetText("Paid?");
+  book_->AddSheet().SetName("Steps");
+  sheet_->Activate();
+  std::string input = Save("chart.ods");
+
+  CommandRun printed = Run("extract '" + input + "' 2>/dev/null");
+  ASSERT_EQ(0, printed.exitCode) << printed.output;
+  EXPECT_EQ((std::vector<std::string>{"Take the \"order\" then check — ü", "Paid?"}), printed.lines);
+  ExpectNothingLeftBehind();
+
+  std::string out = folder_ + "/steps.ods";
+  CommandRun written = Run("extract '" + input + "' --cell Steps.B2 -o '" + out + "'");
+  ASSERT_EQ(0, written.exitCode) << written.output;
+  EXPECT_EQ(std::vector<std::string>{"wrote 2 steps under Process Steps at B2 of the sheet 'Steps' in " + out},
+            written.lines);
+  Workbook book = App().GetWorkbooks().OpenCopy(out);
+  Worksheet steps = book.Sheet(2);
+  EXPECT_EQ("Process Steps", steps.GetRange("B2").Value());
+  EXPECT_EQ(kStepText, steps.GetRange("B3").Value());
+  EXPECT_EQ("Paid?", steps.GetRange("B4").Value());
+  EXPECT_EQ("", steps.GetRange("B5").Value());
+  book.Close();
+  ExpectNothingLeftBehind();
+}
+
+TEST_F(CliTest, ExtractSaysWhyItListedNothing) {
+  std::string empty = Save("empty.ods");
+  CommandRun noShapes = Run("extract '" + empty + "'");
+  EXPECT_EQ(1, noShapes.exitCode);
+  EXPECT_EQ((std::vector<std::string>{"nivarel: No shapes found on current worksheet", "",
+                                      "You must select the worksheet containing the",
+                                      "flowchart sbefore running this feature."}),
+            noShapes.lines);
+  ExpectNothingLeftBehind();
+
+  std::string csv = folder_ + "/steps.csv";
+  std::ofstream(csv) << "Take the order\n";
+  CommandRun wrongType = Run("extract '" + csv + "'");
+  EXPECT_EQ(1, wrongType.exitCode);
+  EXPECT_NE(std::string::npos, wrongType.output.find("cannot read '" + csv + "': not a .ods or .xlsx file"))
+      << wrongType.output;
 }
 
 }  // namespace

@@ -25,16 +25,6 @@ using Control = driver::UiDriver::DialogControl;
 
 class RangePromptTest : public testing::AddinFixture {
  protected:
-  // Waits until the range picker, a window of the office's own, is in front
-  // with its prompt.
-  bool WaitForPicker(const std::string& prompt) {
-    auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-    while (Ui().Title().find(prompt) == std::string::npos) {
-      if (std::chrono::steady_clock::now() > end) return false;
-      std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    }
-    return WaitForDialog(Ui().Title());
-  }
   // Waits for a prompt to end; one still open after a while fails the test
   // and is cancelled, so that nothing hangs.
   void Finish(std::future<void>& asked) {
