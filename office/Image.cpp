@@ -13,6 +13,7 @@
 #include <com/sun/star/awt/XGraphics.hpp>
 #include <com/sun/star/datatransfer/DataFlavor.hpp>
 #include <com/sun/star/datatransfer/XTransferableSupplier.hpp>
+#include <com/sun/star/drawing/GraphicExportFilter.hpp>
 #include <com/sun/star/drawing/ShapeCollection.hpp>
 #include <com/sun/star/drawing/XDrawPageSupplier.hpp>
 #include <com/sun/star/style/XStyleFamiliesSupplier.hpp>
@@ -23,6 +24,7 @@
 #include <com/sun/star/graphic/GraphicProvider.hpp>
 #include <com/sun/star/graphic/XGraphicRenderer.hpp>
 #include <com/sun/star/io/SequenceInputStream.hpp>
+#include <com/sun/star/io/SequenceOutputStream.hpp>
 #include <com/sun/star/sheet/XSpreadsheetView.hpp>
 #include <com/sun/star/util/XCloseable.hpp>
 #include <com/sun/star/view/XSelectionSupplier.hpp>
@@ -108,6 +110,25 @@ Reference<css::graphic::XGraphic> SelectionDrawing(const HostSession& s, const R
   return drawing;
 }
 
+// The shapes drawn by the drawing layer itself, as the office's metafile:
+// their text stays laid out as the sheet shows it (a copy of the selection
+// lays text out afresh in a document of its own, where a label sized to its
+// text may break its last word onto a new line).
+Reference<css::graphic::XGraphic> ShapesDrawing(const HostSession& s, const Reference<css::drawing::XShapes>& shapes) {
+  auto filter = css::drawing::GraphicExportFilter::create(s.context);
+  filter->setSourceDocument(Reference<css::lang::XComponent>(shapes, uno::UNO_QUERY_THROW));
+  auto out = css::io::SequenceOutputStream::create(s.context);
+  filter->filter(Props({{"MediaType", uno::Any(OUString("image/x-svm"))},
+                        {"OutputStream", uno::Any(Reference<css::io::XOutputStream>(out, uno::UNO_QUERY_THROW))}}));
+  uno::Sequence<sal_Int8> bytes = out->getWrittenBytes();
+  if (!bytes.hasElements()) throw HostError(HostError::kOfficeFailure, "The office drew no picture of the shapes");
+  auto stream = css::io::SequenceInputStream::createStreamFromSequence(s.context, bytes);
+  auto provider = css::graphic::GraphicProvider::create(s.context);
+  Reference<css::graphic::XGraphic> drawing = provider->queryGraphic(Props({{"InputStream", uno::Any(stream)}}));
+  if (!drawing.is()) throw HostError(HostError::kOfficeFailure, "The office could not read its picture of the shapes");
+  return drawing;
+}
+
 css::awt::Size Size100thMm(const Reference<css::graphic::XGraphic>& graphic) {
   Reference<css::beans::XPropertySet> ps(graphic, uno::UNO_QUERY_THROW);
   return GetProp<css::awt::Size>(ps, "Size100thMM");
@@ -122,11 +143,24 @@ int Pixels(sal_Int32 hmm, double pixelsPerPoint) {
   return std::max(1, static_cast<int>(std::lround(HmmToPt(hmm) * pixelsPerPoint)));
 }
 
+// The image of impl's drawing, drawn at pixelsPerPoint.
+Image Drawn(const std::shared_ptr<ImageImpl>& impl, double pixelsPerPoint) {
+  css::awt::Size size = Size100thMm(impl->drawing);
+  impl->width = Pixels(size.Width, pixelsPerPoint);
+  impl->height = Pixels(size.Height, pixelsPerPoint);
+  impl->bitmap = Render(*impl->session, impl->drawing, impl->width, impl->height);
+  return Image(impl);
+}
+
+void CheckScale(double pixelsPerPoint) {
+  if (!(pixelsPerPoint > 0 && pixelsPerPoint <= 20))
+    throw HostError(HostError::kInvalidArgument, "The picture's scale must lie between 0 and 20 pixels per point");
+}
+
 // Selects what in the sheet's view, takes the view's picture of it at
 // pixelsPerPoint, and puts the view's sheet and selection back as they were.
 Image Capture(const std::shared_ptr<SheetRef>& sheet, const uno::Any& what, double pixelsPerPoint) {
-  if (!(pixelsPerPoint > 0 && pixelsPerPoint <= 20))
-    throw HostError(HostError::kInvalidArgument, "The picture's scale must lie between 0 and 20 pixels per point");
+  CheckScale(pixelsPerPoint);
   Reference<css::frame::XModel> model(sheet->document, uno::UNO_QUERY_THROW);
   Reference<css::frame::XController> view = model->getCurrentController();
   if (!view.is()) throw HostError(HostError::kOfficeFailure, "The workbook has no window to take a picture in");
@@ -153,11 +187,7 @@ Image Capture(const std::shared_ptr<SheetRef>& sheet, const uno::Any& what, doub
     throw;
   }
   putBack();
-  css::awt::Size size = Size100thMm(impl->drawing);
-  impl->width = Pixels(size.Width, pixelsPerPoint);
-  impl->height = Pixels(size.Height, pixelsPerPoint);
-  impl->bitmap = Render(*sheet->session, impl->drawing, impl->width, impl->height);
-  return Image(impl);
+  return Drawn(impl, pixelsPerPoint);
 }
 
 const char* MediaTypeOf(int format) {
@@ -178,10 +208,13 @@ Image Image::OfShapes(const ShapeRange& shapes, double pixelsPerPoint) {
   return Call("Image.OfShapes", [&] {
     if (shapes.Count() == 0) throw HostError(HostError::kOfficeFailure, "There are no shapes to take a picture of");
     std::shared_ptr<SheetRef> sheet = shapes.Item(1).Impl()->sheet;
+    CheckScale(pixelsPerPoint);
     auto collection = css::drawing::ShapeCollection::create(sheet->session->context);
     for (const auto& s : shapes.Items()) collection->add(s.Impl()->shape);
-    return Capture(sheet, uno::Any(Reference<css::drawing::XShapes>(collection, uno::UNO_QUERY_THROW)),
-                   pixelsPerPoint);
+    auto impl = std::make_shared<ImageImpl>();
+    impl->session = sheet->session;
+    impl->drawing = ShapesDrawing(*sheet->session, Reference<css::drawing::XShapes>(collection, uno::UNO_QUERY_THROW));
+    return Drawn(impl, pixelsPerPoint);
   });
 }
 

@@ -15,6 +15,7 @@
 #include "Image.h"
 #include "LineFormat.h"
 #include "MsoConstants.h"
+#include "MBranchLabels.h"
 #include "PngFile.h"
 #include "UndoList.h"
 #include "Window.h"
@@ -123,6 +124,38 @@ TEST_F(ExportTest, ShapesAreCapturedAsOnePictureWithoutGroupingThem) {
   EXPECT_FALSE(none.CaptureShapesImage());
   EXPECT_EQ("", none.ErrorMessage());
   EXPECT_EQ(0, none.ImageWidth());
+}
+
+// A label is sized to its text on the sheet; its picture keeps the text on
+// the one line the sheet shows, at every scale.
+TEST_F(ExportTest, ALabelSizedToItsTextKeepsItsTextOnOneLine) {
+  rules::CConfig config;
+  config.BranchFontName = "DejaVu Sans";
+  config.BranchFontSize = 10;
+  office::Shapes shapes = sheet_->GetShapes();
+  for (const char* text : {"Yes", "Packed within one day"}) {
+    Shape label = shapes::AddFreeLabel(shapes, 50, 50, text, config);
+    for (double scale : {1.0, 2.0}) {
+      CImageExportController one;
+      one.SetScale(scale);
+      ASSERT_TRUE(one.CaptureShapesImage()) << one.ErrorMessage();
+      const std::string path = Out("label.png");
+      ASSERT_TRUE(one.SaveFlowchartAsPicture(path, Image::kPng, 0)) << one.ErrorMessage();
+      testing::PngFile png(path);
+      int top = png.Height(), bottom = -1;
+      for (int y = 0; y < png.Height(); ++y)
+        for (int x = 0; x < png.Width(); ++x)
+          if (png.Inked(x, y)) {
+            top = std::min(top, y);
+            bottom = std::max(bottom, y);
+          }
+      ASSERT_GE(bottom, top) << text << ": the text is drawn";
+      // One line of 10 pt text is at most about 10 pt high; two are twice that.
+      const double line = 10 * 4.0 / 3 * scale;
+      EXPECT_LT(bottom - top + 1, 1.4 * line) << text << " at " << scale << ": the text broke onto another line";
+    }
+    label.Delete();
+  }
 }
 
 TEST_F(ExportTest, ARangeIsCapturedWithItsCellsAndShapesButNoGridlines) {
