@@ -3,12 +3,12 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <memory>
 #include <optional>
 
 #include "AddinCommand.h"
 #include "HostError.h"
+#include "OfficeCopy.h"
 #include "OfficeProcess.h"
 #include "OutputFiles.h"
 #include "Workbooks.h"
@@ -69,39 +69,23 @@ int Export(const std::vector<std::string>& args, const std::string& extension, s
     err << "nivarel: cannot write '" << picture << "': a picture is .bmp, .emf, .gif, .jpg, .png, .tif, .svg or .pdf\n";
     return 1;
   }
+  std::string problem = InputProblem(input, {".ods", ".xlsx"});
+  if (!problem.empty()) {
+    err << "nivarel: cannot read '" << input << "': " << problem << "\n";
+    return 1;
+  }
   std::error_code ec;
-  std::string inputType = FileType(input);
-  if (!fs::is_regular_file(input, ec) || !std::ifstream(input, std::ios::binary)) {
-    err << "nivarel: cannot read '" << input << "': no such file\n";
-    return 1;
-  }
-  if (inputType != ".ods" && inputType != ".xlsx") {
-    err << "nivarel: cannot read '" << input << "': not a .ods or .xlsx file\n";
-    return 1;
-  }
   fs::path folder = fs::absolute(picture).parent_path();
   if (!fs::is_directory(folder, ec)) {
     err << "nivarel: cannot write '" << picture << "': there is no folder " << folder.string() << "\n";
     return 1;
   }
 
-  std::unique_ptr<OfficeProcess> office;
-  try {
-    OfficeProcess::Options options;
-    options.extension = extension;
-    office = OfficeProcess::Start(options);
-  } catch (const HostError& e) {
-    err << "nivarel: the office cannot start: " << e.Description() << "\n";
-    return 1;
-  }
-  // The office ends with `office` on every road out, the document with it.
-  std::optional<Workbook> opened;
-  try {
-    opened = office->App().GetWorkbooks().OpenCopy(input);
-  } catch (const HostError& e) {
-    err << "nivarel: cannot open '" << input << "' as a spreadsheet: " << e.Description() << "\n";
-    return 1;
-  }
+  // The office ends with `copy` on every road out, the document with it.
+  std::optional<OfficeCopy> copy = OpenOfficeCopy(extension, input, err);
+  if (!copy) return 1;
+  std::unique_ptr<OfficeProcess>& office = copy->office;
+  std::optional<Workbook>& opened = copy->book;
   try {
     Workbook& book = *opened;
     std::vector<std::pair<std::string, AddinCommand::Value>> arguments = {

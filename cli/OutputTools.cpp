@@ -6,6 +6,7 @@
 
 #include "AddinCommand.h"
 #include "HostError.h"
+#include "OfficeCopy.h"
 #include "OfficeProcess.h"
 #include "OutputFiles.h"
 #include "Range.h"
@@ -61,22 +62,11 @@ int RunInOffice(const OutputToolOptions& options, const char* settingsPrefix, co
     return 1;
   }
   SettingsCopy settings(settingsPrefix, options.shipped);
-  std::unique_ptr<OfficeProcess> office;
-  try {
-    OfficeProcess::Options officeOptions;
-    officeOptions.extension = options.extension;
-    office = OfficeProcess::Start(officeOptions);
-  } catch (const HostError& e) {
-    err << "nivarel: the office cannot start: " << e.Description() << "\n";
-    return 1;
-  }
-  std::optional<Workbook> book;
-  try {
-    book = office->App().GetWorkbooks().OpenCopy(options.input);
-  } catch (const HostError& e) {
-    err << "nivarel: cannot open '" << options.input << "' as a spreadsheet: " << e.Description() << "\n";
-    return 1;
-  }
+  // The office ends with `copy` on every road out, the document with it.
+  std::optional<OfficeCopy> copy = OpenOfficeCopy(options.extension, options.input, err);
+  if (!copy) return 1;
+  std::unique_ptr<OfficeProcess>& office = copy->office;
+  std::optional<Workbook>& book = copy->book;
   int code = 1;
   try {
     std::vector<std::pair<std::string, AddinCommand::Value>> arguments;

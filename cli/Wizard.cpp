@@ -8,6 +8,7 @@
 
 #include "AddinCommand.h"
 #include "HostError.h"
+#include "OfficeCopy.h"
 #include "OfficeProcess.h"
 #include "SettingsCopy.h"
 #include "Text.h"
@@ -41,24 +42,11 @@ int Wizard(const WizardOptions& options, std::ostream& out, std::ostream& err) {
   // The wizard reads the user's own settings, from copies: the run may
   // write them, the user's files stay as they are.
   SettingsCopy settings("nivarel-wizard", options.shipped);
-  std::unique_ptr<OfficeProcess> office;
-  try {
-    OfficeProcess::Options officeOptions;
-    officeOptions.extension = options.extension;
-    office = OfficeProcess::Start(officeOptions);
-  } catch (const HostError& e) {
-    err << "nivarel: the office cannot start: " << e.Description() << "\n";
-    return 1;
-  }
-
-  // The office ends with `office` on every road out, the document with it.
-  std::optional<Workbook> book;
-  try {
-    book = office->App().GetWorkbooks().OpenCopy(options.input);
-  } catch (const HostError& e) {
-    err << "nivarel: cannot open '" << options.input << "' as a spreadsheet: " << e.Description() << "\n";
-    return 1;
-  }
+  // The office ends with `copy` on every road out, the document with it.
+  std::optional<OfficeCopy> copy = OpenOfficeCopy(options.extension, options.input, err);
+  if (!copy) return 1;
+  std::unique_ptr<OfficeProcess>& office = copy->office;
+  std::optional<Workbook>& book = copy->book;
   try {
     if (!options.sheet.empty() && !book->SheetNamed(options.sheet)) {
       err << "nivarel: there is no sheet named '" << options.sheet << "' in '" << options.input << "'\n";
