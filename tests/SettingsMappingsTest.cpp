@@ -1,10 +1,11 @@
 // The advanced settings' lists against the stored values: the text
 // alignment's nine entries and the host's alignment constants both ways, and
-// the prefix delimiters.
+// the prefix delimiters; and the symbol lists' shape groups.
 #include <gtest/gtest.h>
 
 #include "MsoConstants.h"
 #include "frmAdvancedSettings.h"
+#include "frmSymbolLists.h"
 
 namespace nivarel {
 namespace {
@@ -46,6 +47,22 @@ TEST(SettingsMappingsTest, DelimitersOtherThanDashAndPeriodAreTheColon) {
   EXPECT_EQ("-", frmAdvancedSettings::DelimiterOf(1));
   EXPECT_EQ(".", frmAdvancedSettings::DelimiterOf(2));
   EXPECT_EQ(":", frmAdvancedSettings::DelimiterOf(-1)) << "no entry chosen";
+}
+
+TEST(SettingsMappingsTest, ShapeGroupsFollowTheHostsRangesOfShapeTypes) {
+  using dialogs::frmSymbolLists;
+  EXPECT_EQ("Basic Shapes", frmSymbolLists::ShapeGroup(1));
+  EXPECT_EQ("Basic Shapes", frmSymbolLists::ShapeGroup(32));
+  EXPECT_EQ("Block Arrows", frmSymbolLists::ShapeGroup(33));
+  EXPECT_EQ("Block Arrows", frmSymbolLists::ShapeGroup(60));
+  EXPECT_EQ("Flowchart Symbols", frmSymbolLists::ShapeGroup(61));
+  EXPECT_EQ("Flowchart Symbols", frmSymbolLists::ShapeGroup(88));
+  EXPECT_EQ("Stars and Banners", frmSymbolLists::ShapeGroup(89));
+  EXPECT_EQ("Stars and Banners", frmSymbolLists::ShapeGroup(104));
+  EXPECT_EQ("Callouts", frmSymbolLists::ShapeGroup(105));
+  EXPECT_EQ("Callouts", frmSymbolLists::ShapeGroup(124));
+  EXPECT_EQ("", frmSymbolLists::ShapeGroup(125)) << "the action buttons are in no group";
+  EXPECT_EQ("", frmSymbolLists::ShapeGroup(0));
 }
 
 }  // namespace
