@@ -4,6 +4,8 @@
 // colour from the office's own dialog), and the results handed back.
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "AddinFixture.h"
 #include "CConfig.h"
 #include "MSpecialFolders.h"
@@ -186,6 +188,28 @@ TEST_F(AdvancedSettingsDialogTest, TheFontAndTheColourComeFromTheirPickersAndACa
   EXPECT_TRUE(form_.BranchFontItalic());
   EXPECT_FALSE(form_.BranchFontBold()) << "the cancelled font changed nothing";
   EXPECT_EQ("", host::ReadLogFile());
+}
+
+TEST_F(AdvancedSettingsDialogTest, HelpAsksForTheAdvancedSettingsTopic) {
+  // Every help page but the advanced settings' one: only a request for that
+  // page finds it missing.
+  namespace fs = std::filesystem;
+  std::string install = testing::ConfigHome() + "/advanced-settings-install";
+  fs::remove_all(install);
+  fs::create_directories(install + "/help");
+  for (const auto& page : fs::directory_iterator(NIVAREL_SOURCE_DIR "/extension/help"))
+    if (page.path().filename() != "34000.html") fs::copy(page.path(), install + "/help/" + page.path().filename().string());
+  ASSERT_TRUE(fs::exists(install + "/help/33000.html"));
+  host::SetInstallFolder(install);
+  Open([&] {
+    Ui().ClickInDialog("Help");
+    ASSERT_TRUE(WaitForTitle("Missing Help File"));
+    EXPECT_EQ("Could not find Nivarel help file", Ui().MessageText());
+    Ui().ClickButton("ok");
+    ASSERT_TRUE(WaitForDialog(kTitle));
+    Ui().ClickInDialog("Cancel");
+  });
+  EXPECT_FALSE(form_.OK());
 }
 
 }  // namespace
