@@ -137,12 +137,31 @@ void PictureGrid::SelectRow(int row) {
   Selected(row);
 }
 
+std::vector<int> PictureGrid::SelectedRows() const {
+  std::vector<int> rows;
+  for (int index : dialog_.ListIndices(list_)) {
+    int row = RowAt(index);
+    if (row >= 0) rows.push_back(row);
+  }
+  return rows;
+}
+
+void PictureGrid::SelectRows(const std::vector<int>& rows) {
+  std::vector<int> indices;
+  for (int row : rows)
+    if (RowVisible(row)) indices.push_back(ListIndexOf(row));
+  std::sort(indices.begin(), indices.end());
+  dialog_.SetListIndices(list_, indices);
+}
+
 void PictureGrid::SetVisibleRows(const std::vector<bool>& visible) {
+  std::vector<int> selected = SelectedRows();
+  if (current_ >= 0 && std::find(selected.begin(), selected.end(), current_) == selected.end())
+    selected.push_back(current_);
   for (int row = 0; row < Rows(); ++row) hidden_[row] = row < static_cast<int>(visible.size()) && !visible[row];
   ShowRows();
-  if (RowVisible(current_)) {
-    dialog_.SetListIndex(list_, ListIndexOf(current_));
-  } else if (current_ >= 0) {
+  SelectRows(selected);
+  if (!RowVisible(current_) && current_ >= 0) {
     current_ = -1;
     LoadEditors();
   }

@@ -59,8 +59,14 @@ class PictureGrid {
   std::string Heading() const;
   // Selects a shown row; a hidden one is not selected.
   void SelectRow(int row);
+  // The rows selected in a list that allows more than one, in order; hidden
+  // rows are never selected.
+  std::vector<int> SelectedRows() const;
+  // Selects those of the rows that are shown, and no others.
+  void SelectRows(const std::vector<int>& rows);
   // Shows the rows marked true and hides the others (rows beyond the marks
-  // are shown). When the selected row goes, no row is selected.
+  // are shown). Selected rows that stay shown stay selected; when the
+  // current row goes, no row is current.
   void SetVisibleRows(const std::vector<bool>& visible);
   bool RowVisible(int row) const;
   std::string Value(int row, const std::string& key) const;

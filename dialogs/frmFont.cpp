@@ -25,14 +25,14 @@ float SizeOf(const std::string& text, float smallest, float largest) {
   return static_cast<float>(v);
 }
 
-std::string SizeText(float size) {
+}  // namespace
+
+std::string frmFont::SizeText(float size) {
   if (std::fabs(size - std::round(size)) < 0.01) return std::to_string(static_cast<int>(std::lround(size)));
   char text[16];
   std::snprintf(text, sizeof text, "%.1f", size);
   return text;
 }
-
-}  // namespace
 
 void frmFont::InitializeSettings(const std::string& name, float size, bool bold, bool italic) {
   name_ = name;

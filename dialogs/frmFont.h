@@ -21,6 +21,9 @@ class frmFont {
   bool FontBold() const { return bold_; }
   bool FontItalic() const { return italic_; }
 
+  // A size as the picker writes it: "10" for a whole size, "10.5" otherwise.
+  static std::string SizeText(float size);
+
  private:
   bool ok_ = false;
   std::string name_;

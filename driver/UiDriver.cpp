@@ -175,6 +175,22 @@ void UiDriver::ClickButton(const std::string& id) {
 
 namespace {
 
+std::string StateOf(const Reference<test::XUIObject>& o, const char* name);
+
+}  // namespace
+
+void UiDriver::SetBoxText(const std::string& id, const std::string& text) {
+  CallHere("UiDriver.SetBoxText", [&] {
+    Top(state_->ui)->getChild(ToOu(id))->executeAction("SET", Args({{"TEXT", text}}));
+  });
+}
+
+std::string UiDriver::BoxText(const std::string& id) const {
+  return CallHere("UiDriver.BoxText", [&] { return StateOf(Top(state_->ui)->getChild(ToOu(id)), "Text"); });
+}
+
+namespace {
+
 std::string StateOf(const Reference<test::XUIObject>& o, const char* name) {
   for (const auto& p : o->getState())
     if (p.Name.equalsAscii(name)) {
@@ -407,6 +423,7 @@ void CollectControls(const Reference<css::accessibility::XAccessibleContext>& pa
       control.focused = states->contains(state::FOCUSED);
     }
     Reference<css::accessibility::XAccessibleComponent> component(context, uno::UNO_QUERY);
+    if (control.kind == "text" && component.is()) control.color = component->getForeground() & 0xFFFFFF;
     found.emplace_back(component.is() ? component->getLocationOnScreen() : awt::Point(), control);
   }
 }

@@ -36,6 +36,11 @@ class UiDriver {
   std::string FocusWindowId() const;
   // Clicks a button of the dialog that has the focus, by its id.
   void ClickButton(const std::string& id);
+  // Sets the text of a box of the office's own dialog that has the focus, by
+  // its id, as typing does: the box's change handlers run.
+  void SetBoxText(const std::string& id, const std::string& text);
+  // The text of a control of that dialog, by its id.
+  std::string BoxText(const std::string& id) const;
 
   // Waits until a modal window (a dialog or message box) has the focus, one
   // whose id isn't notId when that is given; false when none comes in time.
@@ -61,6 +66,7 @@ class UiDriver {
     int left = 0;           // where it begins on the screen, in pixels
     bool enabled = true;
     bool focused = false;
+    long color = -1;  // a caption's text colour as the office draws it, 0xRRGGBB
   };
   // The title of the active dialog, empty when no dialog is active.
   std::string DialogTitle() const;

@@ -368,6 +368,24 @@ void UserDialog::SetListIndex(const std::string& control, int index) {
   });
 }
 
+std::vector<int> UserDialog::ListIndices(const std::string& control) const {
+  return Call("UserDialog.ListIndices", [&] {
+    uno::Sequence<sal_Int16> selected;
+    state_->Model(control)->getPropertyValue("SelectedItems") >>= selected;
+    std::vector<int> out(selected.begin(), selected.end());
+    std::sort(out.begin(), out.end());
+    return out;
+  });
+}
+
+void UserDialog::SetListIndices(const std::string& control, const std::vector<int>& indices) {
+  Call("UserDialog.ListIndices", [&] {
+    uno::Sequence<sal_Int16> selected(static_cast<sal_Int32>(indices.size()));
+    for (size_t i = 0; i < indices.size(); ++i) selected.getArray()[i] = static_cast<sal_Int16>(indices[i]);
+    state_->Model(control)->setPropertyValue("SelectedItems", uno::Any(selected));
+  });
+}
+
 int UserDialog::SpinValue(const std::string& control) const {
   return Call("UserDialog.SpinValue", [&] {
     sal_Int32 value = 0;
@@ -488,6 +506,10 @@ void UserDialog::SetFont(const std::string& control, const std::string& name, do
     font.Slant = italic ? awt::FontSlant_ITALIC : awt::FontSlant_NONE;
     model->setPropertyValue("FontDescriptor", uno::Any(font));
   });
+}
+
+void UserDialog::SetTextColor(const std::string& control, long rgb) {
+  Call("UserDialog.TextColor", [&] { state_->Model(control)->setPropertyValue("TextColor", uno::Any(RgbToOffice(rgb))); });
 }
 
 }  // namespace nivarel::host

@@ -52,6 +52,10 @@ class UserDialog {
   // The selected entry of a list box, 0-based; -1 when none is.
   int ListIndex(const std::string& control) const;
   void SetListIndex(const std::string& control, int index);
+  // The selected entries of a list box that allows more than one, 0-based
+  // and ascending; setting them selects those and no others.
+  std::vector<int> ListIndices(const std::string& control) const;
+  void SetListIndices(const std::string& control, const std::vector<int>& indices);
   // A spin button's value; setting it sets its range too.
   int SpinValue(const std::string& control) const;
   void SetSpinValue(const std::string& control, int value, int min, int max);
@@ -80,6 +84,9 @@ class UserDialog {
   void SetControlPage(const std::string& control, int page);
   // The font a control shows its text in.
   void SetFont(const std::string& control, const std::string& name, double size, bool bold, bool italic);
+  // The colour a control shows its text in, as the host's RGB value (red in
+  // the low byte).
+  void SetTextColor(const std::string& control, long rgb);
 
 
  private:

@@ -14,6 +14,7 @@
 
 #include <com/sun/star/awt/Toolkit.hpp>
 #include <com/sun/star/awt/XReschedule.hpp>
+#include <com/sun/star/awt/XExtendedToolkit.hpp>
 #include <com/sun/star/beans/NamedValue.hpp>
 #include <com/sun/star/deployment/PackageInformationProvider.hpp>
 #include <com/sun/star/frame/XFrame.hpp>
@@ -24,6 +25,8 @@
 #include <com/sun/star/ui/dialogs/FolderPicker.hpp>
 #include <com/sun/star/ui/dialogs/TemplateDescription.hpp>
 #include <com/sun/star/ui/dialogs/XFilterManager.hpp>
+#include <com/sun/star/ui/dialogs/XExecutableDialog.hpp>
+#include <com/sun/star/beans/XPropertyAccess.hpp>
 #include <com/sun/star/frame/FeatureStateEvent.hpp>
 #include <com/sun/star/frame/XDispatchProvider.hpp>
 #include <com/sun/star/frame/XStatusListener.hpp>
@@ -49,6 +52,7 @@
 #include <com/sun/star/sheet/XSpreadsheetView.hpp>
 #include <com/sun/star/view/XSelectionSupplier.hpp>
 
+#include "Border.h"
 #include "Uno.h"
 
 namespace nivarel::office {
@@ -342,6 +346,41 @@ void Application::DoEvents() {
 }
 
 void Application::InOneTurn(const std::function<void()>& work) { RunOnOfficeThread(work); }
+
+void Application::PickColor(long rgb, std::function<void(long)> taken) {
+  auto session = session_;
+  RunLater(session->context, [session, rgb, taken] {
+    AtBorder("Application", "PickColor", [&] {
+      auto ctx = session->context;
+      // Over the window in front: a dialog that opens it stays behind it.
+      Reference<css::awt::XExtendedToolkit> toolkit(css::awt::Toolkit::create(ctx), uno::UNO_QUERY_THROW);
+      Reference<css::awt::XWindow> parent(toolkit->getActiveTopWindow(), uno::UNO_QUERY);
+      uno::Sequence<uno::Any> args(1);
+      if (parent.is())
+        args.getArray()[0] <<= parent;
+      else
+        args.getArray()[0] <<= OfficeWindowPeer(*session);
+      Reference<css::ui::dialogs::XExecutableDialog> dialog(
+          ctx->getServiceManager()->createInstanceWithArgumentsAndContext("com.sun.star.ui.dialogs.ColorPicker", args,
+                                                                          ctx),
+          uno::UNO_QUERY_THROW);
+      Reference<css::beans::XPropertyAccess> color(dialog, uno::UNO_QUERY_THROW);
+      uno::Sequence<css::beans::PropertyValue> start(1);
+      start.getArray()[0].Name = "Color";
+      start.getArray()[0].Value <<= RgbToOffice(rgb);
+      color->setPropertyValues(start);
+      bool ok = dialog->execute() == css::ui::dialogs::ExecutableDialogResults::OK;
+      // The window it was opened over takes the keys again, as after any
+      // dialog over it.
+      if (parent.is()) parent->setFocus();
+      if (!ok) return;
+      for (const auto& p : color->getPropertyValues()) {
+        sal_Int32 chosen = 0;
+        if (p.Name == "Color" && (p.Value >>= chosen)) return taken(OfficeToRgb(chosen));
+      }
+    });
+  });
+}
 
 std::string Application::BrowseForFolder(const std::string& title) {
   return Call("Application.BrowseForFolder", [&] {

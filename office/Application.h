@@ -75,6 +75,14 @@ class Application {
   // nothing when cancelled. Throws HostError when the choice is no range.
   std::optional<Range> InputBoxRange(const std::string& prompt, const std::string& title,
                                      const std::string& defaultAddress);
+  // The office's own colour dialog ("Pick a Color") over the window in
+  // front, opened on a colour given as the host's RGB value (red in the low
+  // byte). It opens from the office's event loop once the call under way has
+  // returned: a dialog's button runs its handler with the office's lock given
+  // up, and the colour dialog must be run holding it. taken gets the colour
+  // chosen, from the event loop too; a cancelled dialog calls nothing. The
+  // window in front gets the focus back. A failure goes to the border log.
+  void PickColor(long rgb, std::function<void(long)> taken);
   // The office's folder picker with this title; empty when cancelled.
   std::string BrowseForFolder(const std::string& title);
   // The office's file picker for saving, titled title, listing filters
