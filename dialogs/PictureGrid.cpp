@@ -21,6 +21,12 @@ int PictureGrid::ColumnIndex(const std::string& key) const {
   return -1;
 }
 
+bool PictureGrid::Pictured(const Column& column) {
+  for (const auto& choice : column.choices)
+    if (!choice.second.empty()) return true;
+  return false;
+}
+
 std::string PictureGrid::PictureOf(const Column& column, const std::string& value) const {
   for (const auto& [v, picture] : column.choices)
     if (v == value) return picture;
@@ -48,7 +54,7 @@ host::UserDialog::Item PictureGrid::Entry(int row) const {
   for (size_t i = 0; i < columns_.size(); ++i) {
     const Column& c = columns_[i];
     if (!c.shown) continue;
-    if (c.choices.empty()) {
+    if (!Pictured(c)) {
       item.text += (item.text.empty() ? "" : "   ") + Padded(rows_[row][i], c.width);
     } else if (!pictured) {
       item.picture = PictureOf(c, rows_[row][i]);
@@ -90,7 +96,7 @@ void PictureGrid::Clear() {
 void PictureGrid::FitColumns() {
   for (size_t i = 0; i < columns_.size(); ++i) {
     Column& c = columns_[i];
-    if (!c.shown || !c.choices.empty()) continue;
+    if (!c.shown || Pictured(c)) continue;
     size_t width = Characters(c.caption);
     for (const auto& row : rows_) width = std::max(width, Characters(row[i]));
     c.width = static_cast<int>(width);
@@ -102,7 +108,7 @@ void PictureGrid::FitColumns() {
 std::string PictureGrid::Heading() const {
   std::string text;
   for (const Column& c : columns_)
-    if (c.shown && c.choices.empty()) text += (text.empty() ? "" : "   ") + Padded(c.caption, c.width);
+    if (c.shown && !Pictured(c)) text += (text.empty() ? "" : "   ") + Padded(c.caption, c.width);
   text.erase(text.find_last_not_of(' ') + 1);
   return text;
 }

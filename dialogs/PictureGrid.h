@@ -24,8 +24,9 @@ class PictureGrid {
   struct Column {
     std::string key, caption;
     bool shown = false;  // in the list's entries
-    // A picture column: its values, each with its picture, in the order the
-    // editor lists them. A text column has none.
+    // A choice column: its values, each with its picture, in the order the
+    // editor lists them. A text column has none; a column whose choices
+    // have no pictures shows its values as text (the editor lists them).
     std::vector<std::pair<std::string, std::string>> choices;
     // The control that edits the selected row's cell; "" for none. It
     // commits on "<editor>_Commit": a text box bound to losing the focus, a
@@ -82,6 +83,7 @@ class PictureGrid {
 
  private:
   int ColumnIndex(const std::string& key) const;
+  static bool Pictured(const Column& column);  // a choice has a picture
   std::string PictureOf(const Column& column, const std::string& value) const;
   host::UserDialog::Item Entry(int row) const;
   void ShowRows();         // every shown row into the list again
