@@ -223,7 +223,10 @@ void PictureGrid::Commit(const Column& column) {
   int row = current_;
   if (Value(row, column.key) == value) return;
   if (BeforeCommit && !BeforeCommit(row, column.key, value)) {
+    // The edit stays open: the editor has the focus again, the cell's value
+    // in it selected for another try.
     LoadEditors();
+    dialog_.SetFocus(column.editor, true);
     return;
   }
   SetValue(row, column.key, value);

@@ -5,7 +5,7 @@
 // can be hidden: they keep their values but leave the list. The table keeps
 // the cells' values (hidden columns too); an edit is offered to
 // BeforeCommit, which may refuse it (the editor then shows the cell's value
-// again), and a kept edit shows at once in the row. The dialog's event
+// again, selected, and keeps the focus), and a kept edit shows at once in the row. The dialog's event
 // handler passes every method to Handle first.
 #pragma once
 

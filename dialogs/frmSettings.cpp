@@ -238,7 +238,7 @@ class Form {
     if (key == "order") {
       host::MsgBox("To change the order of Prefix and Keyword evaluation,\r\n"
                    "please use the Up and Down arrows to the right of the grid.");
-      return Refuse("txtOrder");
+      return false;
     }
     if (key == "style_id") {
       ShowStyle(ToInt(value) - kStyleValueOffset);
@@ -249,20 +249,13 @@ class Form {
                      "next to the symbol when you generate a symbol key.",
                      office::vbExclamation, "Warning - Blank Symbol Name");
     } else if (key == "prefix") {
-      if (!PrefixAccepted(row, value)) return Refuse("txtPrefix");
+      if (!PrefixAccepted(row, value)) return false;
     } else if (key == "keywords") {
       std::string keywords = rules::UpperCase(rules::Trim(value));
-      if (DuplicateKeywordFound(row, keywords)) return Refuse("txtKeywords");
+      if (DuplicateKeywordFound(row, keywords)) return false;
       committed_ = keywords;
     }
     return true;
-  }
-
-  // A refused edit: the editor takes the focus again (the grid shows the
-  // cell's value in it).
-  bool Refuse(const char* editor) {
-    dialog_.SetFocus(editor);
-    return false;
   }
 
   bool PrefixAccepted(int row, const std::string& value) {
