@@ -41,6 +41,15 @@ size_t Characters(const std::string& text) {
   return n;
 }
 
+// The text cut to limit characters, the last of them "…"; 0 keeps it whole.
+std::string Limited(const std::string& text, int limit) {
+  if (limit <= 0 || Characters(text) <= static_cast<size_t>(limit)) return text;
+  size_t at = 0;
+  for (size_t n = 0; at < text.size(); ++at)
+    if ((static_cast<unsigned char>(text[at]) & 0xC0) != 0x80 && n++ == static_cast<size_t>(limit - 1)) break;
+  return text.substr(0, at) + "\u2026";
+}
+
 std::string Padded(const std::string& text, int width) {
   size_t n = Characters(text);
   return width > 0 && n < static_cast<size_t>(width) ? text + std::string(width - n, ' ') : text;
@@ -55,7 +64,7 @@ host::UserDialog::Item PictureGrid::Entry(int row) const {
     const Column& c = columns_[i];
     if (!c.shown) continue;
     if (!Pictured(c)) {
-      item.text += (item.text.empty() ? "" : "   ") + Padded(rows_[row][i], c.width);
+      item.text += (item.text.empty() ? "" : "   ") + Padded(Limited(rows_[row][i], c.limit), c.width);
     } else if (!pictured) {
       item.picture = PictureOf(c, rows_[row][i]);
       pictured = true;
@@ -98,7 +107,7 @@ void PictureGrid::FitColumns() {
     Column& c = columns_[i];
     if (!c.shown || Pictured(c)) continue;
     size_t width = Characters(c.caption);
-    for (const auto& row : rows_) width = std::max(width, Characters(row[i]));
+    for (const auto& row : rows_) width = std::max(width, Characters(Limited(row[i], c.limit)));
     c.width = static_cast<int>(width);
   }
   ShowRows();

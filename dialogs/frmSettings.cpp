@@ -44,6 +44,7 @@ namespace {
 const char kSource[] = "frmSettings";
 const char* const kGridFont = "DejaVu Sans Mono";
 constexpr double kGridFontSize = 8;
+constexpr int kKeywordsShown = 26;  // characters of a row's keywords the table shows
 constexpr int kCommonList = 0, kMyList = 99;
 const int kCommonSymbols[] = {61, 63, 69, 73};
 const char* const kReservedPrefixes[] = {"SHP", "TB", "LBL", "FL", "GFX", "PIC", "VSM"};
@@ -168,7 +169,7 @@ class Form {
         {"style_id", "Style", false, StyleChoices(stylePictures_), "lstStyle"},
         {"display_name", "Name", true, {}, "txtName"},
         {"prefix", "Prefix", true, {}, "txtPrefix"},
-        {"keywords", "Keywords (comma separated)", true, {}, "txtKeywords"},
+        {"keywords", "Keywords (comma separated)", true, {}, "txtKeywords", 0, kKeywordsShown},
         {"width", "Width", true, Sizes(), "lstWidth"},
         {"height", "Height", true, Sizes(), "lstHeight"}};
     grid_ = std::make_unique<PictureGrid>(dialog_, "iGridShapes", std::move(columns));
