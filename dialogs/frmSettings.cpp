@@ -51,7 +51,8 @@ const char* const kReservedPrefixes[] = {"SHP", "TB", "LBL", "FL", "GFX", "PIC",
 const char* const kKeys[] = {"order", "symbol_id", "style_id", "display_name", "prefix", "keywords", "width", "height"};
 const char* const kLabelBoxes[4] = {"txtTopBranchLabel", "txtLeftBranchLabel", "txtRightBranchLabel",
                                     "txtBottomBranchLabel"};
-constexpr long kSymbolsHelp = 31000, kSpecialHelp = 33000;
+// The symbol table's help, and the general settings' for the rule options.
+constexpr long kSymbolsHelp = 33000, kSpecialHelp = 31000;
 
 std::string Section(int id) { return "Shape " + std::to_string(id); }
 int ToInt(const std::string& text, int fallback = 0) { return rules::ToInt32Or(rules::Trim(text), fallback); }
@@ -484,7 +485,8 @@ class Form {
         if (!values[c].empty()) first.Offset(0, c).SetValue(values[c]);
     }
     sheet.GetRange("C1").SetColumnWidth(24);
-    sheet.GetRange("E1").SetColumnWidth(40);
+    sheet.GetRange("E1").SetColumnWidth(60);
+    sheet.GetRange("G1").SetColumnWidth(12);
     office::AddedShapes added(sheet);
     office::UndoList::Pause drawing(*book);
     output::CLoadPictureGDI loader;

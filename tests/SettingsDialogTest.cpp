@@ -173,7 +173,8 @@ TEST_F(SettingsDialogTest, TheTableListsTheActiveSymbolsInOrderAndTheOrderIsChan
     ASSERT_TRUE(FocusControl([&](const Control& c) { return c.kind == "list" && c.text == "My Symbols"; }));
     Ui().PressDialogKey("UP");
     EXPECT_TRUE(Eventually([&] { return Entries().size() == 4; })) << ::testing::PrintToString(Entries());
-    EXPECT_EQ((std::vector<std::string>{"1|Decision|D:|IF,WHETHER|8|4", "25|Terminator|T:|START,BEGIN,END,STOP,FINISH|6|2",
+    // Keywords longer than the table shows are cut, and end in an ellipsis.
+    EXPECT_EQ((std::vector<std::string>{"1|Decision|D:|IF,WHETHER|8|4", "25|Terminator|T:|START,BEGIN,END,STOP,FINI\u2026|6|2",
                                         "27|Connector|C:|2|2", "28|Process|P:|8|2"}),
               Entries());
     EXPECT_FALSE(Find("Edit Symbol List...").enabled);
