@@ -279,6 +279,9 @@ TEST_F(SettingsDialogTest, TheOptionsReachTheSettingsFileByOKAndNotByCancel) {
     ASSERT_TRUE(Shows("Active Symbol List:"));
     Click("28|Process");
     Edit("Name:", "Step");
+    ASSERT_TRUE(FocusControl([&](const Control& c) { return c.kind == "list" && c.text == "8"; }));
+    Ui().PressDialogKey("DOWN");
+    EXPECT_TRUE(Eventually([&] { return Entries()[27] == "28|Step|P:|9|2"; })) << Entries()[27];
   };
   Open([&] {
     change();
@@ -299,6 +302,7 @@ TEST_F(SettingsDialogTest, TheOptionsReachTheSettingsFileByOKAndNotByCancel) {
   EXPECT_EQ("Up", after.TopBranchText);
   EXPECT_EQ(before.RightBranchText, after.RightBranchText);
   EXPECT_EQ("Step", Stored(61, "display_name"));
+  EXPECT_EQ("9", Stored(61, "width"));
 }
 
 TEST_F(SettingsDialogTest, ExportSymbolListWritesTheTableToANewSheetAsOneUndoEntry) {
@@ -334,6 +338,41 @@ TEST_F(SettingsDialogTest, ExportSymbolListWritesTheTableToANewSheetAsOneUndoEnt
   EXPECT_EQ("Nivarel: Export Symbol List", undo.Titles().front());
   undo.Undo();
   EXPECT_EQ(sheets, book_->SheetCount()) << "Ctrl+Z takes the sheet back";
+}
+
+TEST_F(SettingsDialogTest, EditSymbolListChangesTheTableAndOKKeepsIt) {
+  auto removeDecision = [&] {
+    Ui().ClickInDialog("Edit Symbol List...");
+    ASSERT_TRUE(WaitForDialog("  Edit Symbol List"));
+    for (const Control& c : Ui().DialogControls())
+      if (c.kind == "item" && Columns(c.text) == "1|Decision") Ui().ClickItem(c.text);
+    ASSERT_TRUE(Eventually([&] { return Find("<< Remove").enabled; }));
+    Ui().ClickInDialog("<< Remove");
+    Ui().ClickInDialog("OK");
+    ASSERT_TRUE(WaitForDialog(kTitle));
+    EXPECT_TRUE(Eventually([&] { return Entries().size() == 27; })) << Entries().size();
+    EXPECT_EQ("1|Manual Input|MI:", Entries()[0].substr(0, 18)) << "numbered afresh";
+  };
+  Open([&] {
+    removeDecision();
+    Ui().ClickInDialog("Cancel");
+  });
+  EXPECT_EQ("True", Stored(63, "is_active")) << "the edited list is kept only by OK";
+  Open([&] {
+    removeDecision();
+    Ui().ClickInDialog("OK");
+  });
+  EXPECT_EQ("False", Stored(63, "is_active"));
+  EXPECT_EQ("1", Stored(71, "order"));
+  EXPECT_EQ("True", Stored(71, "is_active"));
+}
+
+TEST_F(SettingsDialogTest, TheMenuCommandOpensTheDialogInTheOffice) {
+  Drive([&] { Ui().RunCommand("vnd.nivarel:rxNivarelNivarelSettings"); }, kTitle, [&] {
+    EXPECT_TRUE(Shows("(Symbols are sorted in keyword evaluation order)"));
+    EXPECT_FALSE(Entries().empty()) << "the office's own settings fill the table";
+    Ui().ClickInDialog("Cancel");
+  });
 }
 
 }  // namespace
