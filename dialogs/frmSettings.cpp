@@ -158,6 +158,8 @@ class Form {
     dialog_.SetChecked("chkAlternateProcessDashedLine", config_.AlternateProcessDashed);
     // The connector types 1 straight, 2 elbow, 3 curved.
     dialog_.SetChecked("optFlowLineType" + std::to_string(std::clamp<int>(config_.FlowLineType, 1, 3) - 1), true);
+    for (int type = 1; type <= 3; ++type)
+      dialog_.SetPicture("picFlowLineType" + std::to_string(type - 1), stylePictures_.ConnectorTypeImage(type));
     dialog_.SetChecked("chkEndTerminator", config_.EndTerminator);
     dialog_.SetChecked("chkOffPageReference", config_.OffPageReference);
     dialog_.SetChecked("chkOnPageReference", config_.OnPageReference);
