@@ -413,7 +413,7 @@ int DrawStorePictures(Application& app, const std::string& folder, const std::st
           ucImages::BranchFileName, [&](int layout, double l, double t, double w, double h) {
             return p.Branch(layout, l, t, w, h);
           });
-  p.Store(folder, 1, 3, ucImages::kConnectorWidth, ucImages::kConnectorHeight, "connector ",
+  p.Store(folder, 1, 3, ucImages::kConnectorWidth, ucImages::kConnectorHeight, "type ",
           ucImages::ConnectorTypeFileName, [&](int type, double l, double t, double w, double h) {
             return p.ConnectorType(type, l, t, w, h);
           });
