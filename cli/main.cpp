@@ -63,9 +63,10 @@ const char kDemoUsage[] =
 const char kPicturesUsage[] =
     "usage: nivarel pictures OUTDIR [--sheet PICTURE]\n"
     "  Draws the pictures the dialogs show (shape types 1-124, symbol styles 1-84, flow line\n"
-    "  styles 1-21, the flow line tools' sides) with the shape engine and writes each as a\n"
-    "  PNG, and twice its size as @2x, under OUTDIR; --sheet also writes a contact sheet of\n"
-    "  them all with their numbers.\n";
+    "  styles 1-21, the flow line tools' sides, the branch layouts, the flow line types 1-3,\n"
+    "  the template layouts) with the shape engine and writes each as a PNG, and twice its\n"
+    "  size as @2x, under OUTDIR; --sheet also writes a contact sheet of them all with their\n"
+    "  numbers.\n";
 const char kShapesUsage[] =
     "usage: nivarel shapes FILE [--sheet NAME]\n"
     "  Lists the shapes of FILE's first sheet (or of the sheet NAME), one JSON object a line.\n";

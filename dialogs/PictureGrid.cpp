@@ -21,6 +21,12 @@ int PictureGrid::ColumnIndex(const std::string& key) const {
   return -1;
 }
 
+bool PictureGrid::Pictured(const Column& column) {
+  for (const auto& choice : column.choices)
+    if (!choice.second.empty()) return true;
+  return false;
+}
+
 std::string PictureGrid::PictureOf(const Column& column, const std::string& value) const {
   for (const auto& [v, picture] : column.choices)
     if (v == value) return picture;
@@ -33,6 +39,15 @@ size_t Characters(const std::string& text) {
   size_t n = 0;
   for (unsigned char c : text) n += (c & 0xC0) != 0x80;
   return n;
+}
+
+// The text cut to limit characters, the last of them "…"; 0 keeps it whole.
+std::string Limited(const std::string& text, int limit) {
+  if (limit <= 0 || Characters(text) <= static_cast<size_t>(limit)) return text;
+  size_t at = 0;
+  for (size_t n = 0; at < text.size(); ++at)
+    if ((static_cast<unsigned char>(text[at]) & 0xC0) != 0x80 && n++ == static_cast<size_t>(limit - 1)) break;
+  return text.substr(0, at) + "\u2026";
 }
 
 std::string Padded(const std::string& text, int width) {
@@ -48,8 +63,8 @@ host::UserDialog::Item PictureGrid::Entry(int row) const {
   for (size_t i = 0; i < columns_.size(); ++i) {
     const Column& c = columns_[i];
     if (!c.shown) continue;
-    if (c.choices.empty()) {
-      item.text += (item.text.empty() ? "" : "   ") + Padded(rows_[row][i], c.width);
+    if (!Pictured(c)) {
+      item.text += (item.text.empty() ? "" : "   ") + Padded(Limited(rows_[row][i], c.limit), c.width);
     } else if (!pictured) {
       item.picture = PictureOf(c, rows_[row][i]);
       pictured = true;
@@ -90,9 +105,9 @@ void PictureGrid::Clear() {
 void PictureGrid::FitColumns() {
   for (size_t i = 0; i < columns_.size(); ++i) {
     Column& c = columns_[i];
-    if (!c.shown || !c.choices.empty()) continue;
+    if (!c.shown || Pictured(c)) continue;
     size_t width = Characters(c.caption);
-    for (const auto& row : rows_) width = std::max(width, Characters(row[i]));
+    for (const auto& row : rows_) width = std::max(width, Characters(Limited(row[i], c.limit)));
     c.width = static_cast<int>(width);
   }
   ShowRows();
@@ -102,7 +117,7 @@ void PictureGrid::FitColumns() {
 std::string PictureGrid::Heading() const {
   std::string text;
   for (const Column& c : columns_)
-    if (c.shown && c.choices.empty()) text += (text.empty() ? "" : "   ") + Padded(c.caption, c.width);
+    if (c.shown && !Pictured(c)) text += (text.empty() ? "" : "   ") + Padded(c.caption, c.width);
   text.erase(text.find_last_not_of(' ') + 1);
   return text;
 }
@@ -217,7 +232,10 @@ void PictureGrid::Commit(const Column& column) {
   int row = current_;
   if (Value(row, column.key) == value) return;
   if (BeforeCommit && !BeforeCommit(row, column.key, value)) {
+    // The edit stays open: the editor has the focus again, the cell's value
+    // in it selected for another try.
     LoadEditors();
+    dialog_.SetFocus(column.editor, true);
     return;
   }
   SetValue(row, column.key, value);

@@ -1,12 +1,12 @@
 // A table of a dialog shown as a list box, one entry per row: the row's
 // shown text columns and the picture of its first shown picture column. One
 // row is selected at a time and edited by controls beside the list: a text
-// column by a text box, a picture column by a list box of its pictures. Rows
-// can be hidden: they keep their values but leave the list. The table keeps
-// the cells' values (hidden columns too); an edit is offered to
+// column by a text box, a choice column by a list box of its pictures or
+// values. Rows can be hidden: they keep their values but leave the list. The
+// table keeps the cells' values (hidden columns too); an edit is offered to
 // BeforeCommit, which may refuse it (the editor then shows the cell's value
-// again), and a kept edit shows at once in the row. The dialog's event
-// handler passes every method to Handle first.
+// again, selected, and keeps the focus), and a kept edit shows at once in
+// the row. The dialog's event handler passes every method to Handle first.
 #pragma once
 
 #include <functional>
@@ -24,8 +24,9 @@ class PictureGrid {
   struct Column {
     std::string key, caption;
     bool shown = false;  // in the list's entries
-    // A picture column: its values, each with its picture, in the order the
-    // editor lists them. A text column has none.
+    // A choice column: its values, each with its picture, in the order the
+    // editor lists them. A text column has none; a column whose choices
+    // have no pictures shows its values as text (the editor lists them).
     std::vector<std::pair<std::string, std::string>> choices;
     // The control that edits the selected row's cell; "" for none. It
     // commits on "<editor>_Commit": a text box bound to losing the focus, a
@@ -34,6 +35,9 @@ class PictureGrid {
     // A text column's width in the list's entries, in characters: its text
     // is padded to it. 0: as long as its text.
     int width = 0;
+    // The most characters a text column shows in the list's entries; a
+    // longer text is cut and ends in "…" (the cell keeps it whole). 0: no limit.
+    int limit = 0;
   };
 
   // The table shown in the dialog's list box list, whose change of entry
@@ -82,6 +86,7 @@ class PictureGrid {
 
  private:
   int ColumnIndex(const std::string& key) const;
+  static bool Pictured(const Column& column);  // a choice has a picture
   std::string PictureOf(const Column& column, const std::string& value) const;
   host::UserDialog::Item Entry(int row) const;
   void ShowRows();         // every shown row into the list again

@@ -13,6 +13,7 @@ set(DIALOGS_SOURCES
   ${CMAKE_SOURCE_DIR}/dialogs/frmExport.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmAdvancedSettings.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmSymbolLists.cpp
+  ${CMAKE_SOURCE_DIR}/dialogs/frmSettings.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmBranchLabelPrompt.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmFlowLineInsert.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmFlowLinePrompt.cpp

@@ -24,6 +24,7 @@
 #include "frmAbout.h"
 #include "frmExport.h"
 #include "frmRestart.h"
+#include "frmSettings.h"
 #include "frmStart.h"
 #include "frmFlowLineInsert.h"
 #include "frmFlowchartWizard.h"
@@ -342,7 +343,13 @@ void CEventHandler::ShowFlowchartWizard() {
   }
 }
 void CEventHandler::ShowHelpContents() { NotInThisVersion("Help Contents"); }
-void CEventHandler::ShowSettings() { NotInThisVersion("Settings"); }
+void CEventHandler::ShowSettings() {
+  try {
+    dialogs::frmSettings().Show();
+  } catch (...) {
+    ErrorHandler(kSource, "ShowSettings", false);
+  }
+}
 void CEventHandler::ShowShapeSelectionForm() { NotInThisVersion("Shape Selection Tool"); }
 void CEventHandler::ShowStyleWizard() {
   try {

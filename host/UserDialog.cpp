@@ -435,10 +435,13 @@ void UserDialog::SetControlPage(const std::string& control, int page) {
   });
 }
 
-void UserDialog::SetFocus(const std::string& control) {
+void UserDialog::SetFocus(const std::string& control, bool selectText) {
   Call("UserDialog.Focus", [&] {
-    Reference<awt::XWindow> window(state_->controls->getControl(ToOu(control)), uno::UNO_QUERY_THROW);
+    auto shown = state_->controls->getControl(ToOu(control));
+    Reference<awt::XWindow> window(shown, uno::UNO_QUERY_THROW);
     window->setFocus();
+    Reference<awt::XTextComponent> text(shown, uno::UNO_QUERY);
+    if (selectText && text.is()) text->setSelection(awt::Selection(0, text->getText().getLength()));
   });
 }
 

@@ -40,7 +40,9 @@ class UserDialog {
   // A check box ticked, or an option button selected.
   bool Checked(const std::string& control) const;
   void SetChecked(const std::string& control, bool on);
-  void SetFocus(const std::string& control);
+  // Moves the focus to the control; with selectText, a text box's text is
+  // all selected, so that what is typed next replaces it.
+  void SetFocus(const std::string& control, bool selectText = false);
   // The control that has the focus now, or had it last; "" before any had.
   std::string FocusedControl() const;
   // Greys a control out or back in.

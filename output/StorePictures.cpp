@@ -118,6 +118,19 @@ class Painter {
     return line;
   }
 
+  // A flow line of a connector type: from the right side of a symbol at
+  // the top left to the top of one at the bottom right.
+  Shape ConnectorType(int type, double left, double top, double width, double height) {
+    double w = width * 3 / 8, h = height / 3;
+    Shape a = Symbol(msoShapeFlowchartProcess, left, top, w, h, kProcessStyle);
+    Shape b = Symbol(msoShapeFlowchartProcess, left + width - w, top + height - h, w, h, kProcessStyle);
+    Shape line = Add(shapes_.AddConnector(type, 0, 0, 10, 10));
+    line.GetConnectorFormat().BeginConnect(a, 4);
+    line.GetConnectorFormat().EndConnect(b, 1);
+    flowLines_.SetNewSolidFlowLineFormat(line, 1);
+    return line;
+  }
+
   // The flow line tools' sample: a process symbol in the middle of the
   // frame and a flow line arrow between the middle of one of its sides and
   // the frame's edge, pointing out or in.
@@ -399,6 +412,10 @@ int DrawStorePictures(Application& app, const std::string& folder, const std::st
   p.Store(folder, 0, ucImages::kBranchLayouts - 1, ucImages::kBranchWidth, ucImages::kBranchHeight, "branch ",
           ucImages::BranchFileName, [&](int layout, double l, double t, double w, double h) {
             return p.Branch(layout, l, t, w, h);
+          });
+  p.Store(folder, 1, 3, ucImages::kConnectorWidth, ucImages::kConnectorHeight, "type ",
+          ucImages::ConnectorTypeFileName, [&](int type, double l, double t, double w, double h) {
+            return p.ConnectorType(type, l, t, w, h);
           });
   p.Store(folder, 0, ucImages::kPageLayouts - 1, ucImages::kPageWidth, ucImages::kPageHeight, "page ",
           ucImages::PageLayoutFileName, [&](int layout, double l, double t, double w, double h) {

@@ -67,6 +67,14 @@ std::string ucImages::PageLayoutImage(const std::string& key) const {
 
 std::string ucImages::BranchImage(int layout) const { return pictures_.Path(BranchFileName(layout)); }
 
+std::string ucImages::ConnectorTypeFileName(int type, bool doubleSize) {
+  static const char* const kNames[3] = {"straight", "elbow", "curved"};
+  if (type < 1 || type > 3) throw std::out_of_range("Invalid connector type " + std::to_string(type));
+  return std::string("connectors/") + kNames[type - 1] + (doubleSize ? "@2x" : "") + ".png";
+}
+
+std::string ucImages::ConnectorTypeImage(int type) const { return pictures_.Path(ConnectorTypeFileName(type)); }
+
 std::string ucImages::GridImage(int index) const {
   if (index >= ucShapes::kFirst && index <= ucShapes::kLast) return shapes_.ShapeImage(index);
   int style = index - ucShapes::kLast;

@@ -26,7 +26,8 @@ class ucImages {
   static constexpr int kBranchWidth = 64, kBranchHeight = 48;
   static constexpr int kBranchLayouts = 6;  // standard, inverted, left, right, left hanging, right hanging
   static constexpr int kPageWidth = 96, kPageHeight = 124;
-  static constexpr int kPageLayouts = 4;  // plain grid, vertical lanes, horizontal lanes, annotated lanes
+  static constexpr int kPageLayouts = 4;
+  static constexpr int kConnectorWidth = 40, kConnectorHeight = 30;  // the flow line types' pictures  // plain grid, vertical lanes, horizontal lanes, annotated lanes
 
   explicit ucImages(std::string folder = "");
 
@@ -49,6 +50,9 @@ class ucImages {
   // The branch tool's layout 0..5 (in the order of kBranchLayouts): a base
   // symbol with its fan of three items. Another layout raises std::out_of_range.
   std::string BranchImage(int layout) const;
+  // A flow line of connector type 1 (straight), 2 (elbow) or 3 (curved)
+  // between two symbols. Another type raises std::out_of_range.
+  std::string ConnectorTypeImage(int type) const;
 
   // A template's page with its title block and body, by the layout's key:
   // "grid", "xf_vertical", "xf_horizontal" or "annotated". Another key
@@ -70,6 +74,7 @@ class ucImages {
   // Index 0 to 3: out of sides 0 to 3; 4 to 7: into them.
   static std::string SideFileName(int index, bool doubleSize = false);
   static std::string BranchFileName(int layout, bool doubleSize = false);
+  static std::string ConnectorTypeFileName(int type, bool doubleSize = false);
   // Layout 0 to 3, in the order of kPageLayouts.
   static std::string PageLayoutFileName(int layout, bool doubleSize = false);
 

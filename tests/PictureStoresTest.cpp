@@ -84,6 +84,10 @@ TEST(PictureStoresTest, EveryPictureHasItsStoresSizeAndATwiceAsLargeTwin) {
   std::vector<std::string> branches;
   for (int layout = 0; layout < ucImages::kBranchLayouts; ++layout) branches.push_back(images.BranchImage(layout));
   check(branches, ucImages::kBranchWidth, ucImages::kBranchHeight);
+  std::vector<std::string> connectors;
+  for (int type = 1; type <= 3; ++type) connectors.push_back(images.ConnectorTypeImage(type));
+  check(connectors, ucImages::kConnectorWidth, ucImages::kConnectorHeight);
+  EXPECT_THROW(images.ConnectorTypeImage(4), std::out_of_range);
   std::vector<std::string> pages;
   for (const char* key : {"grid", "xf_vertical", "xf_horizontal", "annotated"})
     pages.push_back(images.PageLayoutImage(key));
@@ -105,7 +109,7 @@ TEST(PictureStoresTest, EveryPictureHasItsStoresSizeAndATwiceAsLargeTwin) {
   size_t files = 0;
   for (const auto& e : std::filesystem::recursive_directory_iterator(kFolder))
     files += e.path().extension() == ".png" ? 1 : 0;
-  EXPECT_EQ(2u * (124 + 84 + 21 + 21 + 8 + 6 + 4) + 4, files);
+  EXPECT_EQ(2u * (124 + 84 + 21 + 21 + 8 + 6 + 3 + 4) + 4, files);
 }
 
 TEST(PictureStoresTest, ThePixelsShowWhatEachNumberStandsFor) {
