@@ -57,21 +57,10 @@ constexpr long kSymbolsHelp = 33000, kSpecialHelp = 31000;
 std::string Section(int id) { return "Shape " + std::to_string(id); }
 int ToInt(const std::string& text, int fallback = 0) { return rules::ToInt32Or(rules::Trim(text), fallback); }
 
-std::vector<std::string> SplitCommas(const std::string& text) {
-  std::vector<std::string> parts;
-  size_t start = 0;
-  for (;;) {
-    size_t comma = text.find(',', start);
-    parts.push_back(text.substr(start, comma == std::string::npos ? std::string::npos : comma - start));
-    if (comma == std::string::npos) return parts;
-    start = comma + 1;
-  }
-}
-
 // The non-empty words of a comma-separated text, trimmed and upper-cased.
 std::vector<std::string> Words(const std::string& text) {
   std::vector<std::string> words;
-  for (const std::string& part : SplitCommas(text)) {
+  for (const std::string& part : rules::SplitCommas(text)) {
     std::string word = rules::UpperCase(rules::Trim(part));
     if (!word.empty()) words.push_back(word);
   }

@@ -15,18 +15,6 @@ namespace {
 
 constexpr char kSource[] = "CIniSymbolDataAccess";
 
-std::vector<std::string> SplitCommas(const std::string& text) {
-  std::vector<std::string> parts;
-  size_t start = 0;
-  for (;;) {
-    size_t comma = text.find(',', start);
-    parts.push_back(text.substr(start, comma == std::string::npos ? std::string::npos : comma - start));
-    if (comma == std::string::npos) break;
-    start = comma + 1;
-  }
-  return parts;
-}
-
 int32_t Key(const RuleTable& table, int32_t row) { return ToInt32(table.at(static_cast<size_t>(row))[0]); }
 
 }  // namespace

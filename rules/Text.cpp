@@ -92,4 +92,15 @@ std::string LowerCase(const std::string& text) { return MapCase(text, LowerOf); 
 
 std::string CapitalizeFirst(const std::string& text) { return MapCase(text, UpperOf, 1); }
 
+std::vector<std::string> SplitCommas(const std::string& text) {
+  std::vector<std::string> parts;
+  size_t start = 0;
+  for (;;) {
+    size_t comma = text.find(',', start);
+    parts.push_back(text.substr(start, comma == std::string::npos ? std::string::npos : comma - start));
+    if (comma == std::string::npos) return parts;
+    start = comma + 1;
+  }
+}
+
 }  // namespace nivarel::rules

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace nivarel::rules {
 
@@ -27,5 +28,9 @@ std::string UpperCase(const std::string& text);
 std::string LowerCase(const std::string& text);
 // The text with its first character upper-cased.
 std::string CapitalizeFirst(const std::string& text);
+
+// The pieces of text between its commas, as they stand (empty ones too):
+// "a,,b" gives "a", "" and "b"; an empty text gives one empty piece.
+std::vector<std::string> SplitCommas(const std::string& text);
 
 }  // namespace nivarel::rules
