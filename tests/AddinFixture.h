@@ -9,8 +9,10 @@
 #include <chrono>
 #include <filesystem>
 #include <memory>
+#include <fstream>
 #include <functional>
 #include <future>
+#include <sstream>
 #include <string>
 #include <thread>
 #include <vector>
@@ -56,6 +58,30 @@ inline std::unique_ptr<SettingsFolder> ShippedSettings(const std::string& name) 
   std::string folder = ConfigHome() + "/" + name;
   std::filesystem::remove_all(folder);
   return std::make_unique<SettingsFolder>(folder);
+}
+
+// The whole file as it is on disk; "" when it cannot be read.
+inline std::string FileBytes(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  std::ostringstream out;
+  out << in.rdbuf();
+  return out.str();
+}
+
+// A list entry's columns, which the office's list pads with blanks:
+// "1   Decision   D:" reads "1|Decision|D:".
+inline std::string Columns(const std::string& entry) {
+  std::string out;
+  size_t i = 0;
+  while (i < entry.size()) {
+    size_t gap = entry.find("  ", i);
+    out += entry.substr(i, gap == std::string::npos ? std::string::npos : gap - i);
+    if (gap == std::string::npos) break;
+    i = entry.find_first_not_of(' ', gap);
+    if (i == std::string::npos) break;
+    out += "|";
+  }
+  return out;
 }
 
 // The settings as they are saved now.

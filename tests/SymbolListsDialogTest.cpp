@@ -16,31 +16,10 @@ namespace nivarel {
 namespace {
 
 using Control = driver::UiDriver::DialogControl;
+using testing::Columns;
+using testing::FileBytes;
 
 const char kTitle[] = "  Edit Symbol List";
-
-std::string FileBytes(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::ostringstream out;
-  out << in.rdbuf();
-  return out.str();
-}
-
-// An entry's columns, which the list pads with blanks: "1       Decision"
-// reads "1|Decision".
-std::string Columns(const std::string& entry) {
-  std::string out;
-  size_t i = 0;
-  while (i < entry.size()) {
-    size_t gap = entry.find("  ", i);
-    out += entry.substr(i, gap == std::string::npos ? std::string::npos : gap - i);
-    if (gap == std::string::npos) break;
-    i = entry.find_first_not_of(' ', gap);
-    if (i == std::string::npos) break;
-    out += "|";
-  }
-  return out;
-}
 
 class SymbolListsDialogTest : public testing::AddinFixture {
  protected:
