@@ -22,6 +22,16 @@ void CheckList::SetLines(std::vector<std::string> lines, bool checked) {
   Show();
 }
 
+void CheckList::SetChecked(int line, bool checked) {
+  if (line < 0 || line >= Lines()) return;
+  checked_[line] = checked;
+  int k = line - top_;
+  if (k < 0 || k >= boxCount_) return;
+  showing_ = true;
+  dialog_.SetChecked(Box(k), checked);
+  showing_ = false;
+}
+
 void CheckList::Show() {
   showing_ = true;
   for (int k = 0; k < boxCount_ && top_ + k < Lines(); ++k) {

@@ -25,6 +25,8 @@ class CheckList {
   void SetLines(std::vector<std::string> lines, bool checked);
   int Lines() const { return static_cast<int>(lines_.size()); }
   bool Checked(int line) const { return line >= 0 && line < Lines() && checked_[line]; }
+  // Checks or unchecks one line, shown at once when its box shows it.
+  void SetChecked(int line, bool checked);
 
   // True when method was the list's.
   bool Handle(const std::string& method);

@@ -2,6 +2,9 @@
 
 #include <algorithm>
 
+#include "Text.h"
+#include "TextEncoding.h"
+
 namespace nivarel::dialogs {
 
 PictureGrid::PictureGrid(host::UserDialog& dialog, std::string list, std::vector<Column> columns)
@@ -35,11 +38,7 @@ std::string PictureGrid::PictureOf(const Column& column, const std::string& valu
 
 namespace {
 
-size_t Characters(const std::string& text) {
-  size_t n = 0;
-  for (unsigned char c : text) n += (c & 0xC0) != 0x80;
-  return n;
-}
+size_t Characters(const std::string& text) { return rules::CharacterCount(text); }
 
 // The text cut to limit characters, the last of them "…"; 0 keeps it whole.
 std::string Limited(const std::string& text, int limit) {
@@ -50,10 +49,7 @@ std::string Limited(const std::string& text, int limit) {
   return text.substr(0, at) + "\u2026";
 }
 
-std::string Padded(const std::string& text, int width) {
-  size_t n = Characters(text);
-  return width > 0 && n < static_cast<size_t>(width) ? text + std::string(width - n, ' ') : text;
-}
+std::string Padded(const std::string& text, int width) { return rules::PadRight(text, width); }
 
 }  // namespace
 

@@ -9,6 +9,8 @@ set(DIALOGS_SOURCES
   ${CMAKE_SOURCE_DIR}/dialogs/SpacingBox.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/SymbolList.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmInsertTree.cpp
+  ${CMAKE_SOURCE_DIR}/dialogs/frmInsertGroupBox.cpp
+  ${CMAKE_SOURCE_DIR}/dialogs/frmSelectShapes.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmAbout.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmExport.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmAdvancedSettings.cpp

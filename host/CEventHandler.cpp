@@ -29,6 +29,8 @@
 #include "frmFlowLineInsert.h"
 #include "frmFlowchartWizard.h"
 #include "frmInsertTree.h"
+#include "frmInsertGroupBox.h"
+#include "frmSelectShapes.h"
 #include "frmStyleWizard.h"
 #include "frmTemplateGenerator.h"
 #include "frmTemplates.h"
@@ -297,7 +299,13 @@ void CEventHandler::InsertBranch() {
     ErrorHandler(kSource, "InsertBranch", false);
   }
 }
-void CEventHandler::InsertGroupBox() { NotInThisVersion("Insert Group Box"); }
+void CEventHandler::InsertGroupBox() {
+  try {
+    dialogs::frmInsertGroupBox().Display();
+  } catch (...) {
+    ErrorHandler(kSource, "InsertGroupBox", false);
+  }
+}
 void CEventHandler::ExportImage() {
   try {
     output::CImageExportController controller;
@@ -350,7 +358,21 @@ void CEventHandler::ShowSettings() {
     ErrorHandler(kSource, "ShowSettings", false);
   }
 }
-void CEventHandler::ShowShapeSelectionForm() { NotInThisVersion("Shape Selection Tool"); }
+void CEventHandler::ShowShapeSelectionForm() {
+  try {
+    if (CheckActiveSheet()) return;
+    auto sheet = ExcelApp->ActiveSheet();
+    if (!sheet || sheet->GetShapes().Count() == 0) {
+      MsgBox("There must be at least 1 shape on the current\r\n"
+             "worksheet to use the Shape Selection Tool.",
+             vbExclamation, "No Shapes Found");
+      return;
+    }
+    dialogs::frmSelectShapes().Display();
+  } catch (...) {
+    ErrorHandler(kSource, "ShowShapeSelectionForm", false);
+  }
+}
 void CEventHandler::ShowStyleWizard() {
   try {
     if (CheckActiveSheet()) return;

@@ -103,4 +103,9 @@ std::vector<std::string> SplitCommas(const std::string& text) {
   }
 }
 
+std::string PadRight(const std::string& text, int width) {
+  size_t n = CharacterCount(text);
+  return width > 0 && n < static_cast<size_t>(width) ? text + std::string(width - n, ' ') : text;
+}
+
 }  // namespace nivarel::rules

@@ -33,4 +33,8 @@ std::string CapitalizeFirst(const std::string& text);
 // "a,,b" gives "a", "" and "b"; an empty text gives one empty piece.
 std::vector<std::string> SplitCommas(const std::string& text);
 
+// The text with blanks after it up to width characters (not bytes); a longer
+// one as it is.
+std::string PadRight(const std::string& text, int width);
+
 }  // namespace nivarel::rules

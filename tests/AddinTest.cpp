@@ -97,9 +97,7 @@ TEST_F(AddinTest, UnknownCommandsDoNothing) {
 
 TEST_F(AddinTest, ACommandWhoseToolIsNotInThisVersionSaysSo) {
   const std::pair<const char*, const char*> commands[] = {
-      {"InsertGroupBox", "Insert Group Box"},
       {"HelpContents", "Help Contents"},
-      {"ShapeSelectionTool", "Shape Selection Tool"},
       {"OpenWalkthrough", "Open Walkthrough"}};
   for (const auto& [id, caption] : commands)
     EXPECT_EQ(std::make_pair(std::string("Nivarel"),
