@@ -61,6 +61,11 @@ class ShapeSelectionTest : public testing::AddinFixture {
     });
   }
 
+  static std::string Names(const std::set<std::string>& names) {
+    std::string out;
+    for (const auto& n : names) out += "'" + n + "' ";
+    return out;
+  }
   // The names of the shapes the office has selected.
   std::set<std::string> SelectedNames() {
     std::set<std::string> names;
@@ -150,9 +155,10 @@ TEST_F(ShapeSelectionTest, ASheetWithOnlyATemplatesShapesListsNothing) {
   EXPECT_EQ("", host::ReadLogFile());
 }
 
-TEST_F(ShapeSelectionTest, MembersOfAGroupAreListedAndTheGroupStays) {
+TEST_F(ShapeSelectionTest, MembersOfAGroupAreListedAndSelectedAndTheGroupStays) {
   Shape a = Symbol(office::msoShapeFlowchartProcess, 100, 40, "Pick");
   Shape b = Symbol(office::msoShapeFlowchartTerminator, 100, 140, "Pack");
+  const std::string pick = a.Name();
   Shape group = sheet_->GetShapes().GetRange({a.Name(), b.Name()}).Group();
   std::string groupName = group.Name();
   Open([&] {
@@ -160,8 +166,12 @@ TEST_F(ShapeSelectionTest, MembersOfAGroupAreListedAndTheGroupStays) {
     ASSERT_EQ(2u, rows.size());
     EXPECT_NE(std::string::npos, rows[0].first.find("|Pick"));
     EXPECT_NE(std::string::npos, rows[1].first.find("|Pack"));
-    Ui().ClickInDialog("Cancel");
+    Ui().ClickInDialog(Checks(true)[0].text);
+    EXPECT_TRUE(RowsChecked({true, false}));
+    Ui().ClickInDialog("OK");
   });
+  EXPECT_TRUE(Eventually([&] { return SelectedNames() == std::set<std::string>{pick}; }))
+      << "the member is selected, not its group; selected: " << Names(SelectedNames());
   office::Shapes shapes = sheet_->GetShapes();
   ASSERT_EQ(1, shapes.Count()) << "the group is closed again";
   EXPECT_EQ(office::msoGroup, shapes.Item(1).Type());
