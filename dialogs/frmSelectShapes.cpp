@@ -25,6 +25,7 @@
 #include "Text.h"
 #include "TextEncoding.h"
 #include "TextFrame.h"
+#include "UndoList.h"
 #include "UserDialog.h"
 
 namespace nivarel::dialogs {
@@ -92,6 +93,9 @@ class SelectShapes {
     try {
       rules::CSymbolData symbols;
       rules::CIniSymbolDataAccess().SetSymbolData(symbols, true);
+      // Opening the groups for the walk and closing them again changes
+      // nothing the user would take back.
+      office::UndoList::Pause unrecorded(ws_.Parent());
       office::Shapes shapes = ws_.GetShapes();
       std::vector<office::Shape> firstMembers = host::UngroupShapes(shapes, kSource, "PopulateGrid");
       try {

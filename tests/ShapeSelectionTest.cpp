@@ -12,6 +12,8 @@
 #include "Range.h"
 #include "ShapeRange.h"
 #include "TextFrame.h"
+#include "UndoList.h"
+#include "frmSelectShapes.h"
 
 namespace nivarel {
 namespace {
@@ -161,6 +163,7 @@ TEST_F(ShapeSelectionTest, MembersOfAGroupAreListedAndSelectedAndTheGroupStays) 
   const std::string pick = a.Name();
   Shape group = sheet_->GetShapes().GetRange({a.Name(), b.Name()}).Group();
   std::string groupName = group.Name();
+  const auto entries = office::UndoList(*book_).Titles();
   Open([&] {
     auto rows = Rows();
     ASSERT_EQ(2u, rows.size());
@@ -177,6 +180,7 @@ TEST_F(ShapeSelectionTest, MembersOfAGroupAreListedAndSelectedAndTheGroupStays) 
   EXPECT_EQ(office::msoGroup, shapes.Item(1).Type());
   EXPECT_EQ(groupName, shapes.Item(1).Name());
   EXPECT_EQ(2u, shapes.Item(1).GroupItems().size());
+  EXPECT_EQ(entries, office::UndoList(*book_).Titles()) << "opening and closing the group is not a change to undo";
   EXPECT_EQ("", host::ReadLogFile());
 }
 
@@ -186,6 +190,11 @@ TEST_F(ShapeSelectionTest, ASheetWithoutShapesSaysSo) {
                            std::string("There must be at least 1 shape on the current\n"
                                        "worksheet to use the Shape Selection Tool.")),
             message);
+  // The tool's own check, when it is called on such a sheet.
+  EXPECT_EQ(std::make_pair(std::string("No Shapes Found"),
+                           std::string("There are no shapes on the active sheet. Make sure\n"
+                                       "you have the correct worksheet open selected.")),
+            MessageOf([&] { dialogs::frmSelectShapes().Display(); }));
 }
 
 }  // namespace
