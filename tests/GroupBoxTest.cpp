@@ -122,9 +122,13 @@ TEST_F(GroupBoxTest, AOneCellRangeMakesABoxOfThatCellBehindTheSymbols) {
 
 TEST_F(GroupBoxTest, TheChosenCornersOutlineFontAlignmentAndStyleAreDrawn) {
   sheet_->GetRange("A1").Select();
+  std::string chosenFont;
   Open([&] {
     TypeBeside("Worksheet range", "B2:E6");
     TypeBeside("Group Box Label", "Shipping");
+    TypeBeside("Font", "DejaVu Serif");
+    EXPECT_TRUE(Eventually([&] { return Beside("Font").text.rfind("DejaVu Serif", 0) == 0; })) << Beside("Font").text;
+    chosenFont = Beside("Font").text;
     TypeBeside("Horizontal Alignment", "Center");
     TypeBeside("Vertical Alignment", "Bottom");
     Ui().ClickInDialog("Bold");
@@ -145,6 +149,7 @@ TEST_F(GroupBoxTest, TheChosenCornersOutlineFontAlignmentAndStyleAreDrawn) {
   EXPECT_EQ(office::xlCenter, frame.HorizontalAlignment());
   EXPECT_EQ(office::xlBottom, frame.VerticalAlignment());
   office::Font font = frame.GetCharacters().GetFont();
+  EXPECT_EQ(chosenFont, font.Name()) << "the font the list shows";
   EXPECT_TRUE(font.Bold());
   EXPECT_TRUE(font.Italic());
   EXPECT_EQ(office::msoLineDash, box.Line().DashStyle());
