@@ -22,7 +22,9 @@
 #include "UndoList.h"
 #include "Workbooks.h"
 #include "frmAbout.h"
+#include "frmEventViewer.h"
 #include "frmExport.h"
+#include "frmHelp.h"
 #include "frmRestart.h"
 #include "frmSettings.h"
 #include "frmStart.h"
@@ -342,7 +344,22 @@ void CEventHandler::ShowFlowchartWizard() {
     ErrorHandler(kSource, "ShowFlowchartWizard", false);
   }
 }
-void CEventHandler::ShowHelpContents() { NotInThisVersion("Help Contents"); }
+void CEventHandler::ShowHelpContents() {
+  try {
+    dialogs::frmHelp form;
+    form.Display();
+    if (form.ViewLog()) ShowEventLog();
+  } catch (...) {
+    ErrorHandler(kSource, "ShowHelpContents", false);
+  }
+}
+void CEventHandler::ShowEventLog() {
+  try {
+    dialogs::frmEventViewer().Display();
+  } catch (...) {
+    ErrorHandler(kSource, "ShowEventLog", false);
+  }
+}
 void CEventHandler::ShowSettings() {
   try {
     dialogs::frmSettings().Show();

@@ -98,9 +98,7 @@ TEST_F(AddinTest, UnknownCommandsDoNothing) {
 TEST_F(AddinTest, ACommandWhoseToolIsNotInThisVersionSaysSo) {
   const std::pair<const char*, const char*> commands[] = {
       {"InsertGroupBox", "Insert Group Box"},
-      {"HelpContents", "Help Contents"},
-      {"ShapeSelectionTool", "Shape Selection Tool"},
-      {"OpenWalkthrough", "Open Walkthrough"}};
+      {"ShapeSelectionTool", "Shape Selection Tool"}};
   for (const auto& [id, caption] : commands)
     EXPECT_EQ(std::make_pair(std::string("Nivarel"),
                              "\"" + std::string(caption) + "\" is not available in this version of Nivarel."),
