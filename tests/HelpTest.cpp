@@ -18,7 +18,10 @@
 #include "Range.h"
 #include "Shape.h"
 #include "Shapes.h"
+#include "MsgBox.h"
+#include "UserSettings.h"
 #include "Workbook.h"
+#include "dsrConnect.h"
 
 namespace nivarel {
 namespace {
@@ -192,6 +195,31 @@ TEST_F(HelpTest, OpenWalkthroughOpensTheLessonWithItsExample) {
   EXPECT_EQ(1, symbols.count("Yes")) << "the decision's branch label";
   EXPECT_EQ(7, lines) << "each step joined to the next, both branches of the decision";
   book.Close();
+}
+
+// The walkthrough offered once: accepted, it opens the walkthrough; either
+// way it is not offered again.
+TEST_F(HelpTest, TheWalkthroughIsOfferedOnce) {
+  std::string install = host::GetInstallFolder();
+  host::SetInstallFolder(NIVAREL_OXT_STAGE);
+  fs::remove(host::GetCommonDocsPath() + "Nivarel Walkthrough.xlsx");
+  host::SaveSetting(host::kAppTitle, "Settings", "WalkthroughPrompt", "True");
+  host::dsrConnect connection;
+  Drive([&] { connection.ShowWalkthroughForm(); }, " Nivarel Walkthrough",
+        [&] { Ui().ClickInDialog("Load Walkthrough"); });
+  auto book = App().ActiveWorkbook();
+  ASSERT_TRUE(book && book->SheetNamed("Try It")) << "the log says: " << host::ReadLogFile();
+  book->Close();
+  EXPECT_EQ("False", host::GetSetting(host::kAppTitle, "Settings", "WalkthroughPrompt", ""));
+
+  Ui();
+  auto again = std::async(std::launch::async, [&] { connection.ShowWalkthroughForm(); });
+  if (again.wait_for(std::chrono::seconds(3)) != std::future_status::ready) {
+    ADD_FAILURE() << "offered again: " << Ui().Title();
+    AwaitClosed(again);
+  }
+  host::SetInstallFolder(install);
+  EXPECT_EQ("", host::ReadLogFile());
 }
 
 // Every help topic that the program opens has its page in the extension,
