@@ -158,12 +158,13 @@ int Walkthrough(const std::vector<std::string>& arguments, const std::string& sh
   for (const std::string& output : outputs) {
     std::string type = FileType(output);
     if (type != ".xlsx" && type != ".xls" && type != ".ods") {
-      err << "nivarel walkthrough: the workbook is an .xlsx, .xls or .ods, not '" << output << "'\n";
+      err << "nivarel walkthrough: the workbook is an .xlsx, .xls or .ods, not '" << output << "'\n"
+          << kWalkthroughUsage;
       return 2;
     }
   }
   if (!picture.empty() && FileType(picture) != ".png") {
-    err << "nivarel walkthrough: the picture is a .png, not '" << picture << "'\n";
+    err << "nivarel walkthrough: the picture is a .png, not '" << picture << "'\n" << kWalkthroughUsage;
     return 2;
   }
 
