@@ -28,6 +28,7 @@
 #include "ShapeListing.h"
 #include "Shapes.h"
 #include "Template.h"
+#include "Walkthrough.h"
 #include "Wizard.h"
 
 using namespace nivarel::office;
@@ -83,6 +84,7 @@ int Usage(bool asked) {
                "  shapes FILE             list the shapes of a saved sheet as JSON lines\n"
                "  pictures OUTDIR         draw the dialogs' pictures of shapes and styles\n"
                "  template -o FILE ...    make a page-frame template (.xltx)\n"
+               "  walkthrough -o FILE     make the walkthrough workbook\n"
                "  export FILE -o PICTURE  write a picture of a saved sheet's flowchart\n"
                "  key FILE --cell CELL -o OUT ...  draw the symbol key of a sheet\n"
                "  extract FILE [-o OUT]   list a chart's steps under Process Steps, or print them\n"
@@ -167,6 +169,7 @@ int main(int argc, char** argv) {
     if (command == "shapes") return CommandUsage(kShapesUsage, true);
     if (command == "pictures") return CommandUsage(kPicturesUsage, true);
     if (command == "template") return CommandUsage(nivarel::cli::kTemplateUsage, true);
+    if (command == "walkthrough") return CommandUsage(nivarel::cli::kWalkthroughUsage, true);
     if (command == "export") return CommandUsage(nivarel::cli::kExportUsage, true);
     if (command == "key") return CommandUsage(nivarel::cli::kKeyUsage, true);
     if (command == "extract") return CommandUsage(nivarel::cli::kExtractUsage, true);
@@ -256,6 +259,9 @@ int main(int argc, char** argv) {
     }
     if (command == "template")
       return nivarel::cli::Template(std::vector<std::string>(argv + 2, argv + argc), std::cout, std::cerr);
+    if (command == "walkthrough")
+      return nivarel::cli::Walkthrough(std::vector<std::string>(argv + 2, argv + argc), NIVAREL_SHIPPED, std::cout,
+                                       std::cerr);
     if (command == "pictures") {
       std::string outDir, sheet;
       for (int i = 2; i < argc; ++i) {

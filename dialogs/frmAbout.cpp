@@ -10,10 +10,6 @@
 
 namespace nivarel::dialogs {
 
-namespace {
-const char kSupportPage[] = "https://www.nivarel.org/support";
-}
-
 void frmAbout::Display() {
   try {
     if (!host::ExcelApp) return;
@@ -21,7 +17,7 @@ void frmAbout::Display() {
     host::UserDialog dialog(*host::ExcelApp, "frmAbout", [&](const std::string& method) {
       if (method != "lnkSupport_Click") return;
       try {
-        host::ExcelApp->OpenInBrowser(kSupportPage);
+        host::ExcelApp->OpenInBrowser(host::kSupportPage);
       } catch (...) {
       }
       form->EndDialog(0);

@@ -21,6 +21,8 @@ set(DIALOGS_SOURCES
   ${CMAKE_SOURCE_DIR}/dialogs/frmFlowLinePrompt.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmFlowchartWizard.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmFont.cpp
+  ${CMAKE_SOURCE_DIR}/dialogs/frmEventViewer.cpp
+  ${CMAKE_SOURCE_DIR}/dialogs/frmHelp.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmLineStyles.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmOpenWalkthrough.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmRestart.cpp

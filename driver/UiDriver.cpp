@@ -388,6 +388,24 @@ void CollectControls(const Reference<css::accessibility::XAccessibleContext>& pa
     switch (context->getAccessibleRole()) {
       case role::LABEL: control.kind = "text"; break;
       case role::TEXT: control.kind = "edit"; break;
+      case role::SCROLL_PANE: {
+        // A text box of many lines shows itself as a pane named by its text,
+        // which holds only its scroll bars and empty panels.
+        bool parts = false;
+        for (sal_Int32 k = 0, n = context->getAccessibleChildCount(); k < n && !parts; ++k) {
+          auto part = context->getAccessibleChild(k);
+          auto inner = part.is() ? part->getAccessibleContext() : nullptr;
+          sal_Int16 kind = inner.is() ? inner->getAccessibleRole() : role::SCROLL_BAR;
+          parts = (kind != role::SCROLL_BAR && kind != role::PANEL && kind != role::FILLER) ||
+                  (inner.is() && inner->getAccessibleChildCount() > 0);
+        }
+        if (parts) {
+          CollectControls(context, found);
+          continue;
+        }
+        control.kind = "edit";
+        break;
+      }
       case role::PUSH_BUTTON: control.kind = "button"; break;
       case role::CHECK_BOX: control.kind = "check"; break;
       case role::RADIO_BUTTON: control.kind = "radio"; break;

@@ -22,7 +22,9 @@
 #include "UndoList.h"
 #include "Workbooks.h"
 #include "frmAbout.h"
+#include "frmEventViewer.h"
 #include "frmExport.h"
+#include "frmHelp.h"
 #include "frmRestart.h"
 #include "frmSettings.h"
 #include "frmStart.h"
@@ -230,18 +232,6 @@ void CEventHandler::StopInteractiveFlowcharting(bool fromWorkbookEvent) {
   m_Flowcharter.reset();
 }
 
-// The tools behind these commands arrive one by one; until then a command
-// that reaches its operation says so.
-namespace {
-void NotInThisVersion(const std::string& tool) {
-  try {
-    MsgBox("\"" + tool + "\" is not available in this version of Nivarel.", vbInformation);
-  } catch (...) {
-    ErrorHandler(kSource, "NotInThisVersion", false);
-  }
-}
-}  // namespace
-
 void CEventHandler::CreateFlowchartKey() {
   try {
     if (!ExcelApp || ExcelApp->GetWorkbooks().Count() == 0) return;
@@ -350,7 +340,22 @@ void CEventHandler::ShowFlowchartWizard() {
     ErrorHandler(kSource, "ShowFlowchartWizard", false);
   }
 }
-void CEventHandler::ShowHelpContents() { NotInThisVersion("Help Contents"); }
+void CEventHandler::ShowHelpContents() {
+  try {
+    dialogs::frmHelp form;
+    form.Display();
+    if (form.ViewLog()) ShowEventLog();
+  } catch (...) {
+    ErrorHandler(kSource, "ShowHelpContents", false);
+  }
+}
+void CEventHandler::ShowEventLog() {
+  try {
+    dialogs::frmEventViewer().Display();
+  } catch (...) {
+    ErrorHandler(kSource, "ShowEventLog", false);
+  }
+}
 void CEventHandler::ShowSettings() {
   try {
     dialogs::frmSettings().Show();

@@ -61,6 +61,8 @@ class CEventHandler {
 
  private:
   bool PrestartChecks();
+  // The event log's window, opened from the help window.
+  void ShowEventLog();
   bool CheckActiveSheet();
   bool StartNormalFlowcharting(rules::CConfig& config);
   void ShowRestartForm(const rules::CConfig& config);

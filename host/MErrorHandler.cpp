@@ -22,6 +22,7 @@ using namespace office;
 
 const char kSupportAddress[] = "support@nivarel.org";
 const char kUpdatePage[] = "https://www.nivarel.org/updates.php";
+const char kSupportPage[] = "https://www.nivarel.org/support";
 
 namespace {
 

@@ -17,6 +17,8 @@ extern const char kSupportAddress[];
 // The add-in's version, and the maker's page that tells whether a newer one is out.
 constexpr int kVersionMajor = 2, kVersionMinor = 4, kVersionRevision = 15;
 extern const char kUpdatePage[];
+// The maker's support page.
+extern const char kSupportPage[];
 
 // The error being handled, as its number and description.
 struct ErrObject {

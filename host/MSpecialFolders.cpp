@@ -179,13 +179,7 @@ void OpenWalkthrough() {
     // The name is joined to the folder without a separator, so the file lies
     // beside the documents folder; kept so that earlier copies are found.
     std::string target = GetCommonDocsPath() + name;
-    std::string shipped = GetInstallFolder() + "/" + name;
-    if (!IsFile(target) && !IsFile(shipped)) {
-      // The walkthrough workbook comes with a later version.
-      MsgBox("\"Open Walkthrough\" is not available in this version of Nivarel.", office::vbInformation);
-      return;
-    }
-    if (!IsFile(target)) fs::copy_file(shipped, target);
+    if (!IsFile(target)) fs::copy_file(GetInstallFolder() + "/" + name, target);
     if (ExcelApp) ExcelApp->GetWorkbooks().Open(target);
   } catch (...) {
     ErrorHandler(kSource, "OpenWalkthrough", false);

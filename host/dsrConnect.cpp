@@ -14,6 +14,8 @@
 #include "MUtilities.h"
 #include "MsgBox.h"
 #include "ProtocolHandler.h"
+#include "UserSettings.h"
+#include "frmOpenWalkthrough.h"
 
 namespace nivarel::host {
 
@@ -251,6 +253,25 @@ void dsrConnect::InterruptFlowchartSession() {
   } catch (...) {
     ErrObject e = CurrentError();
     LogEvent(kSource, "", "Error (" + std::to_string(e.Number) + "), " + e.Description);
+  }
+}
+
+void dsrConnect::ShowWalkthroughForm() {
+  try {
+    bool open = false;
+    if (GetBoolSetting("WalkthroughPrompt", "True")) {
+      dialogs::frmOpenWalkthrough offer;
+      offer.Display();
+      open = offer.OK();
+    }
+    if (open) OpenWalkthrough();
+  } catch (...) {
+    ErrorHandler(kSource, "ShowWalkthroughForm", false);
+  }
+  try {
+    SaveSetting(kAppTitle, "Settings", "WalkthroughPrompt", "False");
+  } catch (...) {
+    ErrorHandler(kSource, "ShowWalkthroughForm", false);
   }
 }
 

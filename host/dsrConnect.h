@@ -61,6 +61,10 @@ class dsrConnect {
   // The five commands whose label and visibility the add-in answers.
   static bool IsFeatureControl(const std::string& controlId);
 
+  // Offers the walkthrough once ("WalkthroughPrompt"), opening it when the
+  // user accepts; the offer is not made again either way. Kept for a start-up
+  // that offers it: nothing calls it yet.
+  void ShowWalkthroughForm();
   // Ends a running flowcharting session because its workbook is being closed,
   // printed or saved; the office's action goes on.
   void InterruptFlowchartSession();

@@ -95,18 +95,6 @@ TEST_F(AddinTest, UnknownCommandsDoNothing) {
   EXPECT_EQ(1, std::count(log.begin(), log.end(), '\n')) << log;
 }
 
-TEST_F(AddinTest, ACommandWhoseToolIsNotInThisVersionSaysSo) {
-  const std::pair<const char*, const char*> commands[] = {
-      {"HelpContents", "Help Contents"},
-      {"OpenWalkthrough", "Open Walkthrough"}};
-  for (const auto& [id, caption] : commands)
-    EXPECT_EQ(std::make_pair(std::string("Nivarel"),
-                             "\"" + std::string(caption) + "\" is not available in this version of Nivarel."),
-              CommandMessage(std::string("vnd.nivarel:rxNivarel") + id))
-        << id;
-  EXPECT_EQ("", ReadLogFile());
-}
-
 TEST_F(AddinTest, TheStyleWizardOnASheetWithoutShapesSaysSo) {
   EXPECT_EQ(std::make_pair(std::string("No Symbols Found"),
                            std::string("No symbols were found on the current worksheet.\n"

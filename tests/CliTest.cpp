@@ -211,7 +211,7 @@ TEST_F(CliTest, ListsShapesConnectorsAndGroupsOfTheFirstSheetInDrawingOrder) {
 TEST_F(CliTest, HelpAndVersionGoToStandardOutputAndMistakesToStandardError) {
   // Standard error thrown away: what is left is standard output.
   for (const char* asked : {"--help", "draw --help", "wizard --help", "shapes -h", "demo --help", "pictures --help",
-                            "export --help", "key --help", "extract -h"}) {
+                            "export --help", "key --help", "extract -h", "walkthrough --help"}) {
     CommandRun help = Run(std::string(asked) + " 2>/dev/null");
     EXPECT_EQ(0, help.exitCode) << asked;
     EXPECT_EQ(0u, help.output.find("usage: nivarel")) << asked << ": " << help.output;
@@ -226,7 +226,8 @@ TEST_F(CliTest, HelpAndVersionGoToStandardOutputAndMistakesToStandardError) {
                             "export c.ods", "export -o c.png", "export c.ods -o c.png --scale 0",
                             "export c.ods -o c.png --scale 11", "export c.ods -o c.png --bogus",
                             "key", "key chart.ods -o x.ods", "key chart.ods --cell B2", "key chart.ods --cell",
-                            "extract", "extract chart.ods --bogus", "extract chart.ods --png x.png"}) {
+                            "extract", "extract chart.ods --bogus", "extract chart.ods --png x.png", "walkthrough",
+                            "walkthrough -o x.txt", "walkthrough -o x.xlsx --png x.jpg", "walkthrough -o x.xlsx --bogus"}) {
     CommandRun mistake = Run(std::string(wrong) + " >/dev/null");
     EXPECT_EQ(2, mistake.exitCode) << wrong;
     EXPECT_NE(std::string::npos, mistake.output.find("usage: nivarel")) << wrong << ": on standard error";
