@@ -9,6 +9,8 @@
 #include "Range.h"
 #include "Shapes.h"
 #include "Text.h"
+#include "UndoList.h"
+#include "Workbook.h"
 #include "TextFrame.h"
 
 namespace nivarel::dialogs {
@@ -18,6 +20,9 @@ using namespace office;
 std::vector<ListedSymbol> ListSymbols(const Worksheet& ws, const std::string& source, const std::string& procedure) {
   std::vector<ListedSymbol> list;
   try {
+    // Opening the groups to read their members and closing them again is
+    // nothing the user would take back: it stays out of the undo list.
+    UndoList::Pause unrecorded(ws.Parent());
     Shapes shapes = ws.GetShapes();
     std::vector<Shape> firstMembers = host::UngroupShapes(shapes, source, procedure);
     try {

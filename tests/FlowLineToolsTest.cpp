@@ -241,6 +241,24 @@ TEST_F(FlowLineToolsTest, WithACellSelectedTheNewestSymbolIsJoinedToTheOneBefore
   EXPECT_EQ("", host::ReadLogFile());
 }
 
+TEST_F(FlowLineToolsTest, ListingTheMembersOfAGroupLeavesTheGroupWholeAndTheUndoListAsItWas) {
+  AddFourSymbols();
+  sheet_->GetShapes().GetRange({Named("Fetch order").Name(), Named("Check stock").Name()}).Group();
+  office::UndoList undo(sheet_->Parent());
+  const std::vector<std::string> entries = undo.Titles();
+  OpenFromMenu([&] {
+    EXPECT_EQ(8u, Items().size()) << "the group's members are listed with the others";
+    Ui().ClickInDialog("Don't add flow line");
+  });
+  office::Shapes shapes = sheet_->GetShapes();
+  ASSERT_EQ(3, shapes.Count()) << "the group is closed again";
+  int groups = 0;
+  for (int i = 1; i <= shapes.Count(); ++i) groups += shapes.Item(i).Type() == office::msoGroup;
+  EXPECT_EQ(1, groups);
+  EXPECT_EQ(entries, undo.Titles()) << "opening and closing the group is not a change to undo";
+  EXPECT_EQ("", host::ReadLogFile());
+}
+
 TEST_F(FlowLineToolsTest, TwoSelectedSymbolsAreProposedAndASideSetByHandStaysUntilTheNextChoiceOfSymbol) {
   AddFourSymbols();
   sheet_->GetShapes().GetRange({Named("Fetch order").Name(), Named("Pack goods").Name()}).Select();
