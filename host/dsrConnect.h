@@ -10,6 +10,8 @@
 #include <string>
 
 #include "Application.h"
+#include "CCommandBarBuilder.h"
+#include "CControlEvents.h"
 #include "CEventHandler.h"
 #include "CommandKeys.h"
 #include "OutputCommand.h"
@@ -81,6 +83,12 @@ class dsrConnect {
 
  private:
   void Dispatch(Command command);
+  // Builds the command bar and its click sink (the road below 12); a bar
+  // that cannot be made is logged and left without a sink.
+  void CreateToolbar();
+  // The session's commands are told their state anew: the bar's buttons on
+  // the road below 12, the menu's and toolbar's entries on the other.
+  void SessionChanged(bool started);
   void InvalidateRibbonContols();
   void InvalidateFeatureRibbonControls();
 
@@ -88,6 +96,9 @@ class dsrConnect {
   std::string m_BarName;
   std::string m_BarTag;
   std::unique_ptr<CEventHandler> m_EventHandler;
+  // The command bar and its click sink; on the command bar road only.
+  std::unique_ptr<CCommandBarBuilder> m_CommandBarBuilder;
+  std::unique_ptr<CControlEvents> m_ControlEvents;
   // The workbook of the running flowcharting session, and its events.
   std::optional<office::Workbook> CurrentWorkbook;
   office::Subscription m_WorkbookEvents;
