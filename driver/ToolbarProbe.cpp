@@ -6,12 +6,12 @@
 #include <com/sun/star/accessibility/AccessibleStateType.hpp>
 #include <com/sun/star/accessibility/XAccessible.hpp>
 #include <com/sun/star/accessibility/XAccessibleContext.hpp>
-#include <com/sun/star/accessibility/XAccessibleExtendedComponent.hpp>
 #include <com/sun/star/accessibility/XAccessibleComponent.hpp>
 #include <com/sun/star/container/XIndexAccess.hpp>
 #include <com/sun/star/frame/XFrame.hpp>
 #include <com/sun/star/frame/XFramesSupplier.hpp>
 #include <com/sun/star/frame/XLayoutManager.hpp>
+#include <com/sun/star/frame/theUICommandDescription.hpp>
 #include <com/sun/star/ui/XUIConfigurationManager.hpp>
 #include <com/sun/star/ui/XUIElement.hpp>
 #include <com/sun/star/ui/XUIElementSettings.hpp>
@@ -129,8 +129,6 @@ std::vector<ToolbarButton> ToolbarButtons(const Application& app, const std::str
       if (!context.is() || context->getAccessibleRole() == a11y::AccessibleRole::SEPARATOR) continue;
       ToolbarButton button;
       button.caption = ToUtf8(context->getAccessibleName());
-      Reference<a11y::XAccessibleExtendedComponent> component(context, uno::UNO_QUERY);
-      if (component.is()) button.tooltip = ToUtf8(component->getToolTipText());
       auto states = context->getAccessibleStateSet();
       button.enabled = states.is() && states->contains(a11y::AccessibleStateType::ENABLED);
       sal_Int16 role = context->getAccessibleRole();
@@ -183,6 +181,19 @@ void FloatToolbar(const Application& app, const std::string& title, int x, int y
     layout->floatWindow(url);
     layout->setElementPos(url, css::awt::Point(x, y));
 
+  });
+}
+
+std::string CommandTooltip(const Application& app, const std::string& command) {
+  return Call("CommandTooltip", [&] {
+    Reference<css::container::XNameAccess> modules = css::frame::theUICommandDescription::get(app.Session()->context);
+    Reference<css::container::XNameAccess> commands(modules->getByName("com.sun.star.sheet.SpreadsheetDocument"),
+                                                    uno::UNO_QUERY_THROW);
+    uno::Sequence<css::beans::PropertyValue> description;
+    if (commands->hasByName(ToOu(command))) commands->getByName(ToOu(command)) >>= description;
+    OUString tooltip;
+    ValueOf(description, "TooltipLabel") >>= tooltip;
+    return ToUtf8(tooltip);
   });
 }
 

@@ -1,8 +1,9 @@
 // What the spreadsheet window in front shows of a toolbar, read as a person
-// sees it (the toolbar's accessibility tree: captions, tooltips, enabled
-// states), the commands behind its buttons and drop-down menus as the
-// window's toolbar holds them, and its place; and a toolbar moved as a
-// person drags it. For tests of the add-in's command bar.
+// sees it (the toolbar's accessibility tree: captions, enabled states), the
+// tooltips the office gives its buttons' commands, the commands behind its
+// buttons and drop-down menus as the window's toolbar holds them, and its
+// place; and a toolbar moved as a person drags it. For tests of the add-in's
+// command bar.
 #pragma once
 
 #include <string>
@@ -14,7 +15,6 @@ namespace nivarel::driver {
 
 struct ToolbarButton {
   std::string caption;
-  std::string tooltip;
   bool enabled = false;
   bool dropDown = false;  // opens a menu
 };
@@ -50,6 +50,9 @@ ToolbarPlace PlaceOfToolbar(const office::Application& app, const std::string& t
 // Makes that toolbar float at x, y of the screen, as a person unlocks the
 // toolbars and drags it off its docking area.
 void FloatToolbar(const office::Application& app, const std::string& title, int x, int y);
+// The tooltip that the office's description of a command gives a button of
+// it in a spreadsheet window; empty when it gives none.
+std::string CommandTooltip(const office::Application& app, const std::string& command);
 // Whether the office's toolbar of this resource name ("flowchartshapes")
 // shows in the window in front.
 bool OfficeToolbarShown(const office::Application& app, const std::string& resource);

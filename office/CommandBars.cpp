@@ -5,6 +5,10 @@
 
 #include <com/sun/star/awt/Point.hpp>
 #include <com/sun/star/awt/Size.hpp>
+#include <com/sun/star/beans/NamedValue.hpp>
+#include <com/sun/star/configuration/theDefaultProvider.hpp>
+#include <com/sun/star/lang/XSingleServiceFactory.hpp>
+#include <com/sun/star/util/XChangesBatch.hpp>
 #include <com/sun/star/container/XIndexContainer.hpp>
 #include <com/sun/star/container/XNameAccess.hpp>
 #include <com/sun/star/container/XNameContainer.hpp>
@@ -196,6 +200,40 @@ int PositionOf(css::ui::DockingArea area) {
   }
 }
 
+// The office's descriptions of the spreadsheet's commands, to change: a
+// toolbar button takes its tooltip from its command's description.
+Reference<css::container::XNameContainer> CommandDescriptions(const HostSession& s) {
+  auto provider = css::configuration::theDefaultProvider::get(s.context);
+  css::beans::NamedValue path("nodepath",
+                              uno::Any(OUString("/org.openoffice.Office.UI.CalcCommands/UserInterface/Commands")));
+  uno::Sequence<uno::Any> args(1);
+  args.getArray()[0] <<= path;
+  return Reference<css::container::XNameContainer>(
+      provider->createInstanceWithArguments("com.sun.star.configuration.ConfigurationUpdateAccess", args),
+      uno::UNO_QUERY_THROW);
+}
+
+// Describes a command of the add-in's own with its caption and tooltip.
+void Describe(const HostSession& s, const std::string& command, const std::string& caption,
+              const std::string& tooltip) {
+  auto descriptions = CommandDescriptions(s);
+  OUString name = ToOu(command);
+  if (descriptions->hasByName(name)) descriptions->removeByName(name);
+  Reference<css::lang::XSingleServiceFactory> factory(descriptions, uno::UNO_QUERY_THROW);
+  Reference<css::beans::XPropertySet> entry(factory->createInstance(), uno::UNO_QUERY_THROW);
+  entry->setPropertyValue("Label", uno::Any(ToOu(caption)));
+  entry->setPropertyValue("TooltipLabel", uno::Any(ToOu(tooltip)));
+  descriptions->insertByName(name, uno::Any(entry));
+  Reference<css::util::XChangesBatch>(descriptions, uno::UNO_QUERY_THROW)->commitChanges();
+}
+
+void Forget(const HostSession& s, const OUString& command) {
+  auto descriptions = CommandDescriptions(s);
+  if (!descriptions->hasByName(command)) return;
+  descriptions->removeByName(command);
+  Reference<css::util::XChangesBatch>(descriptions, uno::UNO_QUERY_THROW)->commitChanges();
+}
+
 bool Horizontal(int position) { return position == msoBarTop || position == msoBarBottom; }
 
 }  // namespace
@@ -316,9 +354,11 @@ bool CommandBars::Delete(const std::string& name) {
     for (sal_Int32 i = 0; items.is() && i < items->getCount(); ++i) {
       Props item;
       OUString command;
-      if ((items->getByIndex(i) >>= item) && (Value(item, "CommandURL") >>= command) &&
-          command.startsWith(kMenu) && ui->hasSettings(command))
+      if (!(items->getByIndex(i) >>= item) || !(Value(item, "CommandURL") >>= command)) continue;
+      if (command.startsWith(kMenu) && ui->hasSettings(command))
         ui->removeSettings(command);
+      else if (!command.startsWith(".uno:"))
+        Forget(*session_, command);
     }
     ui->removeSettings(url);
     // A bar that the user's configuration kept (stored by the office's
@@ -341,6 +381,7 @@ void CommandBars::Add(const std::string& name, const std::vector<CommandBarContr
     for (const auto& c : controls) {
       if (c.beginGroup && bar->getCount() > 0) Append(bar, Separator());
       if (!c.IsPopup()) {
+        if (!c.tooltip.empty() && c.command.rfind(".uno:", 0) != 0) Describe(*session_, c.command, c.caption, c.tooltip);
         sal_Int32 style = (c.style & 1 ? css::ui::ItemStyle::ICON : 0) | (c.style & 2 ? css::ui::ItemStyle::TEXT : 0);
         Append(bar, Item(c.command, c.caption, c.tooltip, css::ui::ItemType::DEFAULT, style));
         continue;
