@@ -113,10 +113,13 @@ class Listener : public cppu::WeakImplHelper1<css::frame::XStatusListener> {
     told_.enabled = e.IsEnabled;
     OUString text;
     css::frame::status::Visibility visibility;
+    bool on = false;
     told_.label.reset();
     told_.visible.reset();
+    told_.checked.reset();
     if (e.State >>= text) told_.label = ToUtf8(text);
     else if (e.State >>= visibility) told_.visible = static_cast<bool>(visibility.bVisible);
+    else if (e.State >>= on) told_.checked = on;
   }
   void SAL_CALL disposing(const css::lang::EventObject&) override {}
   StatusWatch::Told Last() {
