@@ -92,12 +92,10 @@ void Collect(const Reference<css::container::XIndexAccess>& items, const std::st
     ValueOf(item, "Label") >>= label;
     Reference<css::container::XIndexAccess> sub;
     ValueOf(item, "ItemDescriptorContainer") >>= sub;
-    if (!sub.is() && command.startsWith("private:resource/menubar/") && ui->hasSettings(command)) {
-      // A drop-down: the menu's first entry holds its entries.
-      auto menuItems = ui->getSettings(command, false);
-      uno::Sequence<css::beans::PropertyValue> top;
-      if (menuItems->getCount() > 0 && (menuItems->getByIndex(0) >>= top)) ValueOf(top, "ItemDescriptorContainer") >>= sub;
-    }
+    // A drop-down: the office shows the menu of the configuration that the
+    // button's command names.
+    if (!sub.is() && command.startsWith("private:resource/menubar/") && ui->hasSettings(command))
+      sub = ui->getSettings(command, false);
     std::string caption = ToUtf8(label);
     if (sub.is())
       Collect(sub, menu.empty() ? caption : menu + "/" + caption, out, ui);

@@ -387,14 +387,9 @@ void CommandBars::Add(const std::string& name, const std::vector<CommandBarContr
         continue;
       }
       // A toolbar item whose command names a menu of the configuration
-      // drops that menu's first entry's submenu down.
+      // drops that menu down.
       std::string menuUrl = kMenu + ("custom_" + slug + "_" + Slug(c.parameter));
-      Reference<css::container::XIndexContainer> menu(ui->createSettings(), uno::UNO_QUERY_THROW);
-      Props top = Item("vnd.nivarel:rxNivarel" + c.parameter, c.caption, "", css::ui::ItemType::DEFAULT, 0);
-      std::vector<css::beans::PropertyValue> p(top.begin(), top.end());
-      p.push_back(Prop("ItemDescriptorContainer", uno::Any(MenuEntries(ui, c.controls))));
-      Append(menu, Props(p.data(), static_cast<sal_Int32>(p.size())));
-      Replace(ui, ToOu(menuUrl), menu);
+      Replace(ui, ToOu(menuUrl), MenuEntries(ui, c.controls));
       Append(bar, Item(menuUrl, c.caption, c.tooltip, css::ui::ItemType::DEFAULT, css::ui::ItemStyle::TEXT));
     }
     Replace(ui, url, bar);
