@@ -1,12 +1,22 @@
 #include "ToolbarProbe.h"
 
+#include <chrono>
 #include <functional>
+#include <thread>
 
 #include <com/sun/star/accessibility/AccessibleRole.hpp>
 #include <com/sun/star/accessibility/AccessibleStateType.hpp>
 #include <com/sun/star/accessibility/XAccessible.hpp>
 #include <com/sun/star/accessibility/XAccessibleContext.hpp>
 #include <com/sun/star/accessibility/XAccessibleComponent.hpp>
+#include <com/sun/star/awt/Key.hpp>
+#include <com/sun/star/awt/KeyEvent.hpp>
+#include <com/sun/star/awt/MouseButton.hpp>
+#include <com/sun/star/awt/MouseEvent.hpp>
+#include <com/sun/star/awt/Toolkit.hpp>
+#include <com/sun/star/awt/XExtendedToolkit.hpp>
+#include <com/sun/star/awt/XToolkitRobot.hpp>
+#include <com/sun/star/awt/XWindow.hpp>
 #include <com/sun/star/container/XIndexAccess.hpp>
 #include <com/sun/star/frame/XFrame.hpp>
 #include <com/sun/star/frame/XFramesSupplier.hpp>
@@ -180,6 +190,94 @@ void FloatToolbar(const Application& app, const std::string& title, int x, int y
     layout->setElementPos(url, css::awt::Point(x, y));
 
   });
+}
+
+namespace {
+
+// The entries of an open menu, read through its accessibility tree.
+void MenuEntries(const Reference<a11y::XAccessibleContext>& menu, std::vector<std::string>& out) {
+  for (sal_Int32 i = 0, n = menu->getAccessibleChildCount(); i < n; ++i) {
+    auto child = menu->getAccessibleChild(i);
+    auto context = child.is() ? child->getAccessibleContext() : nullptr;
+    if (!context.is()) continue;
+    sal_Int16 role = context->getAccessibleRole();
+    if (role == a11y::AccessibleRole::MENU_ITEM || role == a11y::AccessibleRole::MENU ||
+        role == a11y::AccessibleRole::CHECK_MENU_ITEM || role == a11y::AccessibleRole::RADIO_MENU_ITEM)
+      out.push_back(ToUtf8(context->getAccessibleName()));
+  }
+}
+
+// Finds the open popup menu among the office's top windows.
+Reference<a11y::XAccessibleContext> OpenMenu(const HostSession& s) {
+  Reference<css::awt::XExtendedToolkit> toolkit(css::awt::Toolkit::create(s.context), uno::UNO_QUERY_THROW);
+  for (sal_Int32 i = 0, n = toolkit->getTopWindowCount(); i < n; ++i) {
+    Reference<a11y::XAccessible> window(toolkit->getTopWindow(i), uno::UNO_QUERY);
+    auto context = window.is() ? window->getAccessibleContext() : nullptr;
+    if (!context.is()) continue;
+    sal_Int16 role = context->getAccessibleRole();
+    if (role == a11y::AccessibleRole::POPUP_MENU || role == a11y::AccessibleRole::MENU) return context;
+    for (sal_Int32 k = 0, m = context->getAccessibleChildCount(); k < m; ++k) {
+      auto child = context->getAccessibleChild(k);
+      auto inner = child.is() ? child->getAccessibleContext() : nullptr;
+      if (inner.is() && inner->getAccessibleRole() == a11y::AccessibleRole::POPUP_MENU) return inner;
+    }
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+std::vector<std::string> DropDownEntries(const Application& app, const std::string& title, const std::string& caption) {
+  auto session = app.Session();
+  Reference<css::awt::XWindow> bar;
+  css::awt::Point at;
+  CallHere("DropDownEntries", [&] {
+    auto element = First(*session, title);
+    bar.set(element->getRealInterface(), uno::UNO_QUERY_THROW);
+    auto context = ContextOf(element);
+    Reference<a11y::XAccessibleComponent> barPlace(context, uno::UNO_QUERY_THROW);
+    for (sal_Int32 i = 0, n = context->getAccessibleChildCount(); i < n; ++i) {
+      auto child = context->getAccessibleChild(i)->getAccessibleContext();
+      if (ToUtf8(child->getAccessibleName()) != caption) continue;
+      Reference<a11y::XAccessibleComponent> button(child, uno::UNO_QUERY_THROW);
+      auto origin = barPlace->getLocationOnScreen(), corner = button->getLocationOnScreen();
+      auto size = button->getSize();
+      at = css::awt::Point(corner.X - origin.X + size.Width / 2, corner.Y - origin.Y + size.Height / 2);
+      return;
+    }
+    throw HostError(HostError::kNotFound, "No button " + caption);
+  });
+  // A person's click on the button: the office opens the menu and waits in
+  // it for the next key or click.
+  Reference<css::awt::XToolkitRobot> robot(css::awt::Toolkit::create(session->context), uno::UNO_QUERY_THROW);
+  css::awt::MouseEvent click;
+  click.Source = bar;
+  click.X = at.X;
+  click.Y = at.Y;
+  click.Buttons = css::awt::MouseButton::LEFT;
+  click.ClickCount = 1;
+  robot->mouseMove(click);
+  robot->mousePress(click);
+  robot->mouseRelease(click);
+  std::vector<std::string> out;
+  Reference<a11y::XAccessibleContext> menu;
+  for (int i = 0; i < 100 && !menu.is(); ++i) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    menu = CallHere("DropDownEntries", [&] { return OpenMenu(*session); });
+  }
+  if (!menu.is()) throw HostError(HostError::kNotFound, "No menu dropped down under " + caption);
+  CallHere("DropDownEntries", [&] { MenuEntries(menu, out); });
+  // Escape closes the menu again.
+  css::awt::KeyEvent escape;
+  escape.Source = bar;
+  escape.KeyCode = css::awt::Key::ESCAPE;
+  Call("DropDownEntries", [&] {
+    robot->keyPress(escape);
+    robot->keyRelease(escape);
+  });
+  for (int i = 0; i < 100 && CallHere("DropDownEntries", [&] { return OpenMenu(*session).is(); }); ++i)
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+  return out;
 }
 
 std::string CommandTooltip(const Application& app, const std::string& command) {

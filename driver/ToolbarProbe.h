@@ -50,6 +50,11 @@ ToolbarPlace PlaceOfToolbar(const office::Application& app, const std::string& t
 // Makes that toolbar float at x, y of the screen, as a person unlocks the
 // toolbars and drags it off its docking area.
 void FloatToolbar(const office::Application& app, const std::string& title, int x, int y);
+// Opens the drop-down menu of the button with this caption as a person
+// clicks it, reads the menu's entries as it shows them (separators left
+// out) and closes it again with Escape.
+std::vector<std::string> DropDownEntries(const office::Application& app, const std::string& title,
+                                         const std::string& caption);
 // The tooltip that the office's description of a command gives a button of
 // it in a spreadsheet window; empty when it gives none.
 std::string CommandTooltip(const office::Application& app, const std::string& command);

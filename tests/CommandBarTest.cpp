@@ -41,16 +41,6 @@ constexpr char kBar[] = "Nivarel";
 constexpr char kStart[] = "vnd.nivarel:rxNivarelStartFlowcharting";
 constexpr char kStop[] = "vnd.nivarel:rxNivarelStopFlowcharting";
 
-// Waits until check passes; false when it never does within the time.
-bool Eventually(const std::function<bool()>& check, int seconds = 20) {
-  auto end = std::chrono::steady_clock::now() + std::chrono::seconds(seconds);
-  while (!check()) {
-    if (std::chrono::steady_clock::now() > end) return false;
-    std::this_thread::sleep_for(std::chrono::milliseconds(100));
-  }
-  return true;
-}
-
 // The bar's buttons as the window shows them: caption, greyed or not, a
 // drop-down menu or not.
 std::string Shown(const Application& app) {
@@ -64,7 +54,7 @@ class CommandBarTest : public AddinFixture {
  protected:
   void SetUp() override {
     AddinFixture::SetUp();
-    ASSERT_TRUE(Eventually([&] { return !ToolbarsTitled(App(), kBar).empty(); })) << "no bar in the new window";
+    ASSERT_TRUE(Eventually([&] { return !ToolbarsTitled(App(), kBar).empty(); }, 20000)) << "no bar in the new window";
   }
   bool ButtonEnabled(const Application& app, const std::string& caption) {
     for (const auto& b : ToolbarButtons(app, kBar))
@@ -86,7 +76,7 @@ TEST_F(CommandBarTest, TheBarShowsItsButtonsAndPopups) {
   const std::string none =
       "[Settings|on][Start|on][Stop|off][Flowchart Wizard|on][Symbols|on][Select Objects|on][Diagram Tools|on|menu]"
       "[Insert|on|menu][Layout|on|menu][Help|on|menu]";
-  EXPECT_TRUE(Eventually([&] { return Shown(App()) == none; }, 10)) << Shown(App());
+  EXPECT_TRUE(Eventually([&] { return Shown(App()) == none; }, 10000)) << Shown(App());
   auto place = PlaceOfToolbar(App(), kBar);
   EXPECT_TRUE(place.visible);
   EXPECT_FALSE(place.floating);
@@ -97,6 +87,26 @@ TEST_F(CommandBarTest, TheBarShowsItsButtonsAndPopups) {
   for (const auto& [key, tooltip] : tooltips)
     EXPECT_EQ(tooltip, CommandTooltip(App(), std::string("vnd.nivarel:rxNivarel") + key)) << key;
 
+  // The drop-down menus as they open under their buttons.
+  auto entries = [&](const char* popup) {
+    std::string out;
+    for (const auto& e : DropDownEntries(App(), kBar, popup)) out += "[" + e + "]";
+    return out;
+  };
+  EXPECT_EQ("[Help Contents...][Open Walkthrough...][Check for Updates...][About Nivarel...]", entries("Help"));
+  EXPECT_EQ("[Create a Template...][Load Template...][Export as Picture...][Create a Symbol Key]"
+            "[Extract Flowchart Text][Apply Styles][Style Wizard]",
+            entries("Diagram Tools"));
+  EXPECT_EQ("[Flow Line Insertion Tool...][Insert Branch...][Insert Group Box...][Insert Borderless Label...]"
+            "[Flowchart Symbol][Connector (flow line)][Callout][Block Arrow][Hyperlink]",
+            entries("Insert"));
+  EXPECT_EQ("[Create a Grid][View Gridlines][Clear Shading][Snap to Grid][Group Selected Shapes]"
+            "[Ungroup Selected Shapes][Group All Shapes][Ungroup All Shapes]"
+            "[Shape Selection Tool...][Select All Shapes][Select Lines and Connectors][Select Flowchart Symbols]"
+            "[Select Labels and Textboxes][Order][Align or Distribute][Rotate or Flip]",
+            entries("Layout"));
+
+  // Every command behind the buttons and the menus' entries.
   std::string commands;
   for (const auto& c : ToolbarCommands(App(), kBar))
     commands += (c.separatorBefore ? "|" : "") + c.menu + ">" + c.caption + "=" + c.command + "\n";
@@ -205,16 +215,16 @@ TEST_F(CommandBarTest, StartDisablesItselfAndEnablesStop) {
     for (const auto& b : ToolbarButtons(App(), kBar)) seen += "[" + b.caption + "|" + (b.enabled ? "on" : "off") + "]";
     return seen;
   };
-  EXPECT_TRUE(Eventually([&] { return states() == none; }, 10)) << states();
+  EXPECT_TRUE(Eventually([&] { return states() == none; }, 10000)) << states();
   Drive([&] { Ui().RunCommand(kStart, true); }, "  Start Flowcharting", [&] { Ui().PressDialogKey("RETURN"); });
   const std::string running =
       "[Settings|off][Start|off][Stop|on][Flowchart Wizard|off][Symbols|on][Select Objects|on][Diagram Tools|on]"
       "[Insert|on][Layout|on][Help|on]";
-  EXPECT_TRUE(Eventually([&] { return states() == running; }, 10)) << states();
+  EXPECT_TRUE(Eventually([&] { return states() == running; }, 10000)) << states();
   EXPECT_GT(sheet_->GetShapes().Count(), 0) << "the run began with its start terminator";
 
   Drive([&] { Ui().RunCommand(kStop, true); }, " Add End Terminator?", [&] { Ui().PressDialogKey("ESC"); });
-  EXPECT_TRUE(Eventually([&] { return states() == none; }, 10)) << states();
+  EXPECT_TRUE(Eventually([&] { return states() == none; }, 10000)) << states();
   EXPECT_EQ("", nivarel::host::ReadLogFile());
 }
 
@@ -246,7 +256,7 @@ class CommandBarLifeTest : public AddinFixture {
     office_ = OfficeProcess::Start(options);
     setenv("XDG_CONFIG_HOME", savedConfig_.c_str(), 1);
     office_->App().GetWorkbooks().Add();
-    ASSERT_TRUE(Eventually([&] { return !ToolbarsTitled(Own(), kBar).empty(); })) << "no bar came";
+    ASSERT_TRUE(Eventually([&] { return !ToolbarsTitled(Own(), kBar).empty(); }, 20000)) << "no bar came";
   }
   void StopOwnOffice() {
     ASSERT_TRUE(office_->Terminate());
@@ -306,7 +316,7 @@ TEST_F(CommandBarLifeTest, ABarLeftFloatingComesBackWhereItWas) {
     return std::string(p.floating ? "floating " : "docked ") + std::to_string(p.x) + "," + std::to_string(p.y) + " " +
            std::to_string(p.width) + "x" + std::to_string(p.height);
   };
-  ASSERT_TRUE(Eventually([&] { return PlaceOfToolbar(Own(), kBar).floating; }, 10)) << said();
+  ASSERT_TRUE(Eventually([&] { return PlaceOfToolbar(Own(), kBar).floating; }, 10000)) << said();
   auto moved = PlaceOfToolbar(Own(), kBar);
   StopOwnOffice();
   EXPECT_EQ("Y", Stored("Visible"));
