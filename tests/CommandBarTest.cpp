@@ -228,6 +228,30 @@ TEST_F(CommandBarTest, StartDisablesItselfAndEnablesStop) {
   EXPECT_EQ("", nivarel::host::ReadLogFile());
 }
 
+// A click on the bar is refused while a cell is being edited, in the bar's
+// own words; an unexpected failure of a button is shown and logged under the
+// click sink, and the bar then shows the state of no run, even during one.
+TEST_F(CommandBarTest, TheBarsChecksAndFailuresSpeakForTheBar) {
+  Ui().SelectCell("B2");
+  Ui().Type("half typed");
+  EXPECT_EQ(std::make_pair(std::string("Nivarel - Calc in Edit Mode"),
+                           std::string("Cannot run a Nivarel function when Calc is in Edit mode. "
+                                       "Press {ENTER} or {ESC} to exit edit mode.")),
+            MessageOf([&] { Ui().RunCommand("vnd.nivarel:rxNivarelNivarelSettings", true); }));
+  Ui().PressKey("ESC");
+
+  Drive([&] { Ui().RunCommand(kStart, true); }, "  Start Flowcharting", [&] { Ui().PressDialogKey("RETURN"); });
+  ASSERT_TRUE(Eventually([&] { return ButtonEnabled(App(), "Stop"); }, 10000));
+  auto fault = MessageOf([&] { Ui().RunCommand("vnd.nivarel:rxNivarelFaultKey", true); });
+  EXPECT_EQ("Nivarel", fault.first);
+  EXPECT_NE(std::string::npos, fault.second.find("Test fault on command 'faultkey' (m_CBButton_Click)")) << fault.second;
+  EXPECT_NE(std::string::npos, nivarel::host::ReadLogFile().find("CControlEvents.m_CBButton_Click"))
+      << nivarel::host::ReadLogFile();
+  EXPECT_TRUE(Eventually([&] { return !ButtonEnabled(App(), "Stop") && ButtonEnabled(App(), "Start"); }, 10000));
+  // The run itself goes on; Stop from the menu ends it.
+  Drive([&] { Ui().RunCommand(kStop, true); }, " Add End Terminator?", [&] { Ui().PressDialogKey("ESC"); });
+}
+
 // An office of the test's own on a profile and settings folder of its own,
 // started again on them as a user starts the office the next day.
 class CommandBarLifeTest : public AddinFixture {
