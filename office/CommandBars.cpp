@@ -9,6 +9,7 @@
 #include <com/sun/star/configuration/theDefaultProvider.hpp>
 #include <com/sun/star/lang/XSingleServiceFactory.hpp>
 #include <com/sun/star/util/XChangesBatch.hpp>
+#include <com/sun/star/util/XFlushable.hpp>
 #include <com/sun/star/container/XIndexContainer.hpp>
 #include <com/sun/star/container/XNameAccess.hpp>
 #include <com/sun/star/container/XNameContainer.hpp>
@@ -234,6 +235,13 @@ void Forget(const HostSession& s, const OUString& command) {
   Reference<css::util::XChangesBatch>(descriptions, uno::UNO_QUERY_THROW)->commitChanges();
 }
 
+// Writes the configuration's changes to the user's profile now: at the
+// office's end they come after its own last writing.
+void Flush(const HostSession& s) {
+  Reference<css::util::XFlushable>(css::configuration::theDefaultProvider::get(s.context), uno::UNO_QUERY_THROW)
+      ->flush();
+}
+
 bool Horizontal(int position) { return position == msoBarTop || position == msoBarBottom; }
 
 }  // namespace
@@ -363,10 +371,16 @@ bool CommandBars::Delete(const std::string& name) {
     ui->removeSettings(url);
     // A bar that the user's configuration kept (stored by the office's
     // Customize dialog, say) goes from there too.
+    // At the office's end its storage may be gone already: the bar, never
+    // stored, is gone all the same.
     Reference<css::ui::XUIConfigurationPersistence> persistence(ui, uno::UNO_QUERY);
-    if (persistence.is() && persistence->isModified()) persistence->store();
+    try {
+      if (persistence.is() && persistence->isModified()) persistence->store();
+    } catch (const uno::Exception&) {
+    }
     auto states = WindowStates(*session_);
     if (states->hasByName(url)) states->removeByName(url);
+    Flush(*session_);
     return true;
   });
 }
@@ -425,15 +439,6 @@ CommandBarPlace CommandBars::Place(const std::string& name) const {
       place.position = msoBarFloating;
       Value(state, "Pos") >>= pos;
       Value(state, "Size") >>= size;
-    }
-    // A window showing the bar knows where it is now; the state may lag behind.
-    for (const auto& layout : SheetWindows(*session_)) {
-      if (!layout->getElement(url).is()) continue;
-      place.visible = layout->isElementVisible(url);
-      if (layout->isElementFloating(url) != (place.position == msoBarFloating)) continue;
-      pos = layout->getElementPos(url);
-      size = layout->getElementSize(url);
-      break;
     }
     if (place.position == msoBarFloating) {
       place.left = pos.X;
@@ -501,6 +506,7 @@ void CommandBars::SetVisible(const std::string& toolbar, bool visible) {
   Call("CommandBars.SetVisible", [&] {
     OUString url = ToOu(kToolbar + toolbar);
     WriteState(*session_, url, {Prop("Visible", uno::Any(visible))});
+    Flush(*session_);
     for (const auto& layout : SheetWindows(*session_)) {
       if (visible) {
         layout->createElement(url);

@@ -67,7 +67,8 @@ class CommandBars {
   // a place is set, in every spreadsheet window open now or later.
   void Add(const std::string& name, const std::vector<CommandBarControl>& controls);
 
-  // The bar's place as the office keeps it (it notes a bar's moves).
+  // The bar's place as the office keeps it (its window state, where the
+  // office notes a bar's moves).
   CommandBarPlace Place(const std::string& name) const;
   // Moves the bar, in the windows that show it and in those to come.
   void SetPlace(const std::string& name, const CommandBarPlace& place);

@@ -310,6 +310,16 @@ class CommandBarLifeTest : public AddinFixture {
 TEST_F(CommandBarLifeTest, ABarOfTheSameNameLeftBehindIsRemovedFirst) {
   StartOwnOffice();
   StopOwnOffice();
+  // The bar is temporary: nothing of it stays in the profile's settings
+  // (the office notes what was removed), and the extension's toolbar, which
+  // the bar stood in for, shows again.
+  const std::string settings = nivarel::testing::FileBytes(root_ + "/profile/user/registrymodifications.xcu");
+  ASSERT_FALSE(settings.empty());
+  EXPECT_EQ(std::string::npos, settings.find("custom_nivarel\" oor:op=\"replace")) << "the bar's place stays";
+  EXPECT_EQ(std::string::npos, settings.find("rxNivarelNivarelSettings\" oor:op=\"replace"))
+      << "the buttons' descriptions stay";
+  EXPECT_EQ(std::string::npos, settings.find("addin.Toolbar']\"><prop oor:name=\"Visible\" oor:op=\"fuse\"><value>false"))
+      << "the extension's toolbar stays hidden";
   const std::string folder = root_ + "/profile/user/config/soffice.cfg/modules/scalc/toolbar";
   fs::create_directories(folder);
   std::ofstream(folder + "/custom_toolbar_c0ffee.xml")
@@ -325,6 +335,7 @@ TEST_F(CommandBarLifeTest, ABarOfTheSameNameLeftBehindIsRemovedFirst) {
   EXPECT_EQ("Settings", buttons.front().caption);
   StopOwnOffice();
   EXPECT_FALSE(fs::exists(folder + "/custom_toolbar_c0ffee.xml")) << "the left-over bar stays in the profile";
+  EXPECT_FALSE(fs::exists(folder + "/custom_nivarel.xml")) << "the bar was stored in the profile";
 }
 
 // A bar moved off its docking area comes back where it was left, at the
