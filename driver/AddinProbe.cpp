@@ -163,4 +163,10 @@ void FireJobEvent(const Application& app, const std::string& event) {
   Call("FireJobEvent", [&] { css::task::theJobExecutor::get(app.Session()->context)->trigger(ToOu(event)); });
 }
 
+bool AskOfficeToEnd(const Application& app) {
+  // From beside the office's thread, as the office's question comes up
+  // while the call waits.
+  return CallHere("AskOfficeToEnd", [&] { return bool(app.Session()->desktop->terminate()); });
+}
+
 }  // namespace nivarel::driver

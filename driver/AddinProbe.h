@@ -60,6 +60,11 @@ class StatusWatch {
   std::unique_ptr<Impl> impl_;
 };
 
+// Asks the office to end, as the user's Exit does, and returns whether it
+// ended: an unsaved document makes it ask first, and a Cancel there keeps
+// it going (false).
+bool AskOfficeToEnd(const office::Application& app);
+
 // Runs the jobs that the office has registered for a job event, as when the
 // office raises it. Throws HostError when the office refuses.
 void FireJobEvent(const office::Application& app, const std::string& event);

@@ -258,6 +258,14 @@ void CCommandBarBuilder::ResetCommandBar() {
   }
 }
 
+void CCommandBarBuilder::KeepExtensionToolbar(bool shown) {
+  try {
+    if (ExcelApp) Bars().KeepVisible(kExtensionToolbar, shown);
+  } catch (...) {
+    // Swallowed.
+  }
+}
+
 void CCommandBarBuilder::DisableStopButton() { SetEnabled("StopFlowcharting", false); }
 
 bool CCommandBarBuilder::Enabled(const std::string& key) const { return !m_Disabled.count(rules::LowerCase(key)); }

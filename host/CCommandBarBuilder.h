@@ -23,6 +23,9 @@ class CCommandBarBuilder {
   void DisableStopButton();
   // Stores the bar's place under "CommandBarSettings"; never throws.
   void StoreCommandBarPosition();
+  // Whether the next session of the office shows the extension's own
+  // toolbar, which the bar stands in for; never throws.
+  void KeepExtensionToolbar(bool shown);
   // Puts the bar where the stored place says, step by step; never throws.
   void RestoreCommandBarPosition();
 

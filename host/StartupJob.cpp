@@ -45,8 +45,8 @@ void StartupJob::ConnectOnce(const Reference<uno::XComponentContext>& context) {
     TheConnection().AddinInstance_OnConnection(Application(session));
     TheConnection().AddinInstance_OnStartupComplete();
     session->desktop->addTerminateListener(new TerminateListener(
-        [] { TheConnection().AddinInstance_OnDisconnection(); }, [] { TheConnection().RemoveCommandBar(); },
-        [] { TheConnection().CreateToolbar(); }));
+        [] { TheConnection().AddinInstance_OnDisconnection(); }, [] { TheConnection().TerminationAsked(); },
+        [] { TheConnection().TerminationCancelled(); }));
   } catch (...) {
     // The office starts without the add-in.
     ErrorHandler("StartupJob", "ConnectOnce", false);

@@ -106,7 +106,10 @@ void dsrConnect::ShutdownApplication() {
   } else {
     // The office's windows are closed by now, and with them the drawing
     // toolbars that the Symbols button showed: nothing to remove there.
-    RemoveCommandBar();
+    if (m_CommandBarBuilder) {
+      m_CommandBarBuilder->StoreCommandBarPosition();
+      m_CommandBarBuilder->ResetCommandBar();
+    }
     m_CommandBarBuilder.reset();
     m_ControlEvents.reset();
     m_EventHandler.reset();  // the click sink's, on this road
@@ -232,14 +235,18 @@ void dsrConnect::Dispatch(Command command) {
   }
 }
 
-void dsrConnect::RemoveCommandBar() {
+void dsrConnect::TerminationAsked() {
   if (ExcelVersion >= 12 || !m_CommandBarBuilder) return;
   m_CommandBarBuilder->StoreCommandBarPosition();
-  m_CommandBarBuilder->ResetCommandBar();
+  m_CommandBarBuilder->KeepExtensionToolbar(true);
+}
+
+void dsrConnect::TerminationCancelled() {
+  if (ExcelVersion >= 12 || !m_CommandBarBuilder) return;
+  m_CommandBarBuilder->KeepExtensionToolbar(false);
 }
 
 void dsrConnect::CreateToolbar() {
-  if (ExcelVersion >= 12 || ShutdownDone) return;
   m_BarName = "Nivarel";
   m_BarTag = "Nivarel";
   try {
@@ -251,7 +258,6 @@ void dsrConnect::CreateToolbar() {
         m_CommandBarBuilder.get(), m_BarName, m_BarTag, [this](Command c) { Dispatch(c); },
         [](const std::vector<std::string>& ids) { ProtocolHandler::Requery(ids); });
     m_CommandBarBuilder->DisableStopButton();
-    if (m_EventHandler && m_EventHandler->FlowchartingInProgress()) m_ControlEvents->ResetButtonsForSession();
   } catch (...) {
     ErrorHandler(kSource, "CreateToolbar", false);
   }

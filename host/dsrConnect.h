@@ -63,14 +63,13 @@ class dsrConnect {
   // The five commands whose label and visibility the add-in answers.
   static bool IsFeatureControl(const std::string& controlId);
 
-  // The office asks to end, its windows still open: on the command bar road
-  // the bar's place is stored and the bar removed, while the office can
-  // still keep the change. Never throws.
-  void RemoveCommandBar();
-  // Builds the command bar and its click sink (the road below 12), where the
-  // bar was left; the office may go on after RemoveCommandBar. A bar that
-  // cannot be made is logged and left without a sink.
-  void CreateToolbar();
+  // The office asks to end, its windows and settings still open: on the
+  // command bar road the bar's place is stored, and the next session is
+  // to show the extension's own toolbar again, while the office can still
+  // keep that. Never throws.
+  void TerminationAsked();
+  // The office goes on after all (a question about saving was cancelled).
+  void TerminationCancelled();
 
   // Ends a running flowcharting session because its workbook is being closed,
   // printed or saved; the office's action goes on.
@@ -92,6 +91,9 @@ class dsrConnect {
 
  private:
   void Dispatch(Command command);
+  // Builds the command bar and its click sink (the road below 12); a bar
+  // that cannot be made is logged and left without a sink.
+  void CreateToolbar();
   // The session's commands are told their state anew: the bar's buttons on
   // the road below 12, the menu's and toolbar's entries on the other.
   void SessionChanged(bool started);

@@ -5,6 +5,7 @@
 
 #include <com/sun/star/awt/Point.hpp>
 #include <com/sun/star/awt/Size.hpp>
+#include <com/sun/star/awt/XVclWindowPeer.hpp>
 #include <com/sun/star/beans/NamedValue.hpp>
 #include <com/sun/star/configuration/theDefaultProvider.hpp>
 #include <com/sun/star/lang/XSingleServiceFactory.hpp>
@@ -23,6 +24,7 @@
 #include <com/sun/star/ui/UIElementType.hpp>
 #include <com/sun/star/ui/XModuleUIConfigurationManagerSupplier.hpp>
 #include <com/sun/star/ui/XUIConfigurationManager.hpp>
+#include <com/sun/star/ui/XUIElementSettings.hpp>
 #include <com/sun/star/ui/XUIConfigurationPersistence.hpp>
 #include <com/sun/star/ui/theModuleUIConfigurationManagerSupplier.hpp>
 #include <com/sun/star/ui/theWindowStateConfiguration.hpp>
@@ -406,14 +408,21 @@ void CommandBars::Add(const std::string& name, const std::vector<CommandBarContr
       Replace(ui, ToOu(menuUrl), MenuEntries(ui, c.controls));
       Append(bar, Item(menuUrl, c.caption, c.tooltip, css::ui::ItemType::DEFAULT, css::ui::ItemStyle::TEXT));
     }
-    Replace(ui, url, bar);
+    // The windows open now make the bar as soon as it is in the
+    // configuration, with the title and place of its window state.
     WriteState(*session_, url,
                {Prop("UIName", uno::Any(ToOu(name))), Prop("Visible", uno::Any(true)),
                 Prop("ContextSensitive", uno::Any(false)), Prop("Docked", uno::Any(true)),
                 Prop("DockingArea", uno::Any(css::ui::DockingArea_DOCKINGAREA_TOP))});
+    Replace(ui, url, bar);
     for (const auto& layout : SheetWindows(*session_)) {
+      // A window that made the bar on the configuration's news leaves it
+      // untitled: the title is the bar's name.
       layout->createElement(url);
       layout->showElement(url);
+      auto element = layout->getElement(url);
+      Reference<css::awt::XVclWindowPeer> window(element.is() ? element->getRealInterface() : nullptr, uno::UNO_QUERY);
+      if (window.is()) window->setProperty("Text", uno::Any(ToOu(name)));
     }
   });
 }
@@ -490,6 +499,13 @@ void CommandBars::SetPlace(const std::string& name, const CommandBarPlace& place
       else
         layout->hideElement(url);
     }
+  });
+}
+
+void CommandBars::KeepVisible(const std::string& toolbar, bool visible) {
+  Call("CommandBars.KeepVisible", [&] {
+    WriteState(*session_, ToOu(kToolbar + toolbar), {Prop("Visible", uno::Any(visible))});
+    Flush(*session_);
   });
 }
 

@@ -78,6 +78,9 @@ class CommandBars {
   // come.
   bool Visible(const std::string& toolbar) const;
   void SetVisible(const std::string& toolbar, bool visible);
+  // Whether the windows to come show it, written to the user's profile at
+  // once; the windows open now keep theirs.
+  void KeepVisible(const std::string& toolbar, bool visible);
 
  private:
   std::shared_ptr<HostSession> session_;

@@ -167,6 +167,7 @@ const std::map<std::string, Check>& Checks() {
     c[n + "StopFlowcharting"] = [](MenuEntryTest& t) {
       t.Drive([&] { t.Ui().RunCommand("vnd.nivarel:rxNivarelStartFlowcharting", true); }, "  Start Flowcharting",
               [&] { t.Ui().PressDialogKey("RETURN"); });
+      ASSERT_TRUE(t.Eventually([&] { return t.sheet_->GetShapes().Count() == 1; })) << "the run began";
       EXPECT_EQ(" Add End Terminator?", t.WindowOf(t.GetParam()).first) << "the run ends, offering its end";
       EXPECT_EQ("(nothing)", t.WindowOf(t.GetParam()).first) << "no run is left to stop";
     };
