@@ -113,10 +113,13 @@ class Listener : public cppu::WeakImplHelper1<css::frame::XStatusListener> {
     told_.enabled = e.IsEnabled;
     OUString text;
     css::frame::status::Visibility visibility;
+    bool on = false;
     told_.label.reset();
     told_.visible.reset();
+    told_.checked.reset();
     if (e.State >>= text) told_.label = ToUtf8(text);
     else if (e.State >>= visibility) told_.visible = static_cast<bool>(visibility.bVisible);
+    else if (e.State >>= on) told_.checked = on;
   }
   void SAL_CALL disposing(const css::lang::EventObject&) override {}
   StatusWatch::Told Last() {
@@ -158,6 +161,12 @@ StatusWatch::Told StatusWatch::Last() const { return impl_->listener->Last(); }
 
 void FireJobEvent(const Application& app, const std::string& event) {
   Call("FireJobEvent", [&] { css::task::theJobExecutor::get(app.Session()->context)->trigger(ToOu(event)); });
+}
+
+bool AskOfficeToEnd(const Application& app) {
+  // From beside the office's thread, as the office's question comes up
+  // while the call waits.
+  return CallHere("AskOfficeToEnd", [&] { return bool(app.Session()->desktop->terminate()); });
 }
 
 }  // namespace nivarel::driver

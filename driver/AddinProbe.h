@@ -38,7 +38,7 @@ std::map<std::string, AddonIcon> AddonIcons(const office::Application& app);
 
 // Listens to a command's state as a menu entry or toolbar button does, from
 // construction to destruction: how often the handler told it, and what it
-// told last (enabled, a label, a visibility).
+// told last (enabled, a label, a visibility, on or off).
 class StatusWatch {
  public:
   StatusWatch(const office::Application& app, const std::string& url);
@@ -51,6 +51,7 @@ class StatusWatch {
     bool enabled = false;
     std::optional<std::string> label;  // a text state
     std::optional<bool> visible;       // a Visibility state
+    std::optional<bool> checked;       // an on/off state
   };
   Told Last() const;
 
@@ -58,6 +59,11 @@ class StatusWatch {
   struct Impl;
   std::unique_ptr<Impl> impl_;
 };
+
+// Asks the office to end, as the user's Exit does, and returns whether it
+// ended: an unsaved document makes it ask first, and a Cancel there keeps
+// it going (false).
+bool AskOfficeToEnd(const office::Application& app);
 
 // Runs the jobs that the office has registered for a job event, as when the
 // office raises it. Throws HostError when the office refuses.

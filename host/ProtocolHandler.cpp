@@ -60,8 +60,8 @@ void Tell(const Watcher& w) {
   state.IsEnabled = !controlId.empty() && TheConnection().rxNivarel_GetEnabled(controlId);
   // The feature commands' label and visibility, in the forms a menu entry
   // and a toolbar button take: a text relabels (and shows) the entry, a
-  // Visibility hides it.
-  if (dsrConnect::IsFeatureControl(controlId)) {
+  // Visibility hides it. The command bar's buttons keep their captions.
+  if (dsrConnect::IsFeatureControl(controlId) && ExcelVersion >= 12) {
     if (!TheConnection().rxNivarel_GetVisible(controlId))
       state.State <<= css::frame::status::Visibility(false);
     else

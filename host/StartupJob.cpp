@@ -44,8 +44,9 @@ void StartupJob::ConnectOnce(const Reference<uno::XComponentContext>& context) {
     session->desktop = css::frame::Desktop::create(context);
     TheConnection().AddinInstance_OnConnection(Application(session));
     TheConnection().AddinInstance_OnStartupComplete();
-    session->desktop->addTerminateListener(
-        new TerminateListener([] { TheConnection().AddinInstance_OnDisconnection(); }));
+    session->desktop->addTerminateListener(new TerminateListener(
+        [] { TheConnection().AddinInstance_OnDisconnection(); }, [] { TheConnection().TerminationAsked(); },
+        [] { TheConnection().TerminationCancelled(); }));
   } catch (...) {
     // The office starts without the add-in.
     ErrorHandler("StartupJob", "ConnectOnce", false);

@@ -60,7 +60,7 @@ void dsrConnect::AddinInstance_OnConnection(const Application& application) {
     if (ExcelVersion >= 12) {
       m_EventHandler = std::make_unique<CEventHandler>();
     } else {
-      // SEAM: CreateToolbar builds the command bar and its click sink here.
+      CreateToolbar();
     }
     // The help pages and the first copies of the settings files come from
     // the extension's folder.
@@ -106,14 +106,32 @@ void dsrConnect::ShutdownApplication() {
     } catch (...) {
     }
   } else {
-    // SEAM: the symbol bars are removed, the command bar's place is stored,
-    // the bar is reset, and the bar builder and click sink are released.
+    // The office's windows are closed by now, and with them the drawing
+    // toolbars that the Symbols button showed: nothing to remove there.
+    if (m_CommandBarBuilder) {
+      m_CommandBarBuilder->StoreCommandBarPosition();
+      m_CommandBarBuilder->ResetCommandBar();
+    }
+    m_CommandBarBuilder.reset();
+    m_ControlEvents.reset();
+    m_EventHandler.reset();  // the click sink's, on this road
+    try {
+      m_WorkbookEvents.Reset();
+      CurrentWorkbook.reset();
+    } catch (...) {
+    }
   }
   if (ExcelVersion >= 12) m_EventHandler.reset();
   ExcelApp.reset();
 }
 
 void dsrConnect::rxNivarel_OnAction(const std::string& controlId) {
+  if (ExcelVersion < 12 && m_ControlEvents) {
+    // A button of the command bar: its click sink checks and runs it.
+    if (!m_EventHandler) m_EventHandler = std::make_unique<CEventHandler>();
+    m_ControlEvents->m_CBButton_Click(KeyOfControlId(controlId));
+    return;
+  }
   try {
     std::string message;
     if (IsSharedWorkbook(message)) {
@@ -181,8 +199,7 @@ void dsrConnect::Dispatch(Command command) {
     case Command::ShowAbout: h.ShowAbout(); break;
     case Command::StartInteractiveFlowcharting:
       if (h.StartInteractiveFlowcharting()) {
-        InvalidateRibbonContols();
-        InvalidateFeatureRibbonControls();
+        SessionChanged(true);
         WatchWorkbook(std::nullopt);
         WatchWorkbook(ExcelApp ? ExcelApp->ActiveWorkbook() : std::nullopt);
       }
@@ -192,8 +209,7 @@ void dsrConnect::Dispatch(Command command) {
       // The workbook stays watched, so that saving the chart as .xlsx later
       // still repairs its connectors.
       h.StopInteractiveFlowcharting(false);
-      InvalidateRibbonContols();
-      InvalidateFeatureRibbonControls();
+      SessionChanged(false);
       break;
     case Command::ShowSettings: h.ShowSettings(); break;
     case Command::ShowTemplateGeneratorForm: h.ShowTemplateGeneratorForm(); break;
@@ -219,6 +235,47 @@ void dsrConnect::Dispatch(Command command) {
     case Command::SelectFlowchartSymbolsOnly: h.SelectFlowchartSymbolsOnly(); break;
     case Command::InsertLabel: h.InsertLabel(); break;
   }
+}
+
+void dsrConnect::TerminationAsked() {
+  if (ExcelVersion >= 12 || !m_CommandBarBuilder) return;
+  m_CommandBarBuilder->StoreCommandBarPosition();
+  m_CommandBarBuilder->KeepExtensionToolbar(true);
+}
+
+void dsrConnect::TerminationCancelled() {
+  if (ExcelVersion >= 12 || !m_CommandBarBuilder) return;
+  m_CommandBarBuilder->KeepExtensionToolbar(false);
+}
+
+void dsrConnect::CreateToolbar() {
+  m_BarName = "Nivarel";
+  m_BarTag = "Nivarel";
+  try {
+    m_CommandBarBuilder = std::make_unique<CCommandBarBuilder>();
+    if (!m_CommandBarBuilder->CreateCommandBar(m_BarName, m_BarTag))
+      throw HostError(kNivarelError, "The command bar could not be made.");
+    m_ControlEvents = std::make_unique<CControlEvents>();
+    m_ControlEvents->InitializeMenu(
+        m_CommandBarBuilder.get(), m_BarName, m_BarTag, [this](Command c) { Dispatch(c); },
+        [](const std::vector<std::string>& ids) { ProtocolHandler::Requery(ids); });
+    m_CommandBarBuilder->DisableStopButton();
+  } catch (...) {
+    ErrorHandler(kSource, "CreateToolbar", false);
+  }
+}
+
+void dsrConnect::SessionChanged(bool started) {
+  if (ExcelVersion < 12) {
+    if (!m_ControlEvents) return;
+    if (started)
+      m_ControlEvents->ResetButtonsForSession();
+    else
+      m_ControlEvents->ResetButtonsAfterSession();
+    return;
+  }
+  InvalidateRibbonContols();
+  InvalidateFeatureRibbonControls();
 }
 
 void dsrConnect::WatchWorkbook(const std::optional<Workbook>& workbook) {
@@ -247,8 +304,7 @@ void dsrConnect::InterruptFlowchartSession() {
   try {
     if (CurrentWorkbook && m_EventHandler && m_EventHandler->FlowchartingInProgress()) {
       m_EventHandler->StopInteractiveFlowcharting(true);
-      InvalidateRibbonContols();
-      InvalidateFeatureRibbonControls();
+      SessionChanged(false);
     }
   } catch (...) {
     ErrObject e = CurrentError();
@@ -289,6 +345,9 @@ bool Among(const std::vector<std::string>& ids, const std::string& id) {
 
 bool dsrConnect::rxNivarel_GetEnabled(const std::string& controlId) {
   try {
+    // The command bar's buttons keep their own states, as the bar's click
+    // sink sets them.
+    if (ExcelVersion < 12) return !m_CommandBarBuilder || m_CommandBarBuilder->Enabled(KeyOfControlId(controlId));
     if (!Among(kSessionControls, controlId) && !Among(kFeatureControls, controlId)) return true;
     if (!m_StartupComplete) return false;
     if (!m_EventHandler) m_EventHandler = std::make_unique<CEventHandler>();

@@ -10,6 +10,8 @@
 #include <string>
 
 #include "Application.h"
+#include "CCommandBarBuilder.h"
+#include "CControlEvents.h"
 #include "CEventHandler.h"
 #include "CommandKeys.h"
 #include "OutputCommand.h"
@@ -65,6 +67,14 @@ class dsrConnect {
   // user accepts; the offer is not made again either way. Kept for a start-up
   // that offers it: nothing calls it yet.
   void ShowWalkthroughForm();
+  // The office asks to end, its windows and settings still open: on the
+  // command bar road the bar's place is stored, and the next session is
+  // to show the extension's own toolbar again, while the office can still
+  // keep that. Never throws.
+  void TerminationAsked();
+  // The office goes on after all (a question about saving was cancelled).
+  void TerminationCancelled();
+
   // Ends a running flowcharting session because its workbook is being closed,
   // printed or saved; the office's action goes on.
   void InterruptFlowchartSession();
@@ -85,6 +95,12 @@ class dsrConnect {
 
  private:
   void Dispatch(Command command);
+  // Builds the command bar and its click sink (the road below 12); a bar
+  // that cannot be made is logged and left without a sink.
+  void CreateToolbar();
+  // The session's commands are told their state anew: the bar's buttons on
+  // the road below 12, the menu's and toolbar's entries on the other.
+  void SessionChanged(bool started);
   void InvalidateRibbonContols();
   void InvalidateFeatureRibbonControls();
 
@@ -92,6 +108,9 @@ class dsrConnect {
   std::string m_BarName;
   std::string m_BarTag;
   std::unique_ptr<CEventHandler> m_EventHandler;
+  // The command bar and its click sink; on the command bar road only.
+  std::unique_ptr<CCommandBarBuilder> m_CommandBarBuilder;
+  std::unique_ptr<CControlEvents> m_ControlEvents;
   // The workbook of the running flowcharting session, and its events.
   std::optional<office::Workbook> CurrentWorkbook;
   office::Subscription m_WorkbookEvents;

@@ -3,6 +3,8 @@
 # message boxes and the dialog base. Built into the add-in's library; the
 # component registration (AddinComponent.cpp) goes into the shipped module.
 set(HOST_SOURCES
+  ${CMAKE_SOURCE_DIR}/host/CCommandBarBuilder.cpp
+  ${CMAKE_SOURCE_DIR}/host/CControlEvents.cpp
   ${CMAKE_SOURCE_DIR}/host/CEventHandler.cpp
   ${CMAKE_SOURCE_DIR}/host/CommandKeys.cpp
   ${CMAKE_SOURCE_DIR}/host/ExportCommand.cpp
