@@ -126,8 +126,10 @@ void dsrConnect::ShutdownApplication() {
 }
 
 void dsrConnect::rxNivarel_OnAction(const std::string& controlId) {
-  if (ExcelVersion < 12 && m_ControlEvents) {
-    // A button of the command bar: its click sink checks and runs it.
+  if (ExcelVersion < 12 && m_ControlEvents && CommandForKey(KeyOfControlId(controlId), Road::Bar)) {
+    // A button of the command bar: its click sink checks and runs it. The
+    // extension's menu stands on this road too; its entries that the bar
+    // does not have (Help Contents) run as they do on the other road.
     if (!m_EventHandler) m_EventHandler = std::make_unique<CEventHandler>();
     m_ControlEvents->m_CBButton_Click(KeyOfControlId(controlId));
     return;
