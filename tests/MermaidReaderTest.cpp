@@ -106,10 +106,12 @@ TEST(MermaidReaderTest, ArrowsAndTheirLabels) {
       "A -- \"q #quot;x#quot;\" --> G\n"
       "A -->| spaced | H\n"
       "A -.->|\"a#124;b\"| I\n"
-      "A -- open --- J\n");
+      "A -- open --- J\n"
+      "A -->|\"x|y\"| K\n"
+      "A -- \"p --> q\" --> L\n");
   EXPECT_EQ((std::vector<std::string>{"A --> B |Yes|", "A --> C |No|", "A -.-> D |maybe|", "A --> E |sure|",
                                       "A --> F |tight|", "A --> G |q \"x\"|", "A --> H |spaced|",
-                                      "A -.-> I |a|b|", "A --> J |open|"}),
+                                      "A -.-> I |a|b|", "A --> J |open|", "A --> K |x|y|", "A --> L |p --> q|"}),
             Edges(labels));
 }
 
@@ -210,6 +212,7 @@ TEST(MermaidReaderTest, BadTextNamesTheLineAndWhatWasExpected) {
       {"graph TD\nsubgraph S\nend\nS --> A", "line 4: expected a node id, found 'S', which names a subgraph"},
       {"graph TD\nA --> end", "line 2: expected a node id, found the keyword 'end'"},
       {"graph TD\n---\nA", "line 2: expected a node id, found '---'"},
+      {"graph TD\nA@{ shape: doc }", "line 2: expected an arrow or the end of the statement, found '@{'"},
   };
   for (const auto& [text, message] : cases) EXPECT_EQ(message, ErrorOf(text)) << text;
 }

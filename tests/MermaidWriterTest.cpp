@@ -137,18 +137,20 @@ graph TD
     pack -.- note>packed within one day]
     classDef io fill:#FFF2CC,stroke:#D6B656
     class receive,done io;
+    done -.-> Übergabe-2[Handed over]
 )";
 
 TEST(MermaidWriterTest, TheOrderProcessRoundTrips) {
   MermaidChart first = Read(kOrderProcess);
-  ASSERT_EQ(15u, first.nodes.size());
-  EXPECT_EQ(16u, first.edges.size());
+  ASSERT_EQ(16u, first.nodes.size());
+  EXPECT_EQ(17u, first.edges.size());
   EXPECT_EQ((MermaidEdge{"complete", "ask", "No", false}), first.edges[2]);
   EXPECT_EQ((MermaidEdge{"reorder", "stock", "", true}), first.edges[8]);
   EXPECT_EQ((std::vector<std::string>{"instock", "pick", "pack", "print"}), first.subgraphs.at(0).nodes);
-  EXPECT_EQ(74, first.nodes.back().symbol);
+  EXPECT_EQ(74, first.nodes[14].symbol);
   std::string text = MermaidWriter::Write(first);
   MermaidChart second = Read(text);
+  EXPECT_NE(std::string::npos, text.find("    \xC3\x9C" "bergabe-2[\"Handed over\"]\n")) << "the ids read are kept";
   EXPECT_TRUE(first == second) << text;
   EXPECT_EQ(text, MermaidWriter::Write(second));
 }

@@ -517,6 +517,18 @@ class Parser {
     return true;
   }
 
+  // Where to look for the end of a label that begins at from: past its
+  // closing quote when it is quoted, so that a quoted label may hold "|" or
+  // an arrow.
+  size_t QuotedEnd(size_t from) const {
+    while (from < s_.size() && IsSpace(s_[from])) ++from;
+    if (from < s_.size() && s_[from] == '"') {
+      size_t close = s_.find('"', from + 1);
+      if (close != std::string::npos) return close + 1;
+    }
+    return from;
+  }
+
   // The arrow at the cursor with its label; the cursor after the label.
   MermaidEdge ParseArrow() {
     MermaidEdge edge;
@@ -530,8 +542,9 @@ class Parser {
     // The text of "-- text -->" up to the first of the closers, and the
     // cursor on that closer.
     auto labelUpTo = [&](std::initializer_list<const char*> closers, const std::string& expected) {
+      size_t from = QuotedEnd(pos_);
       size_t best = std::string::npos;
-      for (const char* c : closers) best = std::min(best, s_.find(c, pos_));
+      for (const char* c : closers) best = std::min(best, s_.find(c, from));
       if (best == std::string::npos)
         Fail("expected '" + expected + "' to close the edge text begun at column " + std::to_string(column));
       edge.label = PlainText(s_.substr(pos_, best - pos_));
@@ -568,13 +581,14 @@ class Parser {
       }
     } else {
       pos_ = start;
-      if (IsIdChar(c)) Fail("expected an arrow or the end of the statement, found " + Found());
+      if (!std::strchr("-=.<>~*", c) || c == '\0')
+        Fail("expected an arrow or the end of the statement, found " + Found());
       Fail("unknown arrow " + Found());
     }
     SkipSpaces();
     if (!AtEnd() && s_[pos_] == '|') {
       int labelColumn = Column();
-      size_t close = s_.find('|', pos_ + 1);
+      size_t close = s_.find('|', QuotedEnd(pos_ + 1));
       if (close == std::string::npos)
         Fail("expected '|' to close the edge text begun at column " + std::to_string(labelColumn));
       edge.label = PlainText(s_.substr(pos_ + 1, close - pos_ - 1));

@@ -14,8 +14,14 @@ bool IsPlainId(const std::string& id) {
   static const std::set<std::string> keywords = {"end",   "subgraph", "graph", "flowchart", "class",
                                                  "classDef", "style", "linkStyle", "click", "direction"};
   if (id.empty() || keywords.count(id)) return false;
-  for (char c : id) {
-    if (!((c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_')) return false;
+  auto idChar = [](char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
+           static_cast<unsigned char>(c) >= 0x80;
+  };
+  for (size_t i = 0; i < id.size(); ++i) {
+    // "-" only between two letters or digits, as in "node-1"
+    bool inner = id[i] == '-' && i > 0 && i + 1 < id.size() && idChar(id[i - 1]) && idChar(id[i + 1]);
+    if (!idChar(id[i]) && !inner) return false;
   }
   return true;
 }

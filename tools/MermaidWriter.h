@@ -4,8 +4,8 @@
 // subgraphs with their titles and members, the edges one per line in order
 // ("-->", "-.->" for dotted, "-->|label|"), the classDef lines and the class
 // assignments. A node or subgraph keeps its id when it is one the reader
-// takes as it stands (letters, digits and "_", no keyword, not taken by an
-// earlier one); otherwise it is N1, N2 ... (G1, G2 ... for subgraphs) by its
+// takes as it stands (letters, digits, "_", non-ASCII letters and "-" between
+// them; no keyword; not taken by an earlier one); otherwise it is N1, N2 ... (G1, G2 ... for subgraphs) by its
 // place. Edges and members naming no node of the chart are left out.
 #pragma once
 
