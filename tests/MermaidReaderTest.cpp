@@ -208,9 +208,12 @@ TEST(MermaidReaderTest, BadTextNamesTheLineAndWhatWasExpected) {
       {"graph TD\nA[\"x\" y]", "line 2: expected ']' to close the node text begun at column 2, found 'y'"},
       {"graph TD\nA[/x]", "line 2: expected '/]' or '\\]' to close the node text begun at column 2"},
       {"graph TD\nclassDef x fill:redish", "line 2: expected a colour as '#rrggbb' for fill, found 'redish'"},
+      {"graph TD\nclassDef x:fill:#fff", "line 2: expected class names after 'classDef', found 'x:fill:#fff'"},
       {"graph TD\nA\nclass Q x\nB", "line 3: expected a node id in 'class', found 'Q', which names no node"},
       {"graph TD\nsubgraph S\nend\nS --> A", "line 4: expected a node id, found 'S', which names a subgraph"},
       {"graph TD\nA --> end", "line 2: expected a node id, found the keyword 'end'"},
+      {"graph TD\nA --> graph", "line 2: expected a node id, found the keyword 'graph'"},
+      {"graph TD\nclass& k", "line 2: expected a node id, found the keyword 'class'"},
       {"graph TD\n---\nA", "line 2: expected a node id, found '---'"},
       {"graph TD\nA@{ shape: doc }", "line 2: expected an arrow or the end of the statement, found '@{'"},
   };

@@ -347,9 +347,15 @@ class Parser {
     }
   }
 
+  size_t ReadListEnd(size_t from) const {
+    while (from < s_.size() && s_[from] != ';' && !IsSpace(s_[from])) ++from;
+    return from;
+  }
+
+  // A comma-separated list up to the next space or the statement's end.
   std::vector<std::string> ReadList() {
     size_t b = pos_;
-    while (!AtStatementEnd() && !IsSpace(s_[pos_])) ++pos_;
+    pos_ = ReadListEnd(pos_);
     std::vector<std::string> items;
     std::string list = s_.substr(b, pos_ - b);
     size_t start = 0;
@@ -364,8 +370,15 @@ class Parser {
 
   void ParseClassDef() {
     SkipSpaces();
+    size_t namesAt = pos_;
     std::vector<std::string> names = ReadList();
-    if (names.empty()) Fail("expected a class name after 'classDef', found " + Found());
+    bool plain = !names.empty();
+    for (const std::string& name : names)
+      for (char c : name) plain = plain && (IsIdChar(c) || c == '-');
+    if (!plain) {
+      pos_ = namesAt;
+      Fail("expected class names after 'classDef', found '" + s_.substr(namesAt, ReadListEnd(namesAt) - namesAt) + "'");
+    }
     SkipSpaces();
     size_t b = pos_;
     SkipStatement();
@@ -454,7 +467,7 @@ class Parser {
   std::string ParseNode() {
     std::string id = ReadId();
     if (id.empty()) Fail("expected a node id, found " + Found());
-    if (id == "end" || id == "subgraph") {
+    if (MermaidReader::IsKeyword(id)) {
       pos_ -= id.size();
       Fail("expected a node id, found the keyword '" + id + "'");
     }
@@ -618,6 +631,12 @@ bool MermaidReader::Read(const std::string& text, MermaidChart& chart, MermaidEr
     error.message = f.message;
     return false;
   }
+}
+
+bool MermaidReader::IsKeyword(const std::string& word) {
+  static const std::set<std::string> keywords = {"end",   "subgraph", "graph",     "flowchart", "class",
+                                                 "classDef", "style", "linkStyle", "click",     "direction"};
+  return keywords.count(word) > 0;
 }
 
 std::string MermaidReader::DecodeText(const std::string& raw) {

@@ -29,6 +29,11 @@ class MermaidReader {
   // it was.
   static bool Read(const std::string& text, MermaidChart& chart, MermaidError& error);
 
+  // Whether a word is one of the statements' keywords, which no node may be
+  // named: end, subgraph, graph, flowchart, class, classDef, style,
+  // linkStyle, click, direction.
+  static bool IsKeyword(const std::string& word);
+
   // A node's or label's text as written (without its quotes) made plain:
   // "#quot;", "#35;" and other entities by name or decimal number decoded,
   // "<br>", "<br/>", "<br />" made line breaks. An unknown entity stays as

@@ -4,6 +4,7 @@
 #include <map>
 #include <set>
 
+#include "MermaidReader.h"
 #include "MermaidShapes.h"
 
 namespace nivarel::tools {
@@ -11,9 +12,7 @@ namespace nivarel::tools {
 namespace {
 
 bool IsPlainId(const std::string& id) {
-  static const std::set<std::string> keywords = {"end",   "subgraph", "graph", "flowchart", "class",
-                                                 "classDef", "style", "linkStyle", "click", "direction"};
-  if (id.empty() || keywords.count(id)) return false;
+  if (id.empty() || MermaidReader::IsKeyword(id)) return false;
   auto idChar = [](char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
            static_cast<unsigned char>(c) >= 0x80;
