@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <set>
+#include <string>
+#include <unordered_map>
 #include <utility>
 
 namespace nivarel::tools {
@@ -22,11 +24,13 @@ MermaidLayout::MermaidLayout(const MermaidChart& chart) {
   // Edges between nodes of the chart, by their ends' indexes.
   std::vector<std::pair<int, int>> ends(m, {-1, -1});
   std::vector<std::vector<int>> out(n);
+  std::unordered_map<std::string, int> index;
+  for (int i = n - 1; i >= 0; --i) index[chart.nodes[i].id] = i;  // the first of equal ids wins
   for (int e = 0; e < m; ++e) {
-    int from = chart.IndexOf(chart.edges[e].from), to = chart.IndexOf(chart.edges[e].to);
-    if (from < 0 || to < 0) continue;
-    ends[e] = {from, to};
-    out[from].push_back(e);
+    auto from = index.find(chart.edges[e].from), to = index.find(chart.edges[e].to);
+    if (from == index.end() || to == index.end()) continue;
+    ends[e] = {from->second, to->second};
+    out[from->second].push_back(e);
   }
 
   // Depth-first walk in order of appearance: an edge to a node on the walk's

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <map>
 #include <set>
+#include <unordered_map>
 
 #include "MermaidShapes.h"
 
@@ -149,7 +150,8 @@ class Parser {
       Fail("expected 'end' to close the subgraph begun at line " + std::to_string(open_.back().line));
     for (const ClassAssignment& a : classAssignments_) {
       for (const std::string& id : a.ids) {
-        int i = chart_.IndexOf(id);
+        auto known = index_.find(id);
+        int i = known == index_.end() ? -1 : known->second;
         if (i >= 0)
           chart_.nodes[i].className = a.name;
         else if (!IsSubgraph(id))
@@ -330,7 +332,7 @@ class Parser {
         g.id = generated;
       }
     }
-    if (chart_.IndexOf(g.id) >= 0) Fail("expected a subgraph id, found '" + g.id + "', which names a node");
+    if (index_.count(g.id)) Fail("expected a subgraph id, found '" + g.id + "', which names a node");
     if (IsSubgraph(g.id)) Fail("expected a new subgraph id, found '" + g.id + "' again");
     if (!open_.empty()) g.parent = chart_.subgraphs[open_.back().index].id;
     chart_.subgraphs.push_back(g);
@@ -475,7 +477,9 @@ class Parser {
       pos_ -= id.size();
       Fail("expected a node id, found '" + id + "', which names a subgraph");
     }
-    MermaidNode& node = chart_.NodeFor(id);
+    auto [known, added] = index_.emplace(id, static_cast<int>(chart_.nodes.size()));
+    if (added) chart_.nodes.push_back({id, id, 61, ""});  // a process whose text is its id, until a shape says more
+    MermaidNode& node = chart_.nodes[known->second];
     size_t save = pos_;
     SkipSpaces();
     if (!ParseShape(node)) pos_ = save;
@@ -617,6 +621,7 @@ class Parser {
   bool headerSeen_ = false;
   std::vector<OpenSubgraph> open_;
   std::set<std::string> owned_;
+  std::unordered_map<std::string, int> index_;  // node id to its index in chart_.nodes
   std::vector<ClassAssignment> classAssignments_;
 };
 
