@@ -33,7 +33,9 @@ TEST(MermaidWriterTest, WritesHeaderNodesSubgraphsEdgesAndClasses) {
                  {"Flowchart: Decision 2", "end", "Yes", false},
                  {"Flowchart: Decision 2", "N2", "No", true},
                  {"N2", "gone", "", false}};
-  chart.subgraphs = {{"Group Box 1", "Box", "", {"start"}}, {"lane", "Inner", "Group Box 1", {"end", "nobody"}}};
+  chart.subgraphs = {{"Group Box 1", "Box", "", {"start"}},
+                     {"lane", "Inner", "Group Box 1", {"end", "nobody"}},
+                     {"orphan", "Lost", "gone", {}}};
   chart.classes = {{"question", "#ffcc00", "#000000"}, {"my style", "", "#333333"}, {"bare", "", ""}};
   EXPECT_EQ(
       "flowchart LR\n"
@@ -47,6 +49,8 @@ TEST(MermaidWriterTest, WritesHeaderNodesSubgraphsEdgesAndClasses) {
       "            N3\n"
       "        end\n"
       "    end\n"
+      "    subgraph orphan [\"Lost\"]\n"
+      "    end\n"
       "    start --> N2_2\n"
       "    N2_2 -->|\"Yes\"| N3\n"
       "    N2_2 -.->|\"No\"| N2\n"
@@ -56,7 +60,8 @@ TEST(MermaidWriterTest, WritesHeaderNodesSubgraphsEdgesAndClasses) {
       "    class N2_2 question\n"
       "    class N3 my_style\n",
       MermaidWriter::Write(chart))
-      << "ids that cannot stand are numbered by place, never taking one in use; the edge to no node is left out";
+      << "ids that cannot stand are numbered by place, never taking one in use; the edge to no node is left out; "
+         "a subgraph whose parent is gone stands at the top";
 }
 
 TEST(MermaidWriterTest, ShapeTableRoundTrips) {

@@ -112,10 +112,15 @@ std::string MermaidWriter::Write(const MermaidChart& chart) {
     out += "    " + id + shape.open + "\"" + EscapeText(n.text) + "\"" + shape.close + "\n";
   }
 
+  // A subgraph whose parent names no subgraph stands at the top.
+  std::set<std::string> subgraphIds;
+  for (const MermaidSubgraph& g : chart.subgraphs) subgraphIds.insert(g.id);
+  std::set<const MermaidSubgraph*> written;
   std::function<void(const std::string&, const std::string&)> writeSubgraphs =
       [&](const std::string& parent, const std::string& indent) {
         for (const MermaidSubgraph& g : chart.subgraphs) {
-          if (g.parent != parent || g.id == parent) continue;
+          std::string own = subgraphIds.count(g.parent) && g.parent != g.id ? g.parent : "";
+          if (own != parent || !written.insert(&g).second) continue;
           out += indent + "subgraph " + ids.Subgraph(g.id) + " [\"" + EscapeText(g.title) + "\"]\n";
           for (const std::string& member : g.nodes) {
             std::string id = ids.Node(member);

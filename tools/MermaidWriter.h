@@ -6,7 +6,8 @@
 // assignments. A node or subgraph keeps its id when it is one the reader
 // takes as it stands (letters, digits, "_", non-ASCII letters and "-" between
 // them; no keyword; not taken by an earlier one); otherwise it is N1, N2 ... (G1, G2 ... for subgraphs) by its
-// place. Edges and members naming no node of the chart are left out.
+// place. Edges and members naming no node of the chart are left out; a
+// subgraph whose parent names no subgraph is written at the top.
 #pragma once
 
 #include <string>
