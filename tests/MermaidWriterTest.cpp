@@ -17,8 +17,8 @@ MermaidChart Read(const std::string& text) {
 }
 
 TEST(MermaidWriterTest, EscapesWhatWouldEndOrChangeTheText) {
-  EXPECT_EQ("a#quot;b#35;c#lt;d#gt;e#124;f<br>g#96;h#13;i\tj&k;[]{}()",
-            MermaidWriter::EscapeText("a\"b#c<d>e|f\ng`h\ri\tj&k;[]{}()"));
+  EXPECT_EQ("a#quot;b#35;c#lt;d#gt;e#124;f<br>g#96;h#13;i\tj&k;[]{}()#42;",
+            MermaidWriter::EscapeText("a\"b#c<d>e|f\ng`h\ri\tj&k;[]{}()*"));
   EXPECT_EQ("Gr\xC3\xBC\xC3\x9F" "e", MermaidWriter::EscapeText("Gr\xC3\xBC\xC3\x9F" "e")) << "non-ASCII as it is";
 }
 
@@ -94,7 +94,7 @@ TEST(MermaidWriterTest, AwkwardTextsSurviveTheRoundTrip) {
       "He said \"hi\"", "#1 priority", "a|b", "[x]", "{y}", "(z)", "a < b > c", "<br> is not a break",
       "#quot; stays", "#35;", "Gr\xC3\xBC\xC3\x9F" "e, na\xC3\xAFve, \xC3\x86r\xC3\xB8, \xE6\x97\xA5\xE6\x9C\xAC",
       "two\nlines", "\nleading break", "  padded  ", "semi;colon", "a & b", "-- x -->", "%% not a comment",
-      "back`tick", "tab\there", "end", "A-->B", "]) }} ))", "\"", "|", "x:::y", "", "carriage\rreturn"};
+      "back`tick", "*stars*", "tab\there", "end", "A-->B", "]) }} ))", "\"", "|", "x:::y", "", "carriage\rreturn"};
   MermaidChart chart;
   for (size_t i = 0; i < texts.size(); ++i) {
     std::string id = "N" + std::to_string(i + 1);

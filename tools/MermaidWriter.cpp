@@ -89,7 +89,8 @@ std::string MermaidWriter::EscapeText(const std::string& text) {
       case '<': out += "#lt;"; break;
       case '>': out += "#gt;"; break;
       case '|': out += "#124;"; break;
-      case '`': out += "#96;"; break;
+      case '`': out += "#96;"; break;  // "`" and "*" would be Markdown to some renderers
+      case '*': out += "#42;"; break;
       case '\n': out += "<br>"; break;
       default:
         if (u < 0x20 && c != '\t')

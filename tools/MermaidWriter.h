@@ -21,7 +21,7 @@ class MermaidWriter {
   static std::string Write(const MermaidChart& chart);
 
   // A text as it stands between the quotes of a node or label: quotes, "#",
-  // "<", ">", "|", "`" and control characters as entities, line breaks as
+  // "<", ">", "|", "`", "*" and control characters as entities, line breaks as
   // "<br>". Anything else, non-ASCII letters included, as it is.
   static std::string EscapeText(const std::string& text);
 };
