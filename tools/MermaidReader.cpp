@@ -1,5 +1,6 @@
 #include "MermaidReader.h"
 
+#include <algorithm>
 #include <cctype>
 #include <cstring>
 #include <map>

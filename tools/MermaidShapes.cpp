@@ -60,9 +60,10 @@ const MermaidShape& MermaidShapes::ForSymbol(int autoShapeType) {
 }
 
 const std::vector<MermaidShape>& MermaidShapes::Readable() {
-  static const std::vector<MermaidShape> shapes = {
-      kDoubleCircle, kStadium,         kCircle,        kSubroutine, kCylinder, kParallelogram, kTrapezoid,
-      kParallelogramAlt, kTrapezoidAlt, kHexagon, kRounded, kRectangle, kRhombus, kAsymmetric};
+  static const std::vector<MermaidShape> shapes = {kDoubleCircle, kStadium,         kCircle,        kSubroutine,
+                                                   kCylinder,     kParallelogram,   kTrapezoid,     kParallelogramAlt,
+                                                   kTrapezoidAlt, kHexagon,         kRounded,       kRectangle,
+                                                   kRhombus,      kAsymmetric};
   return shapes;
 }
 
