@@ -41,6 +41,10 @@ TEST(MermaidLayoutTest, ADecisionsSecondBranchTakesTheNextColumn) {
   // The No branch two steps long: the meeting point is below the longer.
   EXPECT_EQ((std::vector<std::string>{"S:0,0", "D:1,0", "Y:2,0", "N:2,1", "N2:3,1", "M:4,0"}),
             Places(Read("graph TD\nS --> D{Ok?}\nD -->|Yes| Y\nD -->|No| N --> N2\nY --> M\nN2 --> M")));
+  // The No branch ranks lower than anything in the decision's column: it
+  // still goes to the right, not into the free cell below.
+  EXPECT_EQ((std::vector<std::string>{"D:0,0", "Y:1,0", "N:3,1", "X:2,0"}),
+            Places(Read("graph TD\nD{?} -->|Yes| Y\nD -->|No| N\nY --> X --> N")));
   // Left to right: the second branch goes to the next row.
   EXPECT_EQ((std::vector<std::string>{"D:0,0", "Y:0,1", "N:1,1"}), Places(Read("graph LR\nD{Ok?} --> Y\nD --> N")));
   // A third branch on the same rank moves on past the second.
