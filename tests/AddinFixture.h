@@ -193,6 +193,20 @@ class AddinFixture : public OfficeTest {
     return message;
   }
 
+  // Does act, which shows a message box over the open dialog of this title;
+  // answers it with OK and returns its title and text. The dialog must still
+  // be open behind it.
+  std::pair<std::string, std::string> MessageOverDialog(const std::string& dialog, const std::function<void()>& act) {
+    act();
+    std::pair<std::string, std::string> shown{"(no message)", ""};
+    if (Eventually([&] { return Ui().Title() != dialog; })) {
+      shown = {Ui().Title(), Ui().MessageText()};
+      Ui().ClickButton("ok");
+    }
+    EXPECT_TRUE(WaitForTitle(dialog) && WaitForDialog(dialog)) << "the dialog stays open";
+    return shown;
+  }
+
   // Waits until the toolkit's active window is the dialog with this title.
   bool WaitForDialog(const std::string& title, int timeoutMs = 5000) {
     auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(timeoutMs);

@@ -35,18 +35,6 @@ class GroupBoxTest : public testing::AddinFixture {
  protected:
   void Open(const std::function<void()>& steps) { Drive([&] { Ui().RunCommand(kCommand, true); }, kTitle, steps); }
 
-  // The message box that act brings up over the dialog, answered with OK;
-  // the dialog must still be open behind it.
-  std::pair<std::string, std::string> MessageAfter(const std::function<void()>& act) {
-    act();
-    std::pair<std::string, std::string> shown{"(no message)", ""};
-    if (Eventually([&] { return Ui().Title() != kTitle; })) {
-      shown = {Ui().Title(), Ui().MessageText()};
-      Ui().ClickButton("ok");
-    }
-    EXPECT_TRUE(WaitForTitle(kTitle) && WaitForDialog(kTitle)) << "the dialog stays open";
-    return shown;
-  }
 
   std::vector<Shape> AllShapes() {
     std::vector<Shape> out;
@@ -194,13 +182,13 @@ TEST_F(GroupBoxTest, ABlankOrUnreadableRangeIsToldAndTheDialogStaysOpen) {
                              std::string("The worksheet range you entered was blank.\n"
                                          "Please select a cell using the selector button [...]\n"
                                          "or click Cancel to cancel adding a group box.")),
-              MessageAfter([&] { Ui().ClickInDialog("OK"); }));
+              MessageOverDialog(kTitle, [&] { Ui().ClickInDialog("OK"); }));
     TypeBeside("Worksheet range", "C3:nowhere");
     EXPECT_EQ(std::make_pair(std::string("Invalid Cell Address"),
                              std::string("The worksheet range entered was invalid.\n"
                                          "Please select a cell using the Select Range button\n"
                                          "or click Cancel to cancel adding a group box.")),
-              MessageAfter([&] { Ui().ClickInDialog("OK"); }));
+              MessageOverDialog(kTitle, [&] { Ui().ClickInDialog("OK"); }));
     Ui().ClickInDialog("Cancel");
   });
   EXPECT_EQ(0, sheet_->GetShapes().Count());

@@ -76,17 +76,6 @@ class InsertBranchTest : public testing::AddinFixture {
     Ui().ClickInDialog("Add");
     ASSERT_TRUE(Eventually([&] { return Listed().size() == before + 1; })) << text;
   }
-  // The message box that act brings up over the dialog, answered with OK.
-  std::pair<std::string, std::string> MessageAfter(const std::function<void()>& act) {
-    act();
-    std::pair<std::string, std::string> shown{"(no message)", ""};
-    if (Eventually([&] { return Ui().Title() != kTitle; })) {
-      shown = {Ui().Title(), Ui().MessageText()};
-      Ui().ClickButton("ok");
-    }
-    EXPECT_TRUE(WaitForTitle(kTitle) && WaitForDialog(kTitle));
-    return shown;
-  }
 
   // The sheet's symbols (not lines, not text boxes) by their text.
   std::optional<Shape> Symbol(const std::string& text) {
@@ -142,18 +131,18 @@ TEST_F(InsertBranchTest, OnAnEmptySheetTheBaseIsMadeAndOneLabelledItemHangsBelow
     EXPECT_TRUE(Listed().empty()) << "no list of symbols to join from";
     TypeBeside(location, "");
     EXPECT_EQ(std::make_pair(std::string("No Location Set"), std::string("The location cell must be set.")),
-              MessageAfter([&] { Ui().ClickInDialog("OK"); }));
+              MessageOverDialog(kTitle, [&] { Ui().ClickInDialog("OK"); }));
     TypeBeside(location, "not a cell");
     EXPECT_EQ(std::make_pair(std::string("Invalid Location"),
                              std::string("The location cell is invalid.\nPlease use the Select Cell button to set it.")),
-              MessageAfter([&] { Ui().ClickInDialog("OK"); }));
+              MessageOverDialog(kTitle, [&] { Ui().ClickInDialog("OK"); }));
     TypeBeside(location, "E5");
     EXPECT_EQ(std::make_pair(std::string("No Branches Entered"),
                              std::string("Thee are no branch items entered. Use the 'Text in Shape'\n"
                                          "field and the 'Add' button to add branches.")),
-              MessageAfter([&] { Ui().ClickInDialog("OK"); }));
+              MessageOverDialog(kTitle, [&] { Ui().ClickInDialog("OK"); }));
     EXPECT_EQ(std::make_pair(std::string("No Text Entered"), std::string("You must enter text for the shape.")),
-              MessageAfter([&] { Ui().ClickInDialog("Add"); }));
+              MessageOverDialog(kTitle, [&] { Ui().ClickInDialog("Add"); }));
 
     TypeBeside("Text in Shape:", "Ship|it");
     Ui().PressDialogKey("RETURN");

@@ -8,6 +8,7 @@
 #include <unordered_map>
 
 #include "MermaidShapes.h"
+#include "TextEncoding.h"
 
 namespace nivarel::tools {
 
@@ -33,26 +34,6 @@ std::string Trim(const std::string& s) {
   while (b < e && IsSpace(s[b])) ++b;
   while (e > b && IsSpace(s[e - 1])) --e;
   return s.substr(b, e - b);
-}
-
-std::string Utf8(unsigned long cp) {
-  std::string out;
-  if (cp < 0x80) {
-    out += static_cast<char>(cp);
-  } else if (cp < 0x800) {
-    out += static_cast<char>(0xC0 | (cp >> 6));
-    out += static_cast<char>(0x80 | (cp & 0x3F));
-  } else if (cp < 0x10000) {
-    out += static_cast<char>(0xE0 | (cp >> 12));
-    out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
-    out += static_cast<char>(0x80 | (cp & 0x3F));
-  } else {
-    out += static_cast<char>(0xF0 | (cp >> 18));
-    out += static_cast<char>(0x80 | ((cp >> 12) & 0x3F));
-    out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
-    out += static_cast<char>(0x80 | (cp & 0x3F));
-  }
-  return out;
 }
 
 const std::map<std::string, std::string>& NamedEntities() {
@@ -662,7 +643,7 @@ std::string MermaidReader::DecodeText(const std::string& raw) {
         if (digits) {
           unsigned long cp = std::stoul(name);
           if (cp > 0 && cp <= 0x10FFFF && !(cp >= 0xD800 && cp <= 0xDFFF)) {
-            out += Utf8(cp);
+            rules::AppendUtf8(out, static_cast<char32_t>(cp));
             i = semi + 1;
             continue;
           }
