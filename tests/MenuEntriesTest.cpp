@@ -192,10 +192,12 @@ const std::map<std::string, Check>& Checks() {
       t.App().ActiveWorkbook()->Close();
     };
     c[n + "CheckForUpdates"] = [](MenuEntryTest& t) {
+      // Other tests of the binary may have opened pages before: the opener
+      // keeps every address it was given.
       t.Run(t.GetParam());
-      EXPECT_TRUE(t.Eventually([&] { return !Opener().Opened().empty(); }))
-          << "the update page went to the desktop's opener";
-      EXPECT_NE(std::string::npos, Opener().Opened().find("https://www.nivarel.org/updates.php")) << Opener().Opened();
+      EXPECT_TRUE(t.Eventually(
+          [&] { return Opener().Opened().find("https://www.nivarel.org/updates.php") != std::string::npos; }))
+          << "the update page went to the desktop's opener; it was given: " << Opener().Opened();
     };
     c[n + "ApplyStyles"] = [](MenuEntryTest& t) {
       t.DrawAChart();
