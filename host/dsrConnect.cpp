@@ -126,7 +126,9 @@ void dsrConnect::ShutdownApplication() {
 }
 
 void dsrConnect::rxNivarel_OnAction(const std::string& controlId) {
-  if (ExcelVersion < 12 && m_ControlEvents && CommandForKey(KeyOfControlId(controlId), Road::Bar)) {
+  const bool menuOnly = CommandForKey(KeyOfControlId(controlId), Road::Ribbon) &&
+                        !CommandForKey(KeyOfControlId(controlId), Road::Bar);
+  if (ExcelVersion < 12 && m_ControlEvents && !menuOnly) {
     // A button of the command bar: its click sink checks and runs it. The
     // extension's menu stands on this road too; its entries that the bar
     // does not have (Help Contents) run as they do on the other road.
