@@ -78,11 +78,11 @@ struct Marker {
   int width = msoArrowheadWidthMedium;
 };
 
-// The line's end marker as the office draws it: the outline's form, its
-// proportions and its width against the line's.
-Marker DrawnMarker(const Reference<css::beans::XPropertySet>& ps) {
+// The line's end marker (or, with begin, its start marker) as the office
+// draws it: the outline's form, its proportions and its width against the line's.
+Marker DrawnMarker(const Reference<css::beans::XPropertySet>& ps, bool begin = false) {
   Marker m;
-  auto end = GetProp<css::drawing::PolyPolygonBezierCoords>(ps, "LineEnd");
+  auto end = GetProp<css::drawing::PolyPolygonBezierCoords>(ps, begin ? "LineStart" : "LineEnd");
   if (end.Coordinates.getLength() == 0 || end.Coordinates[0].getLength() < 3) return m;
   std::vector<css::awt::Point> pts(end.Coordinates[0].begin(), end.Coordinates[0].end());
   if (pts.size() > 3 && pts.front().X == pts.back().X && pts.front().Y == pts.back().Y) pts.pop_back();
@@ -108,7 +108,7 @@ Marker DrawnMarker(const Reference<css::beans::XPropertySet>& ps) {
   }
   double aspect = h / w;
   m.length = aspect < 0.83 ? msoArrowheadShort : aspect > 1.25 ? msoArrowheadLong : msoArrowheadLengthMedium;
-  double ratio = GetProp<sal_Int32>(ps, "LineEndWidth") / static_cast<double>(MarkerBase(GetProp<sal_Int32>(ps, "LineWidth")));
+  double ratio = GetProp<sal_Int32>(ps, begin ? "LineStartWidth" : "LineEndWidth") / static_cast<double>(MarkerBase(GetProp<sal_Int32>(ps, "LineWidth")));
   m.width = msoArrowheadWidthMedium;
   double best = 1e9;
   for (int code : {msoArrowheadNarrow, msoArrowheadWidthMedium, msoArrowheadWide}) {
@@ -220,6 +220,10 @@ ColorFormat LineFormat::ForeColor() const { return ColorFormat(shape_, "LineColo
 
 int LineFormat::EndArrowheadStyle() const {
   return Call("LineFormat.EndArrowheadStyle", [&] { return DrawnMarker(shape_->Props()).style; });
+}
+
+int LineFormat::BeginArrowheadStyle() const {
+  return Call("LineFormat.BeginArrowheadStyle", [&] { return DrawnMarker(shape_->Props(), true).style; });
 }
 
 int LineFormat::EndArrowheadLength() const {
