@@ -162,7 +162,7 @@ TEST_F(MermaidExportTest, WhatIsANodeSubgraphsClassesAndDirection) {
   box.SetHeight(120);
   Shape a = Add(msoShapeFlowchartProcess, "A", "Take", 40, 60);
   Shape b = Add(msoShapeFlowchartProcess, "B", "Check", 160, 60);
-  Shape c = Add(msoShapeFlowchartPredefinedProcess, "C", "Pack", 310, 60);
+  Shape c = Add(msoShapeFlowchartData, "C", "Pack", 310, 60);
   Shape d = Add(msoShapeFlowchartDecision, "D", "Paid?", 480, 60);
   Shape e = Add(msoShapeFlowchartTerminator, "E", "End", 600, 60);
   for (Shape* s : {&a, &b, &d, &e}) Colour(*s, red, black);
@@ -185,7 +185,7 @@ TEST_F(MermaidExportTest, WhatIsANodeSubgraphsClassesAndDirection) {
   std::vector<std::string> ids;
   for (const auto& n : chart.nodes) ids.push_back(n.id);
   EXPECT_EQ((std::vector<std::string>{"A", "B", "C", "D", "E"}), ids);
-  EXPECT_EQ(msoShapeFlowchartPredefinedProcess, chart.nodes[2].symbol);
+  EXPECT_EQ(msoShapeFlowchartData, chart.nodes[2].symbol);
   int tails = 0;
   for (int i = 1; i <= sheet_->GetShapes().Count(); ++i) {
     Shape s = sheet_->GetShapes().Item(i);
