@@ -1,5 +1,6 @@
 #include "CMermaidExport.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <optional>
@@ -221,6 +222,11 @@ MermaidChart CMermaidExport::Read(const Worksheet& sheet) {
       // A line the office cannot describe is left out.
     }
   }
+  // The office keeps lines in the order they went behind the symbols; the
+  // text lists them by the place of the symbol they leave.
+  std::stable_sort(chart.edges.begin(), chart.edges.end(), [&](const MermaidEdge& a, const MermaidEdge& b) {
+    return chart.IndexOf(a.from) < chart.IndexOf(b.from);
+  });
   if (across > down) chart.direction = MermaidChart::Direction::LeftRight;
 
   for (size_t i = 0; i < sorted.groupBoxes.size(); ++i) {
