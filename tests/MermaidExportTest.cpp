@@ -5,12 +5,17 @@
 // equal from the text written.
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <functional>
 #include <map>
 #include <set>
 #include <tuple>
 
 #include "AddinFixture.h"
+#include "MGlobalVariables.h"
 #include "CMermaidExport.h"
+#include "CTemplateGenerator.h"
+#include "CTemplateProperties.h"
 #include "ColorFormat.h"
 #include "ConnectorFormat.h"
 #include "FillFormat.h"
@@ -23,6 +28,7 @@
 #include "Shapes.h"
 #include "TextFrame.h"
 #include "Workbook.h"
+#include "Workbooks.h"
 
 namespace nivarel {
 namespace {
@@ -234,6 +240,74 @@ TEST_F(MermaidExportTest, TextsThatNeedEscapingComeBackEqual) {
   EXPECT_EQ("N2", back.nodes[1].id);
   EXPECT_EQ(EdgesByText(chart), EdgesByText(back));
   EXPECT_EQ(3u, back.edges.size());
+}
+
+// A template's upright lanes drawn as shapes, under a title block whose
+// sections carry labels too: a symbol in the first lane and one in the
+// third give a subgraph for each of those lanes, titled as the lane, and
+// none for the empty lanes or the title block's sections.
+TEST_F(MermaidExportTest, ATemplatesSwimLanesHoldingSymbolsAreSubgraphs) {
+  host::InitializeGlobals();
+  host::SetGlobalRowHeight();
+  std::string folder = testing::ConfigHome() + "/mermaid-templates";
+  std::filesystem::remove_all(folder);
+  std::filesystem::create_directories(folder);
+  templates::CTemplateProperties p;
+  p.TemplateFolder(folder);
+  p.TemplateName("Lanes");
+  p.PaperSize(1);
+  p.Orientation(1);
+  p.NumberOfPages(1);
+  p.TemplateLineStyle(1);
+  p.TemplateFontName("DejaVu Sans");
+  p.TemplateFontSize(10);
+  p.MaxSwimLaneCount(10);
+  p.MaxTitleBlockRows(3);
+  p.MaxTitleBlockSections(3);
+  p.UseShapesForSwimLanes(true);
+  p.TemplateType(templates::CTemplateProperties::VerticalSwimLanes);
+  p.SwimLaneCount(3);
+  for (int lane = 1; lane <= 3; ++lane) p.SetSwimLaneTitle(lane, "Lane " + std::to_string(lane));
+  p.AddHeader(true);
+  p.HeaderRowCount(1);
+  p.SetHeaderSectionCount(1, 2);
+  p.SetHeaderRowLabel(1, 1, "Title");
+  p.SetHeaderRowLabel(1, 2, "Owner");
+  std::optional<Workbook> made = templates::CTemplateGenerator().CreateTemplate(p);
+  ASSERT_TRUE(made.has_value());
+  Worksheet ws = made->Sheet(1);
+  // The lanes' titles, left to right: where the symbols go.
+  std::vector<Shape> titles;
+  std::function<void(const std::vector<Shape>&)> find = [&](const std::vector<Shape>& shapes) {
+    for (const Shape& s : shapes) {
+      if (s.Type() == msoGroup) find(s.GroupItems());
+      else if (s.GetTextFrame().GetCharacters().Text().rfind("Lane ", 0) == 0) titles.push_back(s);
+    }
+  };
+  std::vector<Shape> top;
+  for (int i = 1; i <= ws.GetShapes().Count(); ++i) top.push_back(ws.GetShapes().Item(i));
+  find(top);
+  ASSERT_EQ(3u, titles.size());
+  auto below = [&](const Shape& title, const std::string& name, double down) {
+    Shape s = ws.GetShapes().AddShape(msoShapeFlowchartProcess, title.Left() + title.Width() / 2 - 30,
+                                      title.Top() + title.Height() + down, 60, 30);
+    s.SetName(name);
+    s.GetTextFrame().GetCharacters().SetText(name);
+    return s;
+  };
+  std::map<std::string, Shape> byText;
+  for (const Shape& t : titles) byText.emplace(t.GetTextFrame().GetCharacters().Text(), t);
+  below(byText.at("Lane 1"), "First", 40);
+  below(byText.at("Lane 1"), "Second", 120);
+  below(byText.at("Lane 3"), "Third", 80);
+
+  MermaidChart chart = CMermaidExport::Read(ws);
+  EXPECT_EQ(3u, chart.nodes.size()) << "the template's shapes are no nodes";
+  std::map<std::string, std::vector<std::string>> lanes;
+  for (const auto& g : chart.subgraphs) lanes[g.title] = g.nodes;
+  EXPECT_EQ((std::map<std::string, std::vector<std::string>>{{"Lane 1", {"First", "Second"}}, {"Lane 3", {"Third"}}}),
+            lanes);
+  made->Close();
 }
 
 }  // namespace

@@ -91,19 +91,54 @@ struct GroupBox {
   std::string title;
 };
 
+// A template's swim lane, known by its title section (centred, where the
+// title block's sections stand at the left): an upright lane runs down from
+// its title across the title's width, a sideways lane (its title turned
+// upward) runs right from it across the title's height.
+struct Lane {
+  Box title;
+  std::string text;
+  bool sideways = false;
+  // Whether a point lies in the lane on the title's page: in line with the
+  // title, past it, and no nearer another title of the same line (a lane of
+  // the next page takes the points past its own title).
+  bool Holds(double x, double y) const {
+    if (sideways) return y >= title.top && y <= title.top + title.height && x >= title.left;
+    return x >= title.left && x <= title.left + title.width && y >= title.top;
+  }
+  double Reach(double x, double y) const { return sideways ? x - title.left : y - title.top; }
+};
+
 // What a sheet's shapes hold, sorted into their kinds in drawing order.
 struct Sorted {
   std::vector<Symbol> symbols;
   std::vector<Shape> connectors;
   std::vector<Label> labels;
   std::vector<GroupBox> groupBoxes;
+  std::vector<Lane> lanes;
 };
+
+void SortTemplateShape(const Shape& shape, Sorted& into) {
+  if (shape.Type() == msoGroup) {
+    for (const Shape& member : shape.GroupItems()) SortTemplateShape(member, into);
+    return;
+  }
+  if (shape.Type() != msoAutoShape) return;
+  std::string title = PlainText(shape);
+  TextFrame frame = shape.GetTextFrame();
+  if (title.empty() || frame.HorizontalAlignment() != xlCenter) return;
+  into.lanes.push_back({BoxOf(shape), title, frame.Orientation() == msoTextOrientationUpward});
+}
 
 void Sort(const std::vector<Shape>& shapes, Sorted& into) {
   for (const Shape& shape : shapes) {
     try {
       std::string name = shape.Name();
-      if (name == "Flowchart Key" || StartsWith(name, "TEMPLATE")) continue;
+      if (name == "Flowchart Key") continue;
+      if (StartsWith(name, "TEMPLATE")) {
+        SortTemplateShape(shape, into);
+        continue;
+      }
       int type = shape.Type();
       if (type == msoGroup) {
         Sort(shape.GroupItems(), into);
@@ -240,6 +275,26 @@ MermaidChart CMermaidExport::Read(const Worksheet& sheet) {
         subgraph.nodes.push_back(chart.nodes[n].id);
     }
     chart.subgraphs.push_back(subgraph);
+  }
+
+  // A lane holding no node is left out: a template repeats its lanes on
+  // every page.
+  std::vector<MermaidSubgraph> lanes(sorted.lanes.size());
+  for (size_t n = 0; n < sorted.symbols.size(); ++n) {
+    if (chart.SubgraphOf(chart.nodes[n].id) >= 0) continue;
+    double x = sorted.symbols[n].box.CentreX(), y = sorted.symbols[n].box.CentreY();
+    int nearest = -1;
+    for (size_t l = 0; l < sorted.lanes.size(); ++l)
+      if (sorted.lanes[l].Holds(x, y) &&
+          (nearest < 0 || sorted.lanes[l].Reach(x, y) < sorted.lanes[nearest].Reach(x, y)))
+        nearest = static_cast<int>(l);
+    if (nearest >= 0) lanes[nearest].nodes.push_back(chart.nodes[n].id);
+  }
+  for (size_t l = 0; l < lanes.size(); ++l) {
+    if (lanes[l].nodes.empty()) continue;
+    lanes[l].id = "lane" + std::to_string(l + 1);
+    lanes[l].title = sorted.lanes[l].text;
+    chart.subgraphs.push_back(lanes[l]);
   }
   return chart;
 }

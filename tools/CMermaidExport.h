@@ -6,8 +6,9 @@
 // ends is an edge in the direction of its arrow, dotted when dashed, with the
 // branch label that stands beside the decision side it leaves by. Group
 // boxes are subgraphs titled by their text, holding the nodes whose centre
-// lies inside them. Each distinct pair of fill and line colour is a class
-// ("style1", "style2" ... in the order met). The direction is left to right
+// lies inside them; so are a template's swim lanes that hold nodes. Each
+// distinct pair of fill and line colour is a class ("style1", "style2" ...
+// in the order met). The direction is left to right
 // when most edges run that way, else top down.
 #pragma once
 
