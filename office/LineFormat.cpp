@@ -118,20 +118,23 @@ Marker DrawnMarker(const Reference<css::beans::XPropertySet>& ps, bool begin = f
   return m;
 }
 
-// Draws the end marker at the line's present width.
-void PutMarker(const Reference<css::beans::XPropertySet>& ps, const Marker& m) {
+// Draws the end marker (with begin, the start marker) at the line's present width.
+void PutMarker(const Reference<css::beans::XPropertySet>& ps, const Marker& m, bool begin = false) {
+  const char* shape = begin ? "LineStart" : "LineEnd";
+  const char* width = begin ? "LineStartWidth" : "LineEndWidth";
+  const char* centre = begin ? "LineStartCenter" : "LineEndCenter";
   if (m.style == msoArrowheadNone) {
-    SetProp(ps, "LineEnd", css::drawing::PolyPolygonBezierCoords());
-    SetProp(ps, "LineEndWidth", static_cast<sal_Int32>(0));
+    SetProp(ps, shape, css::drawing::PolyPolygonBezierCoords());
+    SetProp(ps, width, static_cast<sal_Int32>(0));
     return;
   }
   auto arrow = ArrowFor(m.style);
   double aspect = m.length == msoArrowheadShort ? 0.66 : m.length == msoArrowheadLong ? 1.5 : 1.0;
   for (auto& p : arrow.Coordinates.getArray()[0]) p.Y = static_cast<sal_Int32>(p.Y * aspect);
-  SetProp(ps, "LineEnd", arrow);
+  SetProp(ps, shape, arrow);
   double base = MarkerBase(GetProp<sal_Int32>(ps, "LineWidth"));
-  SetProp(ps, "LineEndWidth", static_cast<sal_Int32>(std::lround(base * WidthFactor(m.style, m.width))));
-  SetProp(ps, "LineEndCenter", false);
+  SetProp(ps, width, static_cast<sal_Int32>(std::lround(base * WidthFactor(m.style, m.width))));
+  SetProp(ps, centre, false);
 }
 
 }  // namespace
@@ -245,6 +248,12 @@ double LineFormat::EndArrowheadDrawnWidth() const {
 void LineFormat::SetEndArrowheadStyle(int style) { ApplyArrowhead(style, EndArrowheadLength(), EndArrowheadWidth()); }
 void LineFormat::SetEndArrowheadLength(int length) { ApplyArrowhead(EndArrowheadStyle(), length, EndArrowheadWidth()); }
 void LineFormat::SetEndArrowheadWidth(int width) { ApplyArrowhead(EndArrowheadStyle(), EndArrowheadLength(), width); }
+
+void LineFormat::SetBeginArrowheadStyle(int style) {
+  Call("LineFormat.BeginArrowhead", [&] {
+    PutMarker(shape_->Props(), Marker{style, msoArrowheadLengthMedium, msoArrowheadWidthMedium}, true);
+  });
+}
 
 void LineFormat::ApplyArrowhead(int style, int length, int width) {
   Call("LineFormat.EndArrowhead", [&] { PutMarker(shape_->Props(), Marker{style, length, width}); });

@@ -24,6 +24,8 @@ class LineFormat {
   int EndArrowheadStyle() const;
   // The marker at the line's begin as the office draws it (msoArrowheadNone without one).
   int BeginArrowheadStyle() const;
+  // A marker of medium length and width at the line's begin.
+  void SetBeginArrowheadStyle(int style);
   void SetEndArrowheadStyle(int style);
   int EndArrowheadLength() const;
   void SetEndArrowheadLength(int length);

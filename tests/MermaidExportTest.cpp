@@ -222,6 +222,7 @@ TEST_F(MermaidExportTest, WhatIsANodeSubgraphsClassesAndDirection) {
 // Texts with quotes, "#", "|", brackets, non-ASCII letters and a line break
 // come back equal from the text written; a name Mermaid can take stays the
 // node's id, one it cannot is numbered, and the edge between still holds.
+// A line whose arrow is at its begin is an edge the way its arrow points.
 TEST_F(MermaidExportTest, TextsThatNeedEscapingComeBackEqual) {
   const std::vector<std::string> texts = {"Say \"hello\" #1", "a | b [c] {d} (e)", "Grüße, čaj\nzweite Zeile",
                                           "x < y > z `q` *"};
@@ -229,7 +230,11 @@ TEST_F(MermaidExportTest, TextsThatNeedEscapingComeBackEqual) {
   for (size_t i = 0; i < texts.size(); ++i)
     made.push_back(Add(msoShapeFlowchartProcess, i == 0 ? "Step-1" : "Step " + std::to_string(i + 1), texts[i], 60,
                        40 + 80.0 * i));
-  for (size_t i = 0; i + 1 < made.size(); ++i) Join(made[i], 3, made[i + 1], 1);
+  for (size_t i = 0; i + 2 < made.size(); ++i) Join(made[i], 3, made[i + 1], 1);
+  // The last line drawn from the lower symbol up, its arrow at its begin.
+  Shape up = Join(made[3], 1, made[2], 3);
+  up.Line().SetEndArrowheadStyle(msoArrowheadNone);
+  up.Line().SetBeginArrowheadStyle(msoArrowheadTriangle);
 
   MermaidChart chart = CMermaidExport::Read(*sheet_);
   std::string text = tools::MermaidWriter::Write(chart);
@@ -240,6 +245,7 @@ TEST_F(MermaidExportTest, TextsThatNeedEscapingComeBackEqual) {
   EXPECT_EQ("N2", back.nodes[1].id);
   EXPECT_EQ(EdgesByText(chart), EdgesByText(back));
   EXPECT_EQ(3u, back.edges.size());
+  EXPECT_TRUE(EdgesByText(back).count({texts[2], texts[3], "", false})) << text;
 }
 
 // A template's upright lanes drawn as shapes, under a title block whose
