@@ -14,6 +14,7 @@
 #include <sstream>
 #include <string>
 #include <thread>
+#include <tuple>
 #include <vector>
 
 #include <nlohmann/json.hpp>
@@ -928,6 +929,49 @@ TEST_F(CliTest, MermaidSaysWhyItWroteNothing) {
   CommandRun missing = Run("mermaid '" + folder_ + "/missing.ods'");
   EXPECT_EQ(1, missing.exitCode);
   EXPECT_NE(std::string::npos, missing.output.find("cannot read '" + folder_ + "/missing.ods'")) << missing.output;
+  ExpectNothingLeftBehind();
+}
+
+// The order demo drawn live and written out: a node for each of its twelve
+// steps (the label line is none) and the run's two terminators, in the
+// order drawn, each with its shape; one edge down the chain from each to
+// the next; the two decisions' lines down carry their Yes labels (their No
+// labels have no line).
+TEST_F(CliTest, MermaidWritesTheDrawnDemoChart) {
+  std::string chart = folder_ + "/order.ods";
+  CommandRun drawn = Run("draw '" NIVAREL_SOURCE_DIR "/examples/order.txt' -o '" + chart + "'");
+  ASSERT_EQ(0, drawn.exitCode) << drawn.output;
+  CommandRun printed = Run("mermaid '" + chart + "' 2>/dev/null");
+  ASSERT_EQ(0, printed.exitCode) << printed.output;
+  ASSERT_FALSE(printed.lines.empty());
+  EXPECT_EQ("flowchart TD", printed.lines[0]);
+
+  std::regex node(R"re(    (\w+)(\(\[|\[/|\{|>|\[)"(.*)"(\]\)|/\]|\}|\])$)re");
+  std::regex edge(R"re(    (\S+) (-->|-\.->)(?:\|"(.*)"\|)? (\S+))re");
+  std::vector<std::string> ids, shapes, texts;
+  std::vector<std::tuple<std::string, std::string, std::string>> edges;
+  for (const std::string& line : printed.lines) {
+    std::smatch m;
+    if (std::regex_match(line, m, node)) {
+      ids.push_back(m[1]);
+      shapes.push_back(m[2]);
+      texts.push_back(m[3]);
+    } else if (std::regex_match(line, m, edge)) {
+      EXPECT_EQ("-->", m[2]) << line;
+      edges.emplace_back(m[1], m[4], m[3]);
+    }
+  }
+  ASSERT_EQ(14u, texts.size()) << printed.output;
+  EXPECT_EQ("Start", texts.front());
+  EXPECT_EQ("End", texts.back());
+  EXPECT_EQ("Check the order for completeness", texts[2]);
+  EXPECT_EQ("2", texts[12]);
+  EXPECT_EQ((std::vector<std::string>{"([", "[", "[", "{", "[", "[", "{", "[", "[", "[/", "[", "[", ">", "(["}), shapes)
+      << printed.output;
+  std::vector<std::tuple<std::string, std::string, std::string>> chain;
+  for (size_t i = 0; i + 1 < ids.size(); ++i)
+    chain.emplace_back(ids[i], ids[i + 1], texts[i].back() == '?' ? "Yes" : "");
+  EXPECT_EQ(chain, edges) << printed.output;
   ExpectNothingLeftBehind();
 }
 
