@@ -24,6 +24,7 @@
 #include "MermaidReader.h"
 #include "MermaidWriter.h"
 #include "MsoConstants.h"
+#include "Range.h"
 #include "ShapeRange.h"
 #include "Shapes.h"
 #include "TextFrame.h"
@@ -314,6 +315,30 @@ TEST_F(MermaidExportTest, ATemplatesSwimLanesHoldingSymbolsAreSubgraphs) {
   EXPECT_EQ((std::map<std::string, std::vector<std::string>>{{"Lane 1", {"First", "Second"}}, {"Lane 3", {"Third"}}}),
             lanes);
   made->Close();
+}
+
+// A group box drawn by Insert Group Box over B2:E6 is a subgraph titled as
+// the box, holding the symbol whose centre lies in the range and not the
+// one beside it; the box itself is no node.
+TEST_F(MermaidExportTest, AGroupBoxFromItsDialogIsASubgraphOfItsTitle) {
+  Range inside = sheet_->GetRange("C3"), outside = sheet_->GetRange("H3");
+  Add(msoShapeFlowchartProcess, "Pack", "Pack the order", inside.Left(), inside.Top());
+  Add(msoShapeFlowchartProcess, "Ship", "Ship it", outside.Left(), outside.Top());
+  sheet_->GetRange("B2:E6").Select();
+  Drive([&] { Ui().RunCommand("vnd.nivarel:rxNivarelInsertGroupBox", true); }, " Insert Group Box", [&] {
+    TypeBeside("Group Box Label", "Packing \"A\"");
+    Ui().ClickInDialog("OK");
+  });
+
+  MermaidChart chart = CMermaidExport::Read(*sheet_);
+  ASSERT_EQ(2u, chart.nodes.size()) << host::ReadLogFile();
+  ASSERT_EQ(1u, chart.subgraphs.size());
+  EXPECT_EQ("Packing \"A\"", chart.subgraphs[0].title);
+  EXPECT_EQ(std::vector<std::string>{"Pack"}, chart.subgraphs[0].nodes);
+  MermaidChart back = ReadBack(chart);
+  ASSERT_EQ(1u, back.subgraphs.size());
+  EXPECT_EQ("Packing \"A\"", back.subgraphs[0].title);
+  EXPECT_EQ(std::vector<std::string>{"Pack"}, back.subgraphs[0].nodes);
 }
 
 }  // namespace
