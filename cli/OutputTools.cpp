@@ -1,5 +1,6 @@
 #include "OutputTools.h"
 
+#include <fstream>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -37,8 +38,18 @@ const char kExtractUsage[] =
     "  line on standard output (a line break within a step printed as a blank).\n"
     "  --sheet NAME   the sheet whose shapes are read (default: the sheet the file opens at)\n";
 
+const char kMermaidUsage[] =
+    "usage: nivarel mermaid FILE [-o OUT.mmd] [--sheet NAME]\n"
+    "  Writes the flowchart of a sheet of FILE (.ods or .xlsx) as Mermaid flowchart text: a\n"
+    "  node for each symbol with its shape and text, an edge for each glued flow line in the\n"
+    "  direction of its arrow (dotted when dashed, with a decision's branch label), group\n"
+    "  boxes as subgraphs and a class for each fill and line colour in use. Without -o the\n"
+    "  text goes to standard output. FILE is not changed.\n"
+    "  --sheet NAME   the sheet whose shapes are read (default: the sheet the file opens at)\n";
+
 namespace {
 
+constexpr char kMermaidCommand[] = "vnd.nivarel:rxNivarelRunMermaid";
 constexpr char kKeyCommand[] = "vnd.nivarel:rxNivarelRunFlowchartKey";
 constexpr char kExtractCommand[] = "vnd.nivarel:rxNivarelRunExtractText";
 
@@ -162,6 +173,48 @@ int Extract(const OutputToolOptions& options, std::ostream& out, std::ostream& e
         Range heading = SheetAnswered(book, answer).GetRange(answer.values["Cell"]);
         int count = std::stoi(answer.values["Count"]);
         for (int row = 1; row <= count; ++row) out << OneLine(heading.Offset(row, 0).Value()) << "\n";
+        return 0;
+      },
+      err);
+}
+
+bool ReadMermaidArguments(const std::vector<std::string>& args, OutputToolOptions& options, std::ostream& err) {
+  for (size_t i = 0; i < args.size(); ++i) {
+    const std::string& arg = args[i];
+    bool hasValue = i + 1 < args.size();
+    if (arg == "-o" && hasValue && options.textFile.empty()) options.textFile = args[++i];
+    else if (arg == "--sheet" && hasValue) options.sheet = args[++i];
+    else if (options.input.empty() && !arg.empty() && arg[0] != '-') options.input = arg;
+    else {
+      err << "nivarel mermaid: unexpected argument '" << arg << "'\n";
+      return false;
+    }
+  }
+  if (options.input.empty()) {
+    err << "nivarel mermaid: name the FILE to read\n";
+    return false;
+  }
+  return true;
+}
+
+int Mermaid(const OutputToolOptions& options, std::ostream& out, std::ostream& err) {
+  return RunInOffice(
+      options, "nivarel-mermaid", kMermaidCommand,
+      [&](Workbook&, AddinCommand::Answer& answer) {
+        const std::string& text = answer.values["Text"];
+        if (options.textFile.empty()) {
+          out << text;
+          return 0;
+        }
+        std::ofstream file(options.textFile, std::ios::binary);
+        file << text;
+        file.close();
+        if (!file) {
+          err << "nivarel: cannot write '" << options.textFile << "'\n";
+          return 1;
+        }
+        out << "wrote " << answer.values["Count"] << " nodes of the sheet '" << answer.values["Sheet"] << "' to "
+            << options.textFile << "\n";
         return 0;
       },
       err);

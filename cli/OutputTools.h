@@ -1,5 +1,6 @@
-// `nivarel key` and `nivarel extract`: the symbol key drawn on a saved
-// sheet, and a chart's steps written under "Process Steps" (or printed),
+// `nivarel key`, `nivarel extract` and `nivarel mermaid`: the symbol key
+// drawn on a saved sheet, a chart's steps written under "Process Steps" (or
+// printed), and a chart written as Mermaid flowchart text,
 // each run inside an office with the add-in by the same tools as the menu's,
 // the cell their prompt asks for given by --cell.
 #pragma once
@@ -12,6 +13,7 @@ namespace nivarel::cli {
 
 extern const char kKeyUsage[];
 extern const char kExtractUsage[];
+extern const char kMermaidUsage[];
 
 struct OutputToolOptions {
   std::string input;                 // .ods or .xlsx
@@ -21,6 +23,7 @@ struct OutputToolOptions {
   std::string cell;                  // "C3" or "Sheet2.C3"; extract: empty for the active cell
   std::string extension;             // the nivarel.oxt to run with
   std::string shipped;               // the folder holding the shipped nivarel.cfg and symbols.ini
+  std::string textFile;              // mermaid: the text file written; empty for standard output
 };
 
 // Reads the arguments after the command's name into options; false, with a
@@ -34,5 +37,13 @@ int Key(const OutputToolOptions& options, std::ostream& out, std::ostream& err);
 // 0 when the steps were written (into each output, else printed one a line
 // on out); otherwise a message on err and 1. Never leaves an office running.
 int Extract(const OutputToolOptions& options, std::ostream& out, std::ostream& err);
+
+// `nivarel mermaid FILE [-o OUT.mmd] [--sheet NAME]`: reads the arguments
+// after the command's name; false, with a message on err, on a mistake.
+bool ReadMermaidArguments(const std::vector<std::string>& args, OutputToolOptions& options, std::ostream& err);
+// 0 when the chart's text was written to options.textFile (else to out);
+// otherwise a message on err and 1. The file read is not changed. Never
+// leaves an office running.
+int Mermaid(const OutputToolOptions& options, std::ostream& out, std::ostream& err);
 
 }  // namespace nivarel::cli

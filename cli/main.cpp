@@ -2,7 +2,8 @@
 // draws a flowchart with the live run from a list of steps. `nivarel wizard
 // INPUT -o OUT` turns a sheet's text into a flowchart with the wizard.
 // `nivarel key FILE --cell CELL -o OUT` draws a sheet's symbol key, `nivarel
-// extract FILE` lists a chart's steps. `nivarel demo OUTDIR` starts
+// extract FILE` lists a chart's steps, `nivarel mermaid FILE` writes a
+// chart as Mermaid text. `nivarel demo OUTDIR` starts
 // a headless office with the extension, draws two connected symbols over
 // cells and saves the sheet as .ods and .xlsx. `nivarel shapes FILE` lists
 // the shapes of a saved sheet as JSON lines. `nivarel template -o FILE`
@@ -88,6 +89,7 @@ int Usage(bool asked) {
                "  export FILE -o PICTURE  write a picture of a saved sheet's flowchart\n"
                "  key FILE --cell CELL -o OUT ...  draw the symbol key of a sheet\n"
                "  extract FILE [-o OUT]   list a chart's steps under Process Steps, or print them\n"
+               "  mermaid FILE [-o OUT]   write a sheet's flowchart as Mermaid text\n"
                "  --help, --version\n");
   return asked ? 0 : 2;
 }
@@ -173,6 +175,7 @@ int main(int argc, char** argv) {
     if (command == "export") return CommandUsage(nivarel::cli::kExportUsage, true);
     if (command == "key") return CommandUsage(nivarel::cli::kKeyUsage, true);
     if (command == "extract") return CommandUsage(nivarel::cli::kExtractUsage, true);
+    if (command == "mermaid") return CommandUsage(nivarel::cli::kMermaidUsage, true);
   }
   const char* ext = std::getenv("NIVAREL_OXT");
   std::string extension = ext && *ext ? ext : NIVAREL_OXT;
@@ -256,6 +259,14 @@ int main(int argc, char** argv) {
                                                  std::cerr))
         return CommandUsage(key ? nivarel::cli::kKeyUsage : nivarel::cli::kExtractUsage, false);
       return key ? nivarel::cli::Key(options, std::cout, std::cerr) : nivarel::cli::Extract(options, std::cout, std::cerr);
+    }
+    if (command == "mermaid") {
+      nivarel::cli::OutputToolOptions options;
+      options.extension = extension;
+      options.shipped = NIVAREL_SHIPPED;
+      if (!nivarel::cli::ReadMermaidArguments(std::vector<std::string>(argv + 2, argv + argc), options, std::cerr))
+        return CommandUsage(nivarel::cli::kMermaidUsage, false);
+      return nivarel::cli::Mermaid(options, std::cout, std::cerr);
     }
     if (command == "template")
       return nivarel::cli::Template(std::vector<std::string>(argv + 2, argv + argc), std::cout, std::cerr);

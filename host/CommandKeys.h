@@ -28,6 +28,8 @@ constexpr char kRunWizardKey[] = "runflowchartwizard";
 // (rxNivarelRunFlowchartKey, rxNivarelRunExtractText).
 constexpr char kRunKeyKey[] = "runflowchartkey";
 constexpr char kRunExtractKey[] = "runextracttext";
+// And the chart as Mermaid text (rxNivarelRunMermaid).
+constexpr char kRunMermaidKey[] = "runmermaid";
 
 // The operation of a key on a road; nothing for a key that the road lacks.
 std::optional<Command> CommandForKey(const std::string& key, Road road);

@@ -1,6 +1,8 @@
 #include "OutputCommand.h"
 
 #include "CExtractText.h"
+#include "CMermaidExport.h"
+#include "MermaidWriter.h"
 #include "CFlowchartKey.h"
 #include "HostError.h"
 #include "MErrorHandler.h"
@@ -118,6 +120,27 @@ OutputOutcome OutputCommand::ExtractText(const OutputChoices& choices) {
     ErrObject error = CurrentError();
     ErrorHandler(kSource, "ExtractText", false, error);
     return Refused("The text extraction failed: " + error.Description);
+  }
+}
+
+OutputOutcome OutputCommand::Mermaid(const OutputChoices& choices) {
+  try {
+    std::string problem = BringToFront(choices);
+    if (!problem.empty()) return Refused(problem);
+    std::optional<office::Worksheet> sheet = ExcelApp->ActiveSheet();
+    if (!sheet) return Refused("The current sheet is not a Worksheet.");
+    tools::MermaidChart chart = tools::CMermaidExport::Read(*sheet);
+    if (chart.nodes.empty()) return Refused("No flowchart symbols were found on the sheet '" + sheet->Name() + "'.");
+    OutputOutcome outcome;
+    outcome.done = true;
+    outcome.sheet = sheet->Name();
+    outcome.count = static_cast<int>(chart.nodes.size());
+    outcome.text = tools::MermaidWriter::Write(chart);
+    return outcome;
+  } catch (...) {
+    ErrObject error = CurrentError();
+    ErrorHandler(kSource, "Mermaid", false, error);
+    return Refused("The Mermaid export failed: " + error.Description);
   }
 }
 

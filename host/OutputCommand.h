@@ -1,4 +1,4 @@
-// The symbol key and the text extraction run without a user, as the command
+// The symbol key, the text extraction and the Mermaid export run without a user, as the command
 // line asks for them: the same tools as the menu's, on one sheet of a
 // workbook, with the cell the prompt would ask for given in advance (an
 // existing key is replaced without the question). Answers what was done and
@@ -26,7 +26,8 @@ struct OutputOutcome {
   std::string message;  // why nothing was done
   std::string sheet;    // the sheet the key or the list went to
   std::string cell;     // its top-left cell ("C3")
-  int count = 0;        // the key's rows, or the steps listed
+  int count = 0;        // the key's rows, the steps listed, or the chart's nodes
+  std::string text;     // the chart as Mermaid text
 };
 
 class OutputCommand {
@@ -34,6 +35,9 @@ class OutputCommand {
   // Never throw: an unexpected error is logged and answered.
   static OutputOutcome CreateKey(const OutputChoices& choices);
   static OutputOutcome ExtractText(const OutputChoices& choices);
+  // The chart of the sheet as Mermaid flowchart text; the cell is not used
+  // and nothing on the sheet changes. A sheet without symbols is refused.
+  static OutputOutcome Mermaid(const OutputChoices& choices);
 };
 
 }  // namespace nivarel::host

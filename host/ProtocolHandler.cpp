@@ -94,7 +94,7 @@ std::optional<Workbook> WorkbookShownIn(const Reference<css::frame::XFrame>& fra
 bool IsWizardRun(const std::string& controlId) { return KeyOfControlId(controlId) == kRunWizardKey; }
 bool IsOutputRun(const std::string& controlId) {
   std::string key = KeyOfControlId(controlId);
-  return key == kRunKeyKey || key == kRunExtractKey;
+  return key == kRunKeyKey || key == kRunExtractKey || key == kRunMermaidKey;
 }
 
 // The wizard's choices from the command's arguments: Sheet (text), Layout
@@ -267,8 +267,9 @@ void ProtocolHandler::dispatchWithNotification(const css::util::URL& url,
       const css::beans::NamedValue values[] = {Named("Message", uno::Any(ToOu(outcome.message))),
                                                Named("Sheet", uno::Any(ToOu(outcome.sheet))),
                                                Named("Cell", uno::Any(ToOu(outcome.cell))),
-                                               Named("Count", uno::Any(sal_Int32(outcome.count)))};
-      result.Result <<= uno::Sequence<css::beans::NamedValue>(values, 4);
+                                               Named("Count", uno::Any(sal_Int32(outcome.count))),
+                                               Named("Text", uno::Any(ToOu(outcome.text)))};
+      result.Result <<= uno::Sequence<css::beans::NamedValue>(values, 5);
       return;
     }
     if (!IsWizardRun(id)) {

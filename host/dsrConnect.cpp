@@ -184,6 +184,7 @@ OutputOutcome dsrConnect::rxNivarel_RunOutput(const std::string& key, const Outp
       return refused;
     }
     if (IsSharedWorkbook(refused.message)) return refused;
+    if (key == kRunMermaidKey) return OutputCommand::Mermaid(choices);
     return key == kRunKeyKey ? OutputCommand::CreateKey(choices) : OutputCommand::ExtractText(choices);
   } catch (...) {
     ErrObject e = CurrentError();

@@ -44,7 +44,8 @@ class dsrConnect {
   // workbook, else run by WizardCommand. Nothing is shown; the answer says
   // what came of it. Never throws.
   WizardOutcome rxNivarel_RunWizard(const WizardChoices& choices);
-  // The symbol key (kRunKeyKey) or the text extraction (kRunExtractKey) that
+  // The symbol key (kRunKeyKey), the text extraction (kRunExtractKey) or the
+  // Mermaid export (kRunMermaidKey) that
   // the command line sends with its choices: refused while a flowcharting
   // session runs or for a shared workbook, else run by OutputCommand. Never
   // throws.

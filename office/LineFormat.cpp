@@ -78,11 +78,11 @@ struct Marker {
   int width = msoArrowheadWidthMedium;
 };
 
-// The line's end marker as the office draws it: the outline's form, its
-// proportions and its width against the line's.
-Marker DrawnMarker(const Reference<css::beans::XPropertySet>& ps) {
+// The line's end marker (or, with begin, its start marker) as the office
+// draws it: the outline's form, its proportions and its width against the line's.
+Marker DrawnMarker(const Reference<css::beans::XPropertySet>& ps, bool begin = false) {
   Marker m;
-  auto end = GetProp<css::drawing::PolyPolygonBezierCoords>(ps, "LineEnd");
+  auto end = GetProp<css::drawing::PolyPolygonBezierCoords>(ps, begin ? "LineStart" : "LineEnd");
   if (end.Coordinates.getLength() == 0 || end.Coordinates[0].getLength() < 3) return m;
   std::vector<css::awt::Point> pts(end.Coordinates[0].begin(), end.Coordinates[0].end());
   if (pts.size() > 3 && pts.front().X == pts.back().X && pts.front().Y == pts.back().Y) pts.pop_back();
@@ -108,7 +108,7 @@ Marker DrawnMarker(const Reference<css::beans::XPropertySet>& ps) {
   }
   double aspect = h / w;
   m.length = aspect < 0.83 ? msoArrowheadShort : aspect > 1.25 ? msoArrowheadLong : msoArrowheadLengthMedium;
-  double ratio = GetProp<sal_Int32>(ps, "LineEndWidth") / static_cast<double>(MarkerBase(GetProp<sal_Int32>(ps, "LineWidth")));
+  double ratio = GetProp<sal_Int32>(ps, begin ? "LineStartWidth" : "LineEndWidth") / static_cast<double>(MarkerBase(GetProp<sal_Int32>(ps, "LineWidth")));
   m.width = msoArrowheadWidthMedium;
   double best = 1e9;
   for (int code : {msoArrowheadNarrow, msoArrowheadWidthMedium, msoArrowheadWide}) {
@@ -118,20 +118,23 @@ Marker DrawnMarker(const Reference<css::beans::XPropertySet>& ps) {
   return m;
 }
 
-// Draws the end marker at the line's present width.
-void PutMarker(const Reference<css::beans::XPropertySet>& ps, const Marker& m) {
+// Draws the end marker (with begin, the start marker) at the line's present width.
+void PutMarker(const Reference<css::beans::XPropertySet>& ps, const Marker& m, bool begin = false) {
+  const char* shape = begin ? "LineStart" : "LineEnd";
+  const char* width = begin ? "LineStartWidth" : "LineEndWidth";
+  const char* centre = begin ? "LineStartCenter" : "LineEndCenter";
   if (m.style == msoArrowheadNone) {
-    SetProp(ps, "LineEnd", css::drawing::PolyPolygonBezierCoords());
-    SetProp(ps, "LineEndWidth", static_cast<sal_Int32>(0));
+    SetProp(ps, shape, css::drawing::PolyPolygonBezierCoords());
+    SetProp(ps, width, static_cast<sal_Int32>(0));
     return;
   }
   auto arrow = ArrowFor(m.style);
   double aspect = m.length == msoArrowheadShort ? 0.66 : m.length == msoArrowheadLong ? 1.5 : 1.0;
   for (auto& p : arrow.Coordinates.getArray()[0]) p.Y = static_cast<sal_Int32>(p.Y * aspect);
-  SetProp(ps, "LineEnd", arrow);
+  SetProp(ps, shape, arrow);
   double base = MarkerBase(GetProp<sal_Int32>(ps, "LineWidth"));
-  SetProp(ps, "LineEndWidth", static_cast<sal_Int32>(std::lround(base * WidthFactor(m.style, m.width))));
-  SetProp(ps, "LineEndCenter", false);
+  SetProp(ps, width, static_cast<sal_Int32>(std::lround(base * WidthFactor(m.style, m.width))));
+  SetProp(ps, centre, false);
 }
 
 }  // namespace
@@ -222,6 +225,10 @@ int LineFormat::EndArrowheadStyle() const {
   return Call("LineFormat.EndArrowheadStyle", [&] { return DrawnMarker(shape_->Props()).style; });
 }
 
+int LineFormat::BeginArrowheadStyle() const {
+  return Call("LineFormat.BeginArrowheadStyle", [&] { return DrawnMarker(shape_->Props(), true).style; });
+}
+
 int LineFormat::EndArrowheadLength() const {
   return Call("LineFormat.EndArrowheadLength", [&] { return DrawnMarker(shape_->Props()).length; });
 }
@@ -241,6 +248,12 @@ double LineFormat::EndArrowheadDrawnWidth() const {
 void LineFormat::SetEndArrowheadStyle(int style) { ApplyArrowhead(style, EndArrowheadLength(), EndArrowheadWidth()); }
 void LineFormat::SetEndArrowheadLength(int length) { ApplyArrowhead(EndArrowheadStyle(), length, EndArrowheadWidth()); }
 void LineFormat::SetEndArrowheadWidth(int width) { ApplyArrowhead(EndArrowheadStyle(), EndArrowheadLength(), width); }
+
+void LineFormat::SetBeginArrowheadStyle(int style) {
+  Call("LineFormat.BeginArrowhead", [&] {
+    PutMarker(shape_->Props(), Marker{style, msoArrowheadLengthMedium, msoArrowheadWidthMedium}, true);
+  });
+}
 
 void LineFormat::ApplyArrowhead(int style, int length, int width) {
   Call("LineFormat.EndArrowhead", [&] { PutMarker(shape_->Props(), Marker{style, length, width}); });

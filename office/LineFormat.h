@@ -22,6 +22,10 @@ class LineFormat {
   void SetDashStyle(int dash);
   ColorFormat ForeColor() const;
   int EndArrowheadStyle() const;
+  // The marker at the line's begin as the office draws it (msoArrowheadNone without one).
+  int BeginArrowheadStyle() const;
+  // A marker of medium length and width at the line's begin.
+  void SetBeginArrowheadStyle(int style);
   void SetEndArrowheadStyle(int style);
   int EndArrowheadLength() const;
   void SetEndArrowheadLength(int length);

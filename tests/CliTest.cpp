@@ -14,6 +14,7 @@
 #include <sstream>
 #include <string>
 #include <thread>
+#include <tuple>
 #include <vector>
 
 #include <nlohmann/json.hpp>
@@ -211,7 +212,7 @@ TEST_F(CliTest, ListsShapesConnectorsAndGroupsOfTheFirstSheetInDrawingOrder) {
 TEST_F(CliTest, HelpAndVersionGoToStandardOutputAndMistakesToStandardError) {
   // Standard error thrown away: what is left is standard output.
   for (const char* asked : {"--help", "draw --help", "wizard --help", "shapes -h", "demo --help", "pictures --help",
-                            "export --help", "key --help", "extract -h", "walkthrough --help"}) {
+                            "export --help", "key --help", "extract -h", "mermaid --help", "walkthrough --help"}) {
     CommandRun help = Run(std::string(asked) + " 2>/dev/null");
     EXPECT_EQ(0, help.exitCode) << asked;
     EXPECT_EQ(0u, help.output.find("usage: nivarel")) << asked << ": " << help.output;
@@ -226,7 +227,8 @@ TEST_F(CliTest, HelpAndVersionGoToStandardOutputAndMistakesToStandardError) {
                             "export c.ods", "export -o c.png", "export c.ods -o c.png --scale 0",
                             "export c.ods -o c.png --scale 11", "export c.ods -o c.png --bogus",
                             "key", "key chart.ods -o x.ods", "key chart.ods --cell B2", "key chart.ods --cell",
-                            "extract", "extract chart.ods --bogus", "extract chart.ods --png x.png", "walkthrough",
+                            "extract", "extract chart.ods --bogus", "extract chart.ods --png x.png", "mermaid",
+                            "mermaid chart.ods --bogus", "mermaid chart.ods -o a.mmd -o b.mmd", "walkthrough",
                             "walkthrough -o x.txt", "walkthrough -o x.xlsx --png x.jpg", "walkthrough -o x.xlsx --bogus"}) {
     CommandRun mistake = Run(std::string(wrong) + " >/dev/null");
     EXPECT_EQ(2, mistake.exitCode) << wrong;
@@ -875,6 +877,102 @@ TEST_F(CliTest, ExtractSaysWhyItListedNothing) {
   EXPECT_EQ(1, wrongType.exitCode);
   EXPECT_NE(std::string::npos, wrongType.output.find("cannot read '" + csv + "': not a .ods or .xlsx file"))
       << wrongType.output;
+}
+
+// The chart's text goes to standard output, or with -o to the file and a
+// line saying so; the glued line is an edge from the begin shape's node, a
+// name Mermaid can take is the node's id, and the step's quotes and line
+// break are written as the syntax wants them. The file read stays as it was.
+TEST_F(CliTest, MermaidPrintsTheChartsTextOrWritesItToAFile) {
+  DrawSheet();
+  std::string input = Save("chart.ods");
+  auto saved = std::filesystem::last_write_time(input);
+
+  CommandRun printed = Run("mermaid '" + input + "' 2>/dev/null");
+  ASSERT_EQ(0, printed.exitCode) << printed.output;
+  ASSERT_FALSE(printed.lines.empty());
+  EXPECT_EQ("flowchart TD", printed.lines[0]) << printed.output;
+  std::set<std::string> lines(printed.lines.begin(), printed.lines.end());
+  EXPECT_TRUE(lines.count("    Start([\"Start\"])")) << printed.output;
+  EXPECT_TRUE(lines.count("    N2[\"Take the #quot;order#quot;<br>then check — ü\"]")) << printed.output;
+  EXPECT_TRUE(lines.count("    Start --> N2")) << printed.output;
+  EXPECT_EQ(saved, std::filesystem::last_write_time(input));
+  ExpectNothingLeftBehind();
+
+  std::string out = folder_ + "/chart.mmd";
+  CommandRun written = Run("mermaid '" + input + "' -o '" + out + "' 2>/dev/null");
+  ASSERT_EQ(0, written.exitCode) << written.output;
+  ASSERT_EQ(1u, written.lines.size()) << written.output;
+  EXPECT_EQ(0u, written.lines[0].find("wrote 4 nodes of the sheet '")) << written.output;
+  std::ifstream file(out, std::ios::binary);
+  std::stringstream text;
+  text << file.rdbuf();
+  EXPECT_EQ(printed.output, text.str());
+  ExpectNothingLeftBehind();
+}
+
+TEST_F(CliTest, MermaidSaysWhyItWroteNothing) {
+  book_->AddSheet().SetName("Blank");
+  sheet_->Activate();
+  DrawSheet();
+  std::string input = Save("chart.ods");
+  CommandRun blank = Run("mermaid '" + input + "' --sheet Blank -o '" + folder_ + "/blank.mmd'");
+  EXPECT_EQ(1, blank.exitCode);
+  EXPECT_EQ(std::vector<std::string>{"nivarel: No flowchart symbols were found on the sheet 'Blank'."}, blank.lines);
+  EXPECT_FALSE(std::filesystem::exists(folder_ + "/blank.mmd"));
+  CommandRun noSheet = Run("mermaid '" + input + "' --sheet Nowhere");
+  EXPECT_EQ(1, noSheet.exitCode);
+  EXPECT_EQ(std::vector<std::string>{"nivarel: There is no sheet named 'Nowhere' in the workbook."}, noSheet.lines);
+  CommandRun unwritable = Run("mermaid '" + input + "' -o '" + folder_ + "/no/such/folder/x.mmd'");
+  EXPECT_EQ(1, unwritable.exitCode);
+  EXPECT_EQ(std::vector<std::string>{"nivarel: cannot write '" + folder_ + "/no/such/folder/x.mmd'"}, unwritable.lines);
+  CommandRun missing = Run("mermaid '" + folder_ + "/missing.ods'");
+  EXPECT_EQ(1, missing.exitCode);
+  EXPECT_NE(std::string::npos, missing.output.find("cannot read '" + folder_ + "/missing.ods'")) << missing.output;
+  ExpectNothingLeftBehind();
+}
+
+// The order demo drawn live and written out: a node for each of its twelve
+// steps (the label line is none) and the run's two terminators, in the
+// order drawn, each with its shape; one edge down the chain from each to
+// the next; the two decisions' lines down carry their Yes labels (their No
+// labels have no line).
+TEST_F(CliTest, MermaidWritesTheDrawnDemoChart) {
+  std::string chart = folder_ + "/order.ods";
+  CommandRun drawn = Run("draw '" NIVAREL_SOURCE_DIR "/examples/order.txt' -o '" + chart + "'");
+  ASSERT_EQ(0, drawn.exitCode) << drawn.output;
+  CommandRun printed = Run("mermaid '" + chart + "' 2>/dev/null");
+  ASSERT_EQ(0, printed.exitCode) << printed.output;
+  ASSERT_FALSE(printed.lines.empty());
+  EXPECT_EQ("flowchart TD", printed.lines[0]);
+
+  std::regex node(R"re(    (\w+)(\(\[|\[/|\{|>|\[)"(.*)"(\]\)|/\]|\}|\])$)re");
+  std::regex edge(R"re(    (\S+) (-->|-\.->)(?:\|"(.*)"\|)? (\S+))re");
+  std::vector<std::string> ids, shapes, texts;
+  std::vector<std::tuple<std::string, std::string, std::string>> edges;
+  for (const std::string& line : printed.lines) {
+    std::smatch m;
+    if (std::regex_match(line, m, node)) {
+      ids.push_back(m[1]);
+      shapes.push_back(m[2]);
+      texts.push_back(m[3]);
+    } else if (std::regex_match(line, m, edge)) {
+      EXPECT_EQ("-->", m[2]) << line;
+      edges.emplace_back(m[1], m[4], m[3]);
+    }
+  }
+  ASSERT_EQ(14u, texts.size()) << printed.output;
+  EXPECT_EQ("Start", texts.front());
+  EXPECT_EQ("End", texts.back());
+  EXPECT_EQ("Check the order for completeness", texts[2]);
+  EXPECT_EQ("2", texts[12]);
+  EXPECT_EQ((std::vector<std::string>{"([", "[", "[", "{", "[", "[", "{", "[", "[", "[/", "[", "[", ">", "(["}), shapes)
+      << printed.output;
+  std::vector<std::tuple<std::string, std::string, std::string>> chain;
+  for (size_t i = 0; i + 1 < ids.size(); ++i)
+    chain.emplace_back(ids[i], ids[i + 1], texts[i].back() == '?' ? "Yes" : "");
+  EXPECT_EQ(chain, edges) << printed.output;
+  ExpectNothingLeftBehind();
 }
 
 }  // namespace

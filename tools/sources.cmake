@@ -2,6 +2,7 @@
 # Built into the add-in's library.
 set(TOOLS_SOURCES
   ${CMAKE_SOURCE_DIR}/tools/BranchInserter.cpp
+  ${CMAKE_SOURCE_DIR}/tools/CMermaidExport.cpp
   ${CMAKE_SOURCE_DIR}/tools/CStyleWizard.cpp
   ${CMAKE_SOURCE_DIR}/tools/FlowchartWizard.cpp
   ${CMAKE_SOURCE_DIR}/tools/MermaidChart.cpp
