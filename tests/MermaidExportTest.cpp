@@ -146,6 +146,9 @@ TEST_F(MermaidExportTest, TheWizardsChartWithItsBranchLabelsAndADashedLine) {
             EdgesByText(chart));
   EXPECT_FALSE(EdgesByText(before).count({"Ship order", "Close", "", true})) << "solid before it was dashed";
   EXPECT_EQ(MermaidChart::Direction::TopDown, chart.direction);
+  const std::string text = tools::MermaidWriter::Write(chart);
+  EXPECT_NE(std::string::npos, text.find("-->|Yes|")) << text;
+  EXPECT_NE(std::string::npos, text.find("-->|No|")) << text;
 
   MermaidChart back = ReadBack(chart);
   EXPECT_EQ(EdgesByText(chart), EdgesByText(back));

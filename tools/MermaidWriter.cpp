@@ -25,6 +25,19 @@ bool IsPlainId(const std::string& id) {
   return true;
 }
 
+// Whether a label can stand unquoted between the bars and read back the
+// same: words of letters and digits, single spaces between, a few stops.
+bool IsPlainLabel(const std::string& label) {
+  if (label.empty() || label.front() == ' ' || label.back() == ' ' || label.find("  ") != std::string::npos)
+    return false;
+  for (char c : label) {
+    bool ok = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == ' ' || c == '.' ||
+              c == ',' || c == '?' || c == '!' || c == '\'' || c == '_' || static_cast<unsigned char>(c) >= 0x80;
+    if (!ok) return false;
+  }
+  return true;
+}
+
 // A class name the reader takes: letters, digits, "_" and "-"; anything
 // else becomes "_".
 std::string ClassName(const std::string& name) {
@@ -137,7 +150,8 @@ std::string MermaidWriter::Write(const MermaidChart& chart) {
     std::string from = ids.Node(e.from), to = ids.Node(e.to);
     if (from.empty() || to.empty()) continue;
     out += "    " + from + (e.dotted ? " -.->" : " -->");
-    if (!e.label.empty()) out += "|\"" + EscapeText(e.label) + "\"|";
+    if (!e.label.empty())
+      out += IsPlainLabel(e.label) ? "|" + e.label + "|" : "|\"" + EscapeText(e.label) + "\"|";
     out += " " + to + "\n";
   }
 
