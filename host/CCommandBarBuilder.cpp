@@ -22,6 +22,19 @@ constexpr char kExtensionToolbar[] = "addon_org.nivarel.addin.Toolbar";
 
 std::string UrlOf(const std::string& key) { return "vnd.nivarel:rxNivarel" + key; }
 
+// A button of the add-in's own: its command, words, and a picture beside
+// the caption when it has one.
+office::CommandBarControl Button(const std::string& command, const std::string& caption, const std::string& tooltip,
+                                 int pictureId, bool beginGroup) {
+  office::CommandBarControl c;
+  c.command = command;
+  c.caption = caption;
+  c.tooltip = tooltip;
+  c.style = pictureId != 0 ? 3 : 2;
+  c.beginGroup = beginGroup;
+  return c;
+}
+
 // A stored whole number; false when the store holds none that reads as one.
 bool StoredNumber(const char* key, int& value) {
   std::string text = GetSetting(kApplication, kSection, key, "");
@@ -214,24 +227,12 @@ CCommandBarBuilder::Control& CCommandBarBuilder::AddPopup(const std::string& par
 
 void CCommandBarBuilder::AddBarButton(const std::string& key, const std::string& caption, const std::string& tooltip,
                                       int pictureId, bool beginGroup) {
-  Control c;
-  c.command = UrlOf(key);
-  c.caption = caption;
-  c.tooltip = tooltip;
-  c.style = pictureId != 0 ? 3 : 2;
-  c.beginGroup = beginGroup;
-  m_Controls.push_back(c);
+  m_Controls.push_back(Button(UrlOf(key), caption, tooltip, pictureId, beginGroup));
 }
 
 void CCommandBarBuilder::AddPopupButton(Control& popup, const std::string& key, const std::string& caption,
                                         const std::string& tooltip, int pictureId, bool beginGroup) {
-  Control c;
-  c.command = UrlOf(key);
-  c.caption = caption;
-  c.tooltip = tooltip;
-  c.style = pictureId != 0 ? 3 : 2;
-  c.beginGroup = beginGroup;
-  popup.controls.push_back(c);
+  popup.controls.push_back(Button(UrlOf(key), caption, tooltip, pictureId, beginGroup));
 }
 
 void CCommandBarBuilder::AddBuiltInButton(Control& popup, int controlId, const std::string& caption, bool beginGroup) {
