@@ -947,7 +947,7 @@ TEST_F(CliTest, MermaidWritesTheDrawnDemoChart) {
   EXPECT_EQ("flowchart TD", printed.lines[0]);
 
   std::regex node(R"re(    (\w+)(\(\[|\[/|\{|>|\[)"(.*)"(\]\)|/\]|\}|\])$)re");
-  std::regex edge(R"re(    (\S+) (-->|-\.->)(?:\|"(.*)"\|)? (\S+))re");
+  std::regex edge(R"re(    (\S+) (-->|-\.->)(?:\|(.*)\|)? (\S+))re");
   std::vector<std::string> ids, shapes, texts;
   std::vector<std::tuple<std::string, std::string, std::string>> edges;
   for (const std::string& line : printed.lines) {
