@@ -362,6 +362,18 @@ sal_Int16 KeyOf(sal_Unicode c, bool& shift) {
 
 }  // namespace
 
+std::string UiDriver::ActiveTitle() const {
+  return CallHere("UiDriver.ActiveTitle", [&] {
+    Reference<awt::XExtendedToolkit> toolkit(awt::Toolkit::create(state_->session->context), uno::UNO_QUERY_THROW);
+    Reference<css::accessibility::XAccessible> top(toolkit->getActiveTopWindow(), uno::UNO_QUERY);
+    try {
+      return top.is() ? ToUtf8(top->getAccessibleContext()->getAccessibleName()) : std::string();
+    } catch (const css::lang::DisposedException&) {
+      return std::string();  // the window went meanwhile
+    }
+  });
+}
+
 std::string UiDriver::DialogTitle() const {
   return CallHere("UiDriver.DialogTitle", [&] {
     Reference<awt::XExtendedToolkit> toolkit(awt::Toolkit::create(state_->session->context), uno::UNO_QUERY_THROW);

@@ -70,6 +70,10 @@ class UiDriver {
   };
   // The title of the active dialog, empty when no dialog is active.
   std::string DialogTitle() const;
+  // The title of the active window, a message box's too, read through the
+  // toolkit ("" when none is active): safe while the office takes a window
+  // down, which reading through the UI-test service is not.
+  std::string ActiveTitle() const;
   // The active window's controls, in the order the window holds them.
   std::vector<DialogControl> DialogControls() const;
   // Whether a control of the active window, a list box too, has the focus:

@@ -466,6 +466,9 @@ TEST_F(TemplateGeneratorDialogTest, ATemplateThatCannotBeSavedIsToldAndTheOffice
     TypeBeside("Template Name", "Lost");
     TypeBeside("Template Folder", folder);
     Ui().ClickInDialog("OK");
+    // The dialog goes and a workbook comes before the message: watched
+    // through the toolkit until the message is in front.
+    ASSERT_TRUE(Eventually([&] { return Ui().ActiveTitle() == "Template Not Saved"; }, 20000)) << Ui().ActiveTitle();
     ASSERT_TRUE(WaitForTitle("Template Not Saved"));
     EXPECT_EQ("The template could not be saved:\n" + folder + "/Lost.xltx", Ui().MessageText());
     Ui().ClickButton("ok");
