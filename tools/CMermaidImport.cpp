@@ -197,7 +197,7 @@ std::vector<WizardRow> RowsOf(const MermaidChart& chart, const MermaidLayout& la
     if (from < 0 || to < 0) continue;
     WizardRow& row = rows[static_cast<size_t>(from)];
     row.connect_to += (row.connect_to.empty() ? "" : ",") + std::to_string(to + 1);
-    row.connect_labels.push_back(edge.label);
+    row.connect_links.push_back({edge.label, edge.dotted});
   }
   return rows;
 }

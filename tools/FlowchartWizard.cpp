@@ -13,6 +13,7 @@
 #include "CTextParser.h"
 #include "Characters.h"
 #include "ConnectorFormat.h"
+#include "LineFormat.h"
 #include "MErrorHandler.h"
 #include "MGlobalVariables.h"
 #include "MUtilities.h"
@@ -467,7 +468,9 @@ void FlowchartWizard::CreateFlowlines(Worksheet& sheet) {
           const WizardRow* to = Row(target);
           std::optional<Shape> line;
           if (to && to->included) line = CreateFlowlinesForRow(sheet, *from, target, sides);
-          std::string label = k < r.connect_labels.size() ? rules::Trim(r.connect_labels[k]) : "";
+          WizardLink link = k < r.connect_links.size() ? r.connect_links[k] : WizardLink();
+          std::string label = rules::Trim(link.label);
+          if (line && link.dashed) line->Line().SetDashStyle(office::msoLineDash);
           if (line && r.symbol_id + 1 == kDecision) {
             int side = SideLeftBy(*from, *line);
             if (side >= 0) {

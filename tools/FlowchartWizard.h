@@ -26,6 +26,12 @@
 
 namespace nivarel::tools {
 
+// How one connection of a row is drawn.
+struct WizardLink {
+  std::string label;
+  bool dashed = false;
+};
+
 // One row of the table: a non-blank cell of the source sheet.
 struct WizardRow {
   int entry_id = 0;           // the row's own number, from 1 in reading order
@@ -33,10 +39,11 @@ struct WizardRow {
   int style_id = 0;           // the style plus 123
   std::string entry;          // the shape's text, its prefix taken off
   std::string connect_to;     // row numbers or unique texts, comma-separated
-  // A label for each item of connect_to, in its order (missing ones empty):
-  // on a decision, the label goes on the side that item's line leaves by,
-  // in place of that side's branch text.
-  std::vector<std::string> connect_labels;
+  // How each item of connect_to is drawn, in its order (missing ones
+  // plain): a label, on a decision, goes on the side that item's line
+  // leaves by, in place of that side's branch text; a dashed line is drawn
+  // dashed.
+  std::vector<WizardLink> connect_links;
   std::string branchtop, branchright, branchbottom, branchleft;  // a decision's labels
   std::string celladdress;    // the source cell, "B5"
   std::string shapename;      // the shape's name once drawn
