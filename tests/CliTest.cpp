@@ -975,5 +975,46 @@ TEST_F(CliTest, MermaidWritesTheDrawnDemoChart) {
   ExpectNothingLeftBehind();
 }
 
+// The order demo drawn live, written as Mermaid, drawn again from that
+// text by the wizard and written once more: the same text, line for line
+// (nodes, shapes, texts, edges, the Yes labels, the class).
+TEST_F(CliTest, TheDemoChartWrittenAsMermaidAndDrawnAgainWritesTheSameText) {
+  std::string chart = folder_ + "/order.ods", first = folder_ + "/order.mmd", again = folder_ + "/again.ods";
+  CommandRun drawn = Run("draw '" NIVAREL_SOURCE_DIR "/examples/order.txt' -o '" + chart + "'");
+  ASSERT_EQ(0, drawn.exitCode) << drawn.output;
+  CommandRun written = Run("mermaid '" + chart + "' -o '" + first + "'");
+  ASSERT_EQ(0, written.exitCode) << written.output;
+  CommandRun imported = Run("wizard '" + first + "' -o '" + again + "'");
+  ASSERT_EQ(0, imported.exitCode) << imported.output;
+  // 14 symbols, 13 lines, the two decisions' Yes labels.
+  EXPECT_EQ(0u, imported.output.find("drew 29 shapes on the sheet '")) << imported.output;
+  CommandRun rewritten = Run("mermaid '" + again + "' 2>/dev/null");
+  ASSERT_EQ(0, rewritten.exitCode) << rewritten.output;
+  std::ifstream file(first, std::ios::binary);
+  std::stringstream text;
+  text << file.rdbuf();
+  EXPECT_EQ(text.str(), rewritten.output);
+  ExpectNothingLeftBehind();
+}
+
+// Mermaid text the wizard cannot read is told with its line before any
+// office starts, and nothing is written; so are the choices that only a
+// sheet's text can take.
+TEST_F(CliTest, WizardTellsTheLineOfMermaidItCannotRead) {
+  std::string bad = folder_ + "/bad.mmd", good = folder_ + "/good.mmd", out = folder_ + "/out.ods";
+  std::ofstream(bad) << "flowchart TD\n  a[Start] --> b[Check\n";
+  std::ofstream(good) << "flowchart TD\n  a --> b\n";
+  CommandRun refused = Run("wizard '" + bad + "' -o '" + out + "'");
+  EXPECT_EQ(1, refused.exitCode);
+  ASSERT_EQ(1u, refused.lines.size()) << refused.output;
+  EXPECT_EQ(0u, refused.lines[0].find("nivarel: '" + bad + "' is not Mermaid flowchart text: line 2: ")) << refused.output;
+  CommandRun sheet = Run("wizard '" + good + "' -o '" + out + "' --sheet Sheet1");
+  EXPECT_EQ(1, sheet.exitCode);
+  EXPECT_EQ(std::vector<std::string>{"nivarel: --sheet, --layout keep and --current-sheet do not apply to Mermaid input"},
+            sheet.lines);
+  EXPECT_FALSE(std::filesystem::exists(out));
+  ExpectNothingLeftBehind();
+}
+
 }  // namespace
 }  // namespace nivarel::testing
