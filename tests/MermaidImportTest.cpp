@@ -3,6 +3,7 @@
 // classes, text that is not Mermaid, and the undo list.
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -68,7 +69,27 @@ std::optional<Shape> WithText(const std::vector<Shape>& shapes, const std::strin
 double CentreX(const Shape& s) { return s.Left() + s.Width() / 2; }
 double CentreY(const Shape& s) { return s.Top() + s.Height() / 2; }
 
-class MermaidImportTest : public testing::AddinFixture {};
+class MermaidImportTest : public testing::AddinFixture {
+ protected:
+  void SetUp() override {
+    AddinFixture::SetUp();
+    settings_ = testing::ShippedSettings("mermaid-import");
+  }
+  void TearDown() override {
+    settings_.reset();
+    AddinFixture::TearDown();
+  }
+  // Imports text, which goes on the empty active sheet, and reads what was
+  // drawn there.
+  Drawn ImportHere(const std::string& text) {
+    tools::MermaidImportResult result = CMermaidImport::Import(text, *book_);
+    EXPECT_TRUE(result.drawn) << result.message;
+    EXPECT_EQ(sheet_->Name(), result.sheet);
+    return Read(*sheet_);
+  }
+
+  std::unique_ptr<testing::SettingsFolder> settings_;
+};
 
 // A decision's first branch goes below it, its second to the next column
 // and one row down. The Yes line leaves by the decision's bottom and its
@@ -76,15 +97,10 @@ class MermaidImportTest : public testing::AddinFixture {};
 // stands to the right. Both lines are glued at both ends and end in an
 // arrowhead; the chart goes on the empty active sheet.
 TEST_F(MermaidImportTest, YesGoesBelowAndNoToTheRightWithTheirLabelsAndGluedLines) {
-  auto settings = testing::ShippedSettings("mermaid-import");
-  tools::MermaidImportResult result = CMermaidImport::Import(
+  Drawn drawn = ImportHere(
       "flowchart TD\n"
       "  q{Is it in stock?} -->|Yes| s[Ship the order]\n"
-      "  q -->|No| o[Order from the supplier]\n",
-      *book_);
-  ASSERT_TRUE(result.drawn) << result.message;
-  EXPECT_EQ(sheet_->Name(), result.sheet);
-  Drawn drawn = Read(*sheet_);
+      "  q -->|No| o[Order from the supplier]\n");
   ASSERT_EQ(3u, drawn.symbols.size());
   ASSERT_EQ(2u, drawn.lines.size());
   std::optional<Shape> q = WithText(drawn.symbols, "Is it in stock?"), s = WithText(drawn.symbols, "Ship the order"),
@@ -128,18 +144,14 @@ TEST_F(MermaidImportTest, YesGoesBelowAndNoToTheRightWithTheirLabelsAndGluedLine
 // break and letters beyond ASCII stand on the symbols as meant, and the
 // sheet written out and read again gives the same texts, shapes and edges.
 TEST_F(MermaidImportTest, AwkwardTextsSurviveTheRoundTrip) {
-  auto settings = testing::ShippedSettings("mermaid-import");
   const std::vector<std::string> meant = {"He said \"stop\"", "Item #1 | [draft] {v2}", "Ärger über Öl – naïve café",
                                           "Two\nlines", "(a) & <b>"};
-  tools::MermaidImportResult result = CMermaidImport::Import(
+  Drawn drawn = ImportHere(
       "flowchart TD\n"
       "  a[\"He said #quot;stop#quot;\"] --> b[\"Item #35;1 #124; [draft] {v2}\"]\n"
       "  b --> c{\"Ärger über Öl – naïve café\"}\n"
       "  c -->|\"Ja | [ok]\"| d[/\"Two<br>lines\"/]\n"
-      "  c -. \"Nein #quot;x#quot;\" .-> e([\"(a) & #lt;b#gt;\"])\n",
-      *book_);
-  ASSERT_TRUE(result.drawn) << result.message;
-  Drawn drawn = Read(*sheet_);
+      "  c -. \"Nein #quot;x#quot;\" .-> e([\"(a) & #lt;b#gt;\"])\n");
   ASSERT_EQ(5u, drawn.symbols.size());
   for (const std::string& text : meant) EXPECT_TRUE(WithText(drawn.symbols, text)) << text;
   EXPECT_TRUE(WithText(drawn.labels, "Ja | [ok]"));
@@ -164,8 +176,7 @@ TEST_F(MermaidImportTest, AwkwardTextsSurviveTheRoundTrip) {
 // A subgraph becomes a group box with its title, round its own symbols and
 // clear of the others; a class's colours fill and outline its symbols.
 TEST_F(MermaidImportTest, SubgraphsBecomeGroupBoxesAndClassesColourTheirSymbols) {
-  auto settings = testing::ShippedSettings("mermaid-import");
-  tools::MermaidImportResult result = CMermaidImport::Import(
+  Drawn drawn = ImportHere(
       "flowchart TD\n"
       "  start([Start]) --> pick[Pick the items]\n"
       "  subgraph store [Warehouse]\n"
@@ -173,10 +184,7 @@ TEST_F(MermaidImportTest, SubgraphsBecomeGroupBoxesAndClassesColourTheirSymbols)
       "  end\n"
       "  pack --> stop([End])\n"
       "  classDef hot fill:#FFCC00,stroke:#cc0000\n"
-      "  class pick hot\n",
-      *book_);
-  ASSERT_TRUE(result.drawn) << result.message;
-  Drawn drawn = Read(*sheet_);
+      "  class pick hot\n");
   ASSERT_EQ(1u, drawn.boxes.size());
   const Shape& box = drawn.boxes[0];
   EXPECT_EQ("Warehouse", TextOf(box));
@@ -199,7 +207,6 @@ TEST_F(MermaidImportTest, SubgraphsBecomeGroupBoxesAndClassesColourTheirSymbols)
 // unclosed bracket, an arrow Mermaid has not got. Neither the sheet, the
 // workbook's sheets nor the undo list change.
 TEST_F(MermaidImportTest, TextThatIsNotMermaidIsToldByLineAndDrawsNothing) {
-  auto settings = testing::ShippedSettings("mermaid-import");
   sheet_->GetShapes().AddShape(msoShapeRectangle, 10, 10, 50, 20);
   int sheets = book_->SheetCount();
   std::vector<std::string> undo = UndoList(*book_).Titles();
@@ -221,7 +228,6 @@ TEST_F(MermaidImportTest, TextThatIsNotMermaidIsToldByLineAndDrawsNothing) {
 // An import beside a chart goes on a new sheet, as one entry of the undo
 // list: Ctrl+Z takes the sheet and its shapes away, Ctrl+Y brings them back.
 TEST_F(MermaidImportTest, AnImportIsOneUndoEntryOnANewSheetBesideAChart) {
-  auto settings = testing::ShippedSettings("mermaid-import");
   sheet_->GetRange("B2").SetValue("Steps of another chart");
   int sheets = book_->SheetCount();
   size_t entries = UndoList(*book_).Titles().size();
