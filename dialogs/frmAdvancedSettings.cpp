@@ -100,15 +100,7 @@ void frmAdvancedSettings::Show() {
       for (const char* control : kBranchFontControls) form->SetEnabled(control, own);
     };
     auto changeFont = [&] {
-      frmFont picker;
-      picker.InitializeSettings(font.name, font.size, font.bold, font.italic);
-      picker.Show();
-      if (!picker.OK()) return;
-      font.name = picker.FontName();
-      font.size = picker.FontSize();
-      font.bold = picker.FontBold();
-      font.italic = picker.FontItalic();
-      showFont();
+      if (frmFont::Pick(font.name, font.size, font.bold, font.italic)) showFont();
     };
     // The colour comes back from the office's event loop while the dialog
     // still shows; should the dialog have closed by then, it is dropped.

@@ -284,12 +284,7 @@ class Wizard {
   }
 
   void ChangeFlowLineStyle() {
-    frmFlowLineStyles picker;
-    picker.InitializeSettings(engine_.Config().FlowLineStyle);
-    picker.Show();
-    if (!picker.OK()) return;
-    engine_.Config().FlowLineStyle = picker.StyleId();
-    ShowFlowLineStyle();
+    if (frmFlowLineStyles().Pick(engine_.Config().FlowLineStyle)) ShowFlowLineStyle();
   }
 
   void Event(const std::string& method) {

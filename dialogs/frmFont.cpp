@@ -47,6 +47,19 @@ void frmFont::SetSizeLimits(float smallest, float largest) {
   largest_ = largest;
 }
 
+bool frmFont::Pick(std::string& name, float& size, bool& bold, bool& italic, float smallest, float largest) {
+  frmFont picker;
+  picker.InitializeSettings(name, size, bold, italic);
+  picker.SetSizeLimits(smallest, largest);
+  picker.Show();
+  if (!picker.OK()) return false;
+  name = picker.FontName();
+  size = picker.FontSize();
+  bold = picker.FontBold();
+  italic = picker.FontItalic();
+  return true;
+}
+
 void frmFont::Show() {
   ok_ = false;
   try {

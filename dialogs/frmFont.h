@@ -21,6 +21,11 @@ class frmFont {
   bool FontBold() const { return bold_; }
   bool FontItalic() const { return italic_; }
 
+  // Shows the picker on a font and, when closed with OK, changes it to the
+  // one chosen; true then. The sizes OK accepts are smallest to largest.
+  static bool Pick(std::string& name, float& size, bool& bold, bool& italic, float smallest = 1,
+                   float largest = 409);
+
   // A size as the picker writes it: "10" for a whole size, "10.5" otherwise.
   static std::string SizeText(float size);
 

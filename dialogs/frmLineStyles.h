@@ -23,6 +23,16 @@ class frmLineStyles {
   bool OK() const { return ok_; }
   int16_t StyleId() const { return styleId_; }
 
+  // Shows the picker on a style and, when closed with OK, changes it to the
+  // one chosen; true then.
+  bool Pick(int16_t& styleId) {
+    InitializeSettings(styleId);
+    Show();
+    if (!ok_) return false;
+    styleId = styleId_;
+    return true;
+  }
+
   // The style under a point of the picture given as fractions of its size.
   static int16_t StyleAt(double x, double y);
 

@@ -429,24 +429,11 @@ class Form {
   }
 
   void ChangeFlowlineStyle() {
-    frmFlowLineStyles picker;
-    picker.InitializeSettings(config_.FlowLineStyle);
-    picker.Show();
-    if (!picker.OK()) return;
-    config_.FlowLineStyle = picker.StyleId();
-    ShowFlowLineStyle();
+    if (frmFlowLineStyles().Pick(config_.FlowLineStyle)) ShowFlowLineStyle();
   }
 
   void ChangeSymbolFont() {
-    frmFont picker;
-    picker.InitializeSettings(config_.FontName, config_.FontSize, config_.FontBold, config_.FontItalic);
-    picker.Show();
-    if (!picker.OK()) return;
-    config_.FontName = picker.FontName();
-    config_.FontSize = picker.FontSize();
-    config_.FontBold = picker.FontBold();
-    config_.FontItalic = picker.FontItalic();
-    ShowFont();
+    if (frmFont::Pick(config_.FontName, config_.FontSize, config_.FontBold, config_.FontItalic)) ShowFont();
   }
 
   // ExportSymbolList: a new sheet with the grid's symbols, one row each,

@@ -171,24 +171,13 @@ class Wizard {
   }
 
   void ChangeLineStyle() {
-    frmFlowLineStyles picker;
-    picker.InitializeSettings(config_.FlowLineStyle);
-    picker.Show();
-    if (!picker.OK()) return;
-    config_.FlowLineStyle = picker.StyleId();
+    if (!frmFlowLineStyles().Pick(config_.FlowLineStyle)) return;
     SaveSettings();
     ShowFlowLineStyle();
   }
 
   void ChangeFont() {
-    frmFont picker;
-    picker.InitializeSettings(config_.FontName, config_.FontSize, config_.FontBold, config_.FontItalic);
-    picker.Show();
-    if (!picker.OK()) return;
-    config_.FontName = picker.FontName();
-    config_.FontSize = picker.FontSize();
-    config_.FontBold = picker.FontBold();
-    config_.FontItalic = picker.FontItalic();
+    if (!frmFont::Pick(config_.FontName, config_.FontSize, config_.FontBold, config_.FontItalic)) return;
     SaveSettings();
     ShowFont();
   }

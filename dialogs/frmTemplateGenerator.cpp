@@ -218,16 +218,7 @@ class Form {
   }
 
   void ChangeFont() {
-    frmFont picker;
-    picker.InitializeSettings(fontName, fontSize, fontBold, fontItalic);
-    picker.SetSizeLimits(kSmallestFont, kLargestFont);
-    picker.Show();
-    if (!picker.OK()) return;
-    fontName = picker.FontName();
-    fontSize = picker.FontSize();
-    fontBold = picker.FontBold();
-    fontItalic = picker.FontItalic();
-    ShowFont();
+    if (frmFont::Pick(fontName, fontSize, fontBold, fontItalic, kSmallestFont, kLargestFont)) ShowFont();
   }
 
   int Layout() const {

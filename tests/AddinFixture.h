@@ -26,6 +26,7 @@
 #include "OfficeTest.h"
 #include "Shape.h"
 #include "Shapes.h"
+#include "Text.h"
 
 namespace nivarel::testing {
 
@@ -168,14 +169,18 @@ class AddinFixture : public OfficeTest {
     }
   }
 
-  // Waits until the window with the focus has this title.
+  // Waits until the window with the focus has this title. The wait watches
+  // through the toolkit, which may read a window while it closes (the
+  // UI-test service can take the office down doing that), and reads the
+  // title through the UI-test service once the window is in front.
   bool WaitForTitle(const std::string& title, int timeoutMs = 10000) {
     auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(timeoutMs);
-    while (Ui().Title() != title) {
+    std::string wanted = rules::Trim(title);
+    for (;;) {
+      if (rules::Trim(Ui().ActiveTitle()) == wanted && Ui().Title() == title) return true;
       if (std::chrono::steady_clock::now() > end) return false;
       std::this_thread::sleep_for(std::chrono::milliseconds(50));
     }
-    return true;
   }
 
   // Runs call, which shows a message box, answers it with OK and returns its
