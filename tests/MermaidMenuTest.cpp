@@ -178,6 +178,12 @@ TEST_F(MermaidMenuTest, ImportDrawsPastedTextAsOneUndoEntry) {
   Drive([&] { Ui().RunCommand(kImport, true); }, " Import Mermaid", [&] {
     Paste("flowchart TD\n    A([\"Begin\"]) --> B[\"Weigh the parcel\"]\n    B --> C{\"Heavy?\"}\n");
     Ui().ClickInDialog("OK");
+    // A message instead of the chart is a failure, answered so that nothing is left open.
+    Eventually([&] { return Ui().ActiveTitle() != " Import Mermaid"; }, 10000);
+    if (Eventually([&] { return Ui().ActiveTitle() == "Import Mermaid"; }, 1000)) {
+      ADD_FAILURE() << "the import said: " << Ui().MessageText();
+      Ui().ClickButton("ok");
+    }
   });
   ASSERT_TRUE(Eventually([&] { return Count() == 5; }, 10000)) << LinesText();
   std::map<std::string, int> types;
