@@ -18,7 +18,8 @@ std::optional<OfficeCopy> OpenOfficeCopy(const std::string& extension, const std
     return std::nullopt;
   }
   try {
-    copy.book = copy.office->App().GetWorkbooks().OpenCopy(input);
+    copy.book = input.empty() ? copy.office->App().GetWorkbooks().Add()
+                              : copy.office->App().GetWorkbooks().OpenCopy(input);
   } catch (const office::HostError& e) {
     err << "nivarel: cannot open '" << input << "' as a spreadsheet: " << e.Description() << "\n";
     return std::nullopt;

@@ -19,7 +19,8 @@ struct OfficeCopy {
 };
 
 // Starts an office with the extension and opens input in it as an untitled
-// copy. When either fails, says why on err and answers nothing.
+// copy, or a new workbook when input is empty. When either fails, says why
+// on err and answers nothing.
 std::optional<OfficeCopy> OpenOfficeCopy(const std::string& extension, const std::string& input, std::ostream& err);
 
 }  // namespace nivarel::cli

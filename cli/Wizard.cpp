@@ -3,11 +3,14 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <fstream>
 #include <memory>
 #include <optional>
+#include <sstream>
 
 #include "AddinCommand.h"
 #include "HostError.h"
+#include "MermaidReader.h"
 #include "OfficeCopy.h"
 #include "OfficeProcess.h"
 #include "SettingsCopy.h"
@@ -33,17 +36,36 @@ std::string Fixed(double value) {
 
 int Wizard(const WizardOptions& options, std::ostream& out, std::ostream& err) {
   if (!CheckOutputTypes(options.outputs, options.picture, err)) return 1;
-  std::string problem = InputProblem(options.input, {".ods", ".xlsx", ".csv"});
+  std::string problem = InputProblem(options.input, {".ods", ".xlsx", ".csv", ".mmd"});
   if (!problem.empty()) {
     err << "nivarel: cannot read '" << options.input << "': " << problem << "\n";
     return 1;
+  }
+  // Mermaid text is checked here, before an office starts for it, and
+  // drawn into a new workbook.
+  std::string mermaid;
+  if (FileType(options.input) == ".mmd") {
+    if (!options.sheet.empty() || !options.addSpacing || !options.newSheet) {
+      err << "nivarel: --sheet, --layout keep and --current-sheet do not apply to Mermaid input\n";
+      return 1;
+    }
+    std::ifstream in(options.input, std::ios::binary);
+    std::ostringstream text;
+    text << in.rdbuf();
+    mermaid = text.str();
+    nivarel::tools::MermaidChart chart;
+    nivarel::tools::MermaidError error;
+    if (!nivarel::tools::MermaidReader::Read(mermaid, chart, error)) {
+      err << "nivarel: '" << options.input << "' is not Mermaid flowchart text: " << error.Text() << "\n";
+      return 1;
+    }
   }
 
   // The wizard reads the user's own settings, from copies: the run may
   // write them, the user's files stay as they are.
   SettingsCopy settings("nivarel-wizard", options.shipped);
   // The office ends with `copy` on every road out, the document with it.
-  std::optional<OfficeCopy> copy = OpenOfficeCopy(options.extension, options.input, err);
+  std::optional<OfficeCopy> copy = OpenOfficeCopy(options.extension, mermaid.empty() ? options.input : "", err);
   if (!copy) return 1;
   std::unique_ptr<OfficeProcess>& office = copy->office;
   std::optional<Workbook>& book = copy->book;
@@ -58,6 +80,7 @@ int Wizard(const WizardOptions& options, std::ostream& out, std::ostream& err) {
         {"ColumnsBetween", options.columnsBetween},
         {"NewSheet", options.newSheet}};
     if (!options.sheet.empty()) arguments.emplace_back("Sheet", options.sheet);
+    if (!mermaid.empty()) arguments.emplace_back("Mermaid", mermaid);
     AddinCommand::Answer answer = AddinCommand::Send(*book, kWizardCommand, arguments);
     if (!answer.succeeded) {
       std::string message = answer.values["Message"];

@@ -10,7 +10,7 @@
 namespace nivarel::cli {
 
 struct WizardOptions {
-  std::string input;                 // .ods, .xlsx or .csv
+  std::string input;                 // .ods, .xlsx, .csv, or .mmd (Mermaid text)
   std::vector<std::string> outputs;  // .ods or .xlsx, one file each
   std::string picture;               // a .png of the output sheet's drawing, or empty
   std::string sheet;                 // the sheet to read; empty for the first sheet shown

@@ -57,6 +57,8 @@ const char kWizardUsage[] =
     "  --rows N          grid rows between symbols, 0 to 10 (default 2)\n"
     "  --columns N       grid columns between symbols, 0 to 10 (default 4)\n"
     "  --current-sheet   draw over the sheet read instead of on a new sheet behind the last\n"
+    "  INPUT may also be Mermaid flowchart text (.mmd): its chart is drawn into a new workbook,\n"
+    "  laid out by rank, with --rows and --columns as the spacing.\n"
     "  The wizard uses copies of the user's own nivarel.cfg and symbols.ini\n"
     "  ($XDG_CONFIG_HOME/Tamrisk/Nivarel); the user's files are not changed.\n";
 const char kDemoUsage[] =

@@ -10,6 +10,7 @@
 #include "CShapeFormatter.h"
 #include "Characters.h"
 #include "Font.h"
+#include "GroupBox.h"
 #include "LineFormat.h"
 #include "MErrorHandler.h"
 #include "MGlobalVariables.h"
@@ -34,17 +35,13 @@ namespace {
 
 const char kSource[] = "frmInsertGroupBox";
 constexpr int kPickRange = 2;  // what the dialog ends with to pick a range
-constexpr int kDefaultStyle = 43;  // the first solid style
+constexpr int kDefaultStyle = shapes::GroupBoxChoices::kDefaultStyle;
 const char* const kSizes[] = {"8", "9", "10", "11", "12", "14", "16", "18", "20", "22", "24", "26", "28", "36", "48", "72"};
 constexpr int kDefaultSizeIndex = 2;  // "10"
 
-// What the dialog's OK hands to the drawing.
-struct BoxChoices {
-  std::string range, label, fontName;
-  double fontSize = 10;
-  bool bold = false, italic = false, rounded = false, dashed = false;
-  int hAlign = 0, vAlign = 0;  // list indices: left, center, right; top, middle, bottom
-  int style = kDefaultStyle;
+// What the dialog's OK hands to the drawing: the range and the box's look.
+struct BoxChoices : shapes::GroupBoxChoices {
+  std::string range;
 };
 
 void Warn(const std::string& text, const std::string& title) { host::MsgBox(text, office::vbExclamation, title); }
@@ -63,26 +60,7 @@ bool AddGroupBox(office::Worksheet& ws, const BoxChoices& c) {
     office::UndoList::Entry entry(book, "Nivarel: Insert Group Box");
     office::AddedShapes added(ws);
     office::UndoList::Pause drawing(book);
-    office::Shape box = ws.GetShapes().AddShape(
-        c.rounded ? office::msoShapeFlowchartAlternateProcess : office::msoShapeFlowchartProcess, left, top, width,
-        height);
-    box.SetName("GROUP_BOX_" + box.Name());
-    if (!c.label.empty()) {
-      office::TextFrame frame = box.GetTextFrame();
-      office::Characters text = frame.GetCharacters();
-      text.SetText(c.label);
-      office::Font font = text.GetFont();
-      font.SetName(c.fontName);
-      font.SetSize(c.fontSize);
-      font.SetBold(c.bold);
-      font.SetItalic(c.italic);
-      frame.SetHorizontalAlignment(c.hAlign == 0 ? office::xlLeft : c.hAlign == 1 ? office::xlCenter : office::xlRight);
-      frame.SetVerticalAlignment(c.vAlign == 0 ? office::xlTop : c.vAlign == 1 ? office::xlCenter : office::xlBottom);
-    }
-    if (c.dashed) box.Line().SetDashStyle(office::msoLineDash);
-    box.SetPlacement(office::xlMove);
-    shapes::CShapeFormatter().SetStyleOnly(box, static_cast<int16_t>(c.style));
-    box.ZOrder(office::msoSendToBack);
+    shapes::DrawGroupBox(ws, left, top, width, height, c);
     return true;
   } catch (...) {
     host::ErrorHandler(kSource, "AddGroupBox", false);

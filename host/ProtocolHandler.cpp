@@ -99,7 +99,8 @@ bool IsOutputRun(const std::string& controlId) {
 
 // The wizard's choices from the command's arguments: Sheet (text), Layout
 // ("add" or "keep"), RowsBetween and ColumnsBetween (whole numbers) and
-// NewSheet (true or false); the dialog's defaults for those not given. The
+// NewSheet (true or false), Mermaid (text to draw instead of the sheet's);
+// the dialog's defaults for those not given. The
 // workbook is the one shown in frame.
 WizardChoices ChoicesOf(const uno::Sequence<css::beans::PropertyValue>& arguments,
                         const Reference<css::frame::XFrame>& frame) {
@@ -118,6 +119,8 @@ WizardChoices ChoicesOf(const uno::Sequence<css::beans::PropertyValue>& argument
       choices.columnsBetween = number;
     else if (a.Name == "NewSheet" && (a.Value >>= flag))
       choices.newSheet = flag;
+    else if (a.Name == "Mermaid" && (a.Value >>= text))
+      choices.mermaid = ToUtf8(text);
   }
   choices.workbook = WorkbookShownIn(frame);
   return choices;

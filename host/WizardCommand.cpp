@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstdint>
 
+#include "CMermaidImport.h"
 #include "FlowchartWizard.h"
 #include "MErrorHandler.h"
 #include "MGlobalVariables.h"
@@ -35,6 +36,18 @@ WizardOutcome WizardCommand::Run(const WizardChoices& choices) {
     // The engine works on the active sheet as the dialog finds it: the
     // workbook and the sheet are brought to the front first.
     book->Activate();
+    if (!choices.mermaid.empty()) {
+      tools::MermaidImportResult imported =
+          tools::CMermaidImport::Import(choices.mermaid, *book, choices.rowsBetween, choices.columnsBetween);
+      if (!imported.drawn) return Refused(imported.message);
+      WizardOutcome outcome;
+      outcome.drawn = true;
+      outcome.sheet = imported.sheet;
+      std::optional<office::Worksheet> drawnOn = book->SheetNamed(imported.sheet);
+      outcome.shapes = drawnOn ? drawnOn->GetShapes().Count() : 0;
+      outcome.seconds = imported.seconds;
+      return outcome;
+    }
     std::optional<office::Worksheet> source;
     if (choices.sheet.empty()) {
       source = ExcelApp->ActiveSheet();

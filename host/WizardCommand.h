@@ -20,6 +20,10 @@ struct WizardChoices {
   int rowsBetween = 2;                       // 0 to 10
   int columnsBetween = 4;                    // 0 to 10
   bool newSheet = true;                      // false: draw over the sheet itself
+  // Mermaid flowchart text: when given, the chart is drawn from it (as the
+  // Mermaid import does) instead of from the sheet's cells; the sheet,
+  // layout and new-sheet choices are then not used.
+  std::string mermaid;
 };
 
 struct WizardOutcome {

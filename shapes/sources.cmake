@@ -12,4 +12,5 @@ set(SHAPES_SOURCES
   ${CMAKE_SOURCE_DIR}/shapes/MBranchLabels.cpp
   ${CMAKE_SOURCE_DIR}/shapes/CDecisionLabelAdder.cpp
   ${CMAKE_SOURCE_DIR}/shapes/CShapeAlignment.cpp
+  ${CMAKE_SOURCE_DIR}/shapes/GroupBox.cpp
 )

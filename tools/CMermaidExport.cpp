@@ -227,6 +227,10 @@ MermaidChart CMermaidExport::Read(const Worksheet& sheet) {
     chart.nodes.push_back(node);
   }
 
+  // Each flow line is sent behind the shapes as it is drawn, so the office
+  // holds the lines last drawn first: read backwards, they come in the
+  // order they were drawn.
+  std::reverse(sorted.connectors.begin(), sorted.connectors.end());
   double across = 0, down = 0;
   for (const Shape& connector : sorted.connectors) {
     try {
@@ -257,8 +261,8 @@ MermaidChart CMermaidExport::Read(const Worksheet& sheet) {
       // A line the office cannot describe is left out.
     }
   }
-  // The office keeps lines in the order they went behind the symbols; the
-  // text lists them by the place of the symbol they leave.
+  // The text lists the lines by the place of the symbol they leave, those
+  // of one symbol in the order they were drawn.
   std::stable_sort(chart.edges.begin(), chart.edges.end(), [&](const MermaidEdge& a, const MermaidEdge& b) {
     return chart.IndexOf(a.from) < chart.IndexOf(b.from);
   });

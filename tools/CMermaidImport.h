@@ -29,9 +29,12 @@ class CMermaidImport {
  public:
   static constexpr char kUndoTitle[] = "Nivarel: Import Mermaid";
 
-  // Reads text and draws its chart in book. Never throws: a failure of the
-  // office is logged under "CMermaidImport" and answered in message.
-  static MermaidImportResult Import(const std::string& text, office::Workbook& book);
+  // Reads text and draws its chart in book, the grid squares between
+  // symbols as the wizard's spacing (0 to 10), the gridlines hidden when the
+  // settings ask for it. Never throws: a failure of the office is logged
+  // under "CMermaidImport" and answered in message.
+  static MermaidImportResult Import(const std::string& text, office::Workbook& book, int rowsBetween = 2,
+                                    int columnsBetween = 4);
 };
 
 }  // namespace nivarel::tools

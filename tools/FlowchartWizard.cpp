@@ -1,6 +1,8 @@
 #include "FlowchartWizard.h"
 
+#include <array>
 #include <cmath>
+#include <set>
 
 #include "AddedShapes.h"
 #include "CFlowLineAdder.h"
@@ -10,6 +12,8 @@
 #include "CShapeWizard.h"
 #include "CTextParser.h"
 #include "Characters.h"
+#include "ConnectorFormat.h"
+#include "LineFormat.h"
 #include "MErrorHandler.h"
 #include "MGlobalVariables.h"
 #include "MUtilities.h"
@@ -371,10 +375,7 @@ void FlowchartWizard::CreateFlowchart(Worksheet& sheet) {
           wizard.SetShapeDimensions(shape, type, text, height, width, config_);
           if (previous) alignment.AlignShapes(sheet, *previous, shape, column, previousColumn, row, previousRow);
           outlines_.push_back(office::Shapes::Outline(shape));
-          TopLeftOf(shape);  // in place for good: known from now on
-          if (type == kDecision)
-            wizard.AddBranchLabels(sheet, shape, config_, rules::Trim(r.branchtop), rules::Trim(r.branchright),
-                                   rules::Trim(r.branchbottom), rules::Trim(r.branchleft));
+          TopLeftOf(shape);  // in place for good (or until arranged): known from now on
           previous = shape;
           previousColumn = column;
           previousRow = row;
@@ -382,13 +383,20 @@ void FlowchartWizard::CreateFlowchart(Worksheet& sheet) {
           host::ErrorHandler(kSource, "CreateFlowchart", false);
         }
       }
+      if (arrange) {
+        arrange(sheet, rows_);
+        outlines_ = shapes.Outlines();
+        topLeft_.clear();
+      }
       CreateFlowlines(sheet);
+      AddBranchLabels(sheet);
     }
   } catch (...) {
     host::ErrorHandler(kSource, "CreateFlowchart", false);
   }
   try {
-    for (const std::string& address : cleared) sheet.GetRange(address).ClearContents();
+    for (const std::string& address : cleared)
+      if (!address.empty()) sheet.GetRange(address).ClearContents();
     // The excluded texts go down column A of the source sheet, a cell for
     // each piece between commas: a text with a comma fills two.
     if (!excluded.empty()) {
@@ -438,7 +446,9 @@ int FlowchartWizard::GetNextRow(const Shape& previous, int proposedRow) {
 void FlowchartWizard::CreateFlowlines(Worksheet& sheet) {
   try {
     office::Shapes shapes = sheet.GetShapes();
-    for (const WizardRow& r : rows_) {
+    sideTexts_.assign(rows_.size(), {});
+    for (size_t i = 0; i < rows_.size(); ++i) {
+      const WizardRow& r = rows_[i];
       if (!r.included || r.shapename.empty()) continue;
       if (rules::Trim(r.connect_to).empty()) continue;
       std::optional<Shape> from;
@@ -447,15 +457,27 @@ void FlowchartWizard::CreateFlowlines(Worksheet& sheet) {
       } catch (...) {
         continue;
       }
+      std::set<int> sides;  // the sides a decision's lines leave by
       size_t start = 0;
-      for (;;) {
+      for (size_t k = 0;; ++k) {
         size_t comma = r.connect_to.find(',', start);
         std::string item = rules::Trim(
             r.connect_to.substr(start, comma == std::string::npos ? std::string::npos : comma - start));
         if (!item.empty()) {
           int target = rules::IsNumeric(item) ? ToInt(item) : FindRowByEntryText(item);
           const WizardRow* to = Row(target);
-          if (to && to->included) CreateFlowlinesForRow(sheet, *from, target);
+          std::optional<Shape> line;
+          if (to && to->included) line = CreateFlowlinesForRow(sheet, *from, target, sides);
+          WizardLink link = k < r.connect_links.size() ? r.connect_links[k] : WizardLink();
+          std::string label = rules::Trim(link.label);
+          if (line && link.dashed) line->Line().SetDashStyle(office::msoLineDash);
+          if (line && r.symbol_id + 1 == kDecision) {
+            int side = SideLeftBy(*from, *line);
+            if (side >= 0) {
+              sides.insert(side);
+              if (!label.empty()) sideTexts_[i][side] = label;
+            }
+          }
         }
         if (comma == std::string::npos) break;
         start = comma + 1;
@@ -463,6 +485,41 @@ void FlowchartWizard::CreateFlowlines(Worksheet& sheet) {
     }
   } catch (...) {
     host::ErrorHandler(kSource, "CreateFlowlines", false);
+  }
+}
+
+int FlowchartWizard::SideLeftBy(const Shape& from, const Shape& line) {
+  try {
+    int site = line.GetConnectorFormat().BeginConnectionSite();
+    int type = from.AutoShapeType();
+    for (int side = 0; side < 4; ++side)
+      if (shapes::CFlowLineAdder::GetConnectionPoint(type, side) == site) return side;
+  } catch (...) {
+    host::ErrorHandler(kSource, "SideLeftBy", false);
+  }
+  return -1;
+}
+
+void FlowchartWizard::AddBranchLabels(Worksheet& sheet) {
+  try {
+    office::Shapes shapes = sheet.GetShapes();
+    shapes::CShapeWizard wizard;
+    for (size_t i = 0; i < rows_.size(); ++i) {
+      const WizardRow& r = rows_[i];
+      if (!r.included || r.shapename.empty() || r.symbol_id + 1 != kDecision) continue;
+      std::array<std::string, 4> texts = {rules::Trim(r.branchtop), rules::Trim(r.branchright),
+                                          rules::Trim(r.branchbottom), rules::Trim(r.branchleft)};
+      if (i < sideTexts_.size())
+        for (const auto& [side, text] : sideTexts_[i]) texts[static_cast<size_t>(side)] = text;
+      try {
+        Shape shape = shapes.Item(r.shapename);
+        wizard.AddBranchLabels(sheet, shape, config_, texts[0], texts[1], texts[2], texts[3]);
+      } catch (...) {
+        host::ErrorHandler(kSource, "AddBranchLabels", false);
+      }
+    }
+  } catch (...) {
+    host::ErrorHandler(kSource, "AddBranchLabels", false);
   }
 }
 
@@ -476,10 +533,11 @@ int FlowchartWizard::FindRowByEntryText(const std::string& text) const {
   return 0;
 }
 
-void FlowchartWizard::CreateFlowlinesForRow(Worksheet& sheet, Shape& from, int targetRow) {
+std::optional<Shape> FlowchartWizard::CreateFlowlinesForRow(Worksheet& sheet, Shape& from, int targetRow,
+                                                            const std::set<int>& taken) {
   try {
     const WizardRow* row = Row(targetRow);
-    if (!row || row->shapename.empty()) return;
+    if (!row || row->shapename.empty()) return std::nullopt;
     Shape to = sheet.GetShapes().Item(row->shapename);
     shapes::CShapeAlignment alignment;
     alignment.UseOutlines(&outlines_);
@@ -489,24 +547,37 @@ void FlowchartWizard::CreateFlowlinesForRow(Worksheet& sheet, Shape& from, int t
     auto [toColumn, toRow] = TopLeftOf(to);
     bool aligned = alignment.IsAligned(from, to, toColumn, fromColumn, toRow, fromRow);
     bool adjacent = alignment.IsAdjacent(sheet, from, to, direction);
+    // A side another line of a decision already leaves by is given up for
+    // the next in line, so that each branch and its label have a side of
+    // their own.
+    auto first_free = [&](std::initializer_list<std::pair<int16_t, int16_t>> sides) {
+      for (const auto& pair : sides)
+        if (!taken.count(pair.first)) return pair;
+      return *sides.begin();
+    };
     std::optional<Shape> line;
     if (aligned && adjacent) {
       line = lines.AddDefaultFlowLine(sheet, from, to, config_);
     } else if (!aligned) {
       int angle = GetAngleBetweenShapes(from, to);
-      if (angle <= 90 || angle >= 270)
-        line = lines.AddUserDefinedFlowLine(sheet, from, to, 1, 3, config_, false);
-      else
-        line = lines.AddUserDefinedFlowLine(sheet, from, to, 3, 1, config_, false);
+      bool below = angle > 180;
+      std::pair<int16_t, int16_t> down = below ? std::pair<int16_t, int16_t>{2, 0} : std::pair<int16_t, int16_t>{0, 2};
+      auto [fromSide, toSide] = angle <= 90 || angle >= 270 ? first_free({{1, 3}, down, {3, 1}})
+                                                            : first_free({{3, 1}, down, {1, 3}});
+      line = lines.AddUserDefinedFlowLine(sheet, from, to, fromSide, toSide, config_, false);
     } else if (direction == shapes::CShapeAlignment::kUp || direction == shapes::CShapeAlignment::kDown) {
-      line = lines.AddUserDefinedFlowLine(sheet, from, to, 1, 1, config_, false);
+      auto [fromSide, toSide] = first_free({{1, 1}, {3, 3}});
+      line = lines.AddUserDefinedFlowLine(sheet, from, to, fromSide, toSide, config_, false);
     } else {
-      line = lines.AddUserDefinedFlowLine(sheet, from, to, 0, 0, config_, false);
+      auto [fromSide, toSide] = first_free({{0, 0}, {2, 2}});
+      line = lines.AddUserDefinedFlowLine(sheet, from, to, fromSide, toSide, config_, false);
     }
     if (line) outlines_.push_back(office::Shapes::Outline(*line));
+    return line;
   } catch (...) {
     host::ErrorHandler(kSource, "CreateFlowlinesForRow", false);
   }
+  return std::nullopt;
 }
 
 int FlowchartWizard::GetAngleBetweenShapes(const Shape& a, const Shape& b) {

@@ -10,8 +10,10 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -24,6 +26,12 @@
 
 namespace nivarel::tools {
 
+// How one connection of a row is drawn.
+struct WizardLink {
+  std::string label;
+  bool dashed = false;
+};
+
 // One row of the table: a non-blank cell of the source sheet.
 struct WizardRow {
   int entry_id = 0;           // the row's own number, from 1 in reading order
@@ -31,6 +39,11 @@ struct WizardRow {
   int style_id = 0;           // the style plus 123
   std::string entry;          // the shape's text, its prefix taken off
   std::string connect_to;     // row numbers or unique texts, comma-separated
+  // How each item of connect_to is drawn, in its order (missing ones
+  // plain): a label, on a decision, goes on the side that item's line
+  // leaves by, in place of that side's branch text; a dashed line is drawn
+  // dashed.
+  std::vector<WizardLink> connect_links;
   std::string branchtop, branchright, branchbottom, branchleft;  // a decision's labels
   std::string celladdress;    // the source cell, "B5"
   std::string shapename;      // the shape's name once drawn
@@ -52,6 +65,10 @@ class FlowchartWizard {
   int rowsBetween = 2;       // 0 to 10
   int columnsBetween = 4;    // 0 to 10
   bool newSheet = true;      // false: draw over the source sheet itself
+  // Called once every symbol is drawn and sized, before the flow lines and
+  // the branch labels: may move the symbols (the rows' shapename name them)
+  // to places of its own. None: the wizard's own places stand.
+  std::function<void(office::Worksheet&, std::vector<WizardRow>&)> arrange;
 
   // The address of the sheet's occupied rectangle ("" on an empty sheet)
   // and the count of its non-blank cells.
@@ -98,7 +115,15 @@ class FlowchartWizard {
   void CreateWorksheetGrid();
   void CreateFlowchart(office::Worksheet& sheet);
   void CreateFlowlines(office::Worksheet& sheet);
-  void CreateFlowlinesForRow(office::Worksheet& sheet, office::Shape& from, int targetRow);
+  // The line drawn, if any; it leaves by none of the taken sides where
+  // another way round will do.
+  std::optional<office::Shape> CreateFlowlinesForRow(office::Worksheet& sheet, office::Shape& from, int targetRow,
+                                                     const std::set<int>& taken);
+  // The side (0 top ... 3 left) of from that line leaves by; -1 when none.
+  static int SideLeftBy(const office::Shape& from, const office::Shape& line);
+  // Each decision's branch labels: its rows' texts, a side's text replaced
+  // by the label of the line that leaves by that side.
+  void AddBranchLabels(office::Worksheet& sheet);
   WizardRow* Row(int number);  // 1-based; null outside the table
   // The (column, row) of a shape's top-left cell; a symbol's is read once,
   // when it has its place for good (nothing moves it afterwards).
@@ -116,6 +141,8 @@ class FlowchartWizard {
   // While drawing: the output sheet's top-level shapes, kept up to date.
   std::vector<office::ShapeOutline> outlines_;
   std::map<const void*, std::pair<int, int>> topLeft_;
+  // Per row, the labels of its lines by the side they leave by.
+  std::vector<std::map<int, std::string>> sideTexts_;
 };
 
 }  // namespace nivarel::tools

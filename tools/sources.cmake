@@ -3,6 +3,7 @@
 set(TOOLS_SOURCES
   ${CMAKE_SOURCE_DIR}/tools/BranchInserter.cpp
   ${CMAKE_SOURCE_DIR}/tools/CMermaidExport.cpp
+  ${CMAKE_SOURCE_DIR}/tools/CMermaidImport.cpp
   ${CMAKE_SOURCE_DIR}/tools/CStyleWizard.cpp
   ${CMAKE_SOURCE_DIR}/tools/FlowchartWizard.cpp
   ${CMAKE_SOURCE_DIR}/tools/MermaidChart.cpp
