@@ -10,6 +10,7 @@ set(DIALOGS_SOURCES
   ${CMAKE_SOURCE_DIR}/dialogs/SymbolList.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmInsertTree.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmInsertGroupBox.cpp
+  ${CMAKE_SOURCE_DIR}/dialogs/frmImportMermaid.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmSelectShapes.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmAbout.cpp
   ${CMAKE_SOURCE_DIR}/dialogs/frmExport.cpp

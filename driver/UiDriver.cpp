@@ -367,7 +367,10 @@ std::string UiDriver::ActiveTitle() const {
     Reference<awt::XExtendedToolkit> toolkit(awt::Toolkit::create(state_->session->context), uno::UNO_QUERY_THROW);
     Reference<css::accessibility::XAccessible> top(toolkit->getActiveTopWindow(), uno::UNO_QUERY);
     try {
-      return top.is() ? ToUtf8(top->getAccessibleContext()->getAccessibleName()) : std::string();
+      // A window on its way down may have no context left.
+      Reference<css::accessibility::XAccessibleContext> context;
+      if (top.is()) context = top->getAccessibleContext();
+      return context.is() ? ToUtf8(context->getAccessibleName()) : std::string();
     } catch (const css::lang::DisposedException&) {
       return std::string();  // the window went meanwhile
     }

@@ -110,6 +110,9 @@ void CCommandBarBuilder::AddDiagramToolsPopup() {
   AddPopupButton(tools, "ApplyStyles", "Apply Styles", "Format the shapes per the styles in Settings.", 117, true);
   AddPopupButton(tools, "StyleWizard", "Style Wizard",
                  "Open the Style Wizard to change the style of individual shapes.", 122, false);
+  AddPopupButton(tools, "CopyMermaid", "Copy as Mermaid",
+                 "Copy the flowchart as Mermaid text to the clipboard and save it to a file.", 0, true);
+  AddPopupButton(tools, "ImportMermaid", "Import Mermaid...", "Draw a flowchart from Mermaid text.", 0, false);
 }
 
 void CCommandBarBuilder::AddInsertPopup() {

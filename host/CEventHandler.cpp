@@ -1,6 +1,7 @@
 #include "CEventHandler.h"
 
 #include "CImageExportController.h"
+#include "CMermaidCopy.h"
 #include "CExtractText.h"
 #include "CFlowchartKey.h"
 #include "CInteractiveFlowcharter.h"
@@ -25,6 +26,7 @@
 #include "frmEventViewer.h"
 #include "frmExport.h"
 #include "frmHelp.h"
+#include "frmImportMermaid.h"
 #include "frmRestart.h"
 #include "frmSettings.h"
 #include "frmStart.h"
@@ -316,6 +318,29 @@ void CEventHandler::ExportImage() {
              "Image Export Error");
   } catch (...) {
     ErrorHandler(kSource, "ExportImage", false);
+  }
+}
+void CEventHandler::CopyAsMermaid() {
+  try {
+    if (CheckActiveSheet()) return;
+    output::CMermaidCopy().CopyAsMermaid();
+  } catch (...) {
+    ErrorHandler(kSource, "CopyAsMermaid", false);
+  }
+}
+void CEventHandler::ImportMermaid() {
+  try {
+    if (m_SessionActive) {
+      MsgBox("Flowcharting is in progress.\r\nStop it before importing a Mermaid chart.", vbExclamation,
+             dialogs::frmImportMermaid::kTitle);
+      return;
+    }
+    if (CheckActiveSheet()) return;
+    auto book = ExcelApp->ActiveWorkbook();
+    if (!book) return;
+    dialogs::frmImportMermaid().Display(*book);
+  } catch (...) {
+    ErrorHandler(kSource, "ImportMermaid", false);
   }
 }
 // Needs the about box.

@@ -40,6 +40,11 @@ class CEventHandler {
   void InsertGroupBox();
   void InsertLabel();
   void ExportImage();
+  // The active sheet's chart as Mermaid text, to the clipboard and a file;
+  // allowed during a run, as it changes nothing.
+  void CopyAsMermaid();
+  // The Import Mermaid dialog; refused with a message during a run.
+  void ImportMermaid();
   void ShowAbout();
   void ShowFlowchartWizard();
   void ShowHelpContents();

@@ -46,6 +46,8 @@ const Row kRows[] = {
     {"selectlabels", true, true, Command::SelectAllLabels},
     {"selectflowchartsymbols", true, true, Command::SelectFlowchartSymbolsOnly},
     {"insertlabel", true, false, Command::InsertLabel},
+    {"copymermaid", true, true, Command::CopyAsMermaid},
+    {"importmermaid", true, true, Command::ImportMermaid},
 };
 
 }  // namespace

@@ -17,7 +17,8 @@ enum class Command {
   ShowTemplateGeneratorForm, ShowTemplateSelectionForm, CreateWorksheetGrid, CreateFlowchartKey,
   ExportImage, InsertFlowLine, ExtractText, ToggleGridLines, ClearShading, ApplyStyles, ShowStyleWizard,
   InsertBranch, InsertGroupBox, ShowShapeSelectionForm, ToggleSymbolBars, GroupAllShapes, UngroupAllShapes,
-  SelectAllShapes, SelectAllLines, SelectAllLabels, SelectFlowchartSymbolsOnly, InsertLabel
+  SelectAllShapes, SelectAllLines, SelectAllLabels, SelectFlowchartSymbolsOnly, InsertLabel, CopyAsMermaid,
+  ImportMermaid
 };
 
 // The key of the wizard run that the command line sends with its choices

@@ -76,6 +76,16 @@ void ShowHelpTopic(long topicId, long) {
   }
 }
 
+std::string ChartFileName(const std::string& sheetName) {
+  std::string name;
+  for (char c : sheetName)
+    if (c != '"' && c != '<' && c != '>' && c != '|') name += c;
+  size_t first = name.find_first_not_of(' ');
+  size_t last = name.find_last_not_of(' ');
+  name = first == std::string::npos ? "" : name.substr(first, last - first + 1);
+  return name + " flowchart";
+}
+
 std::string ColumnToAlpha(long column) {
   std::string letters;
   if (column < 1) return letters;

@@ -23,6 +23,9 @@ bool ExcelInEditMode();
 void ShowHelpTopic(long topicId, long ownerWindow = 0);
 // The column's letters: 1 gives "A", 27 "AA", 16384 "XFD".
 std::string ColumnToAlpha(long column);
+// The name a file of a sheet's chart is offered under: the sheet's name
+// without the characters a file name cannot hold, trimmed, and " flowchart".
+std::string ChartFileName(const std::string& sheetName);
 // The address of the rectangle of non-empty cells, relative ("B2:F30");
 // empty text for a sheet without content.
 std::string GetOccupiedRangeAddress(const office::Worksheet& ws);

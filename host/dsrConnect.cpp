@@ -239,6 +239,8 @@ void dsrConnect::Dispatch(Command command) {
     case Command::SelectAllLabels: h.SelectAllLabels(); break;
     case Command::SelectFlowchartSymbolsOnly: h.SelectFlowchartSymbolsOnly(); break;
     case Command::InsertLabel: h.InsertLabel(); break;
+    case Command::CopyAsMermaid: h.CopyAsMermaid(); break;
+    case Command::ImportMermaid: h.ImportMermaid(); break;
   }
 }
 

@@ -422,6 +422,30 @@ std::optional<Application::SaveChoice> Application::GetSaveAsFilename(
   });
 }
 
+std::optional<std::string> Application::GetOpenFilename(
+    const std::string& title, const std::vector<std::pair<std::string, std::string>>& filters, int filterIndex,
+    const std::string& folder) {
+  return Call("Application.GetOpenFilename", [&]() -> std::optional<std::string> {
+    auto picker = css::ui::dialogs::FilePicker::createWithMode(
+        session_->context, css::ui::dialogs::TemplateDescription::FILEOPEN_SIMPLE);
+    picker->setTitle(ToOu(title));
+    picker->setMultiSelectionMode(false);
+    Reference<css::ui::dialogs::XFilterManager> filterManager(picker, uno::UNO_QUERY_THROW);
+    for (const auto& [caption, pattern] : filters) filterManager->appendFilter(ToOu(caption), ToOu(pattern));
+    if (filterIndex >= 1 && filterIndex <= static_cast<int>(filters.size()))
+      filterManager->setCurrentFilter(ToOu(filters[filterIndex - 1].first));
+    OUString folderUrl;
+    if (!folder.empty() && osl::FileBase::getFileURLFromSystemPath(ToOu(folder), folderUrl) == osl::FileBase::E_None)
+      picker->setDisplayDirectory(folderUrl);
+    if (picker->execute() != css::ui::dialogs::ExecutableDialogResults::OK) return std::nullopt;
+    uno::Sequence<OUString> files = picker->getSelectedFiles();
+    if (!files.hasElements()) return std::nullopt;
+    OUString path;
+    osl::FileBase::getSystemPathFromFileURL(files[0], path);
+    return ToUtf8(path);
+  });
+}
+
 std::string Application::AddinFolder() const {
   return Call("Application.AddinFolder", [&] {
     auto info = css::deployment::PackageInformationProvider::get(session_->context);

@@ -96,6 +96,12 @@ class Application {
   std::optional<SaveChoice> GetSaveAsFilename(const std::string& title,
                                               const std::vector<std::pair<std::string, std::string>>& filters,
                                               int filterIndex, const std::string& folder, const std::string& name);
+  // The office's file picker for opening one file, titled title, listing
+  // filters as GetSaveAsFilename does, opened in folder. The chosen path;
+  // nothing when cancelled.
+  std::optional<std::string> GetOpenFilename(const std::string& title,
+                                             const std::vector<std::pair<std::string, std::string>>& filters,
+                                             int filterIndex, const std::string& folder);
   // Where the office installed the add-in's extension; empty when it isn't
   // installed.
   std::string AddinFolder() const;

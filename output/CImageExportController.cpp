@@ -190,13 +190,7 @@ int CImageExportController::ImageWidth() const { return image_ ? image_->Width()
 
 std::string CImageExportController::ImageName() const {
   try {
-    std::string name = worksheet_ ? worksheet_->Name() : "";
-    name.erase(std::remove_if(name.begin(), name.end(), [](char c) { return c == '"' || c == '<' || c == '>' || c == '|'; }),
-               name.end());
-    size_t first = name.find_first_not_of(' ');
-    size_t last = name.find_last_not_of(' ');
-    name = first == std::string::npos ? "" : name.substr(first, last - first + 1);
-    return name + " flowchart";
+    return host::ChartFileName(worksheet_ ? worksheet_->Name() : "");
   } catch (...) {
     host::ErrorHandler(kSource, "ImageName", false);
     return " flowchart";

@@ -99,7 +99,7 @@ TEST_F(CommandBarTest, TheBarShowsItsButtonsAndPopups) {
   };
   EXPECT_EQ("[Help Contents...][Open Walkthrough...][Check for Updates...][About Nivarel...]", entries("Help"));
   EXPECT_EQ("[Create a Template...][Load Template...][Export as Picture...][Create a Symbol Key]"
-            "[Extract Flowchart Text][Apply Styles][Style Wizard]",
+            "[Extract Flowchart Text][Apply Styles][Style Wizard][Copy as Mermaid][Import Mermaid...]",
             entries("Diagram Tools"));
   EXPECT_EQ("[Flow Line Insertion Tool...][Insert Branch...][Insert Group Box...][Insert Borderless Label...]"
             "[Flowchart Symbol][Connector (flow line)][Callout][Block Arrow][Hyperlink]",
@@ -128,6 +128,8 @@ TEST_F(CommandBarTest, TheBarShowsItsButtonsAndPopups) {
       "Diagram Tools>Extract Flowchart Text=vnd.nivarel:rxNivarelExtractText\n"
       "|Diagram Tools>Apply Styles=vnd.nivarel:rxNivarelApplyStyles\n"
       "Diagram Tools>Style Wizard=vnd.nivarel:rxNivarelStyleWizard\n"
+      "|Diagram Tools>Copy as Mermaid=vnd.nivarel:rxNivarelCopyMermaid\n"
+      "Diagram Tools>Import Mermaid...=vnd.nivarel:rxNivarelImportMermaid\n"
       "Insert>Flow Line Insertion Tool...=vnd.nivarel:rxNivarelInsertFlowLine\n"
       "Insert>Insert Branch...=vnd.nivarel:rxNivarelInsertBranch\n"
       "Insert>Insert Group Box...=vnd.nivarel:rxNivarelInsertGroupBox\n"

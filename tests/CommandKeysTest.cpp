@@ -51,6 +51,8 @@ TEST(CommandKeysTest, EveryKeyReachesItsOperationOnItsRoads) {
       {"selectlabels", true, true, Command::SelectAllLabels},
       {"selectflowchartsymbols", true, true, Command::SelectFlowchartSymbolsOnly},
       {"insertlabel", true, false, Command::InsertLabel},
+      {"copymermaid", true, true, Command::CopyAsMermaid},
+      {"importmermaid", true, true, Command::ImportMermaid},
   };
   for (const Row& row : rows) {
     auto onBar = CommandForKey(row.key, Road::Bar);

@@ -171,6 +171,8 @@ const std::map<std::string, Check>& Checks() {
     c[n + "CreateKey"] = Shows("No shapes found");
     c[n + "ExtractText"] = Shows("Extract Text Error");
     c[n + "StyleWizard"] = Shows("No Symbols Found");
+    c[n + "CopyMermaid"] = Shows("Copy as Mermaid");
+    c[n + "ImportMermaid"] = Shows(" Import Mermaid");
     c[n + "InsertFlowLine"] = Shows("Cannot Insert Flow Line");
     c[n + "InsertBranch"] = Shows(" Insert Branch");
     c[n + "InsertLabel"] = [](MenuEntryTest& t) {

@@ -7,6 +7,7 @@ set(TOOLS_SOURCES
   ${CMAKE_SOURCE_DIR}/tools/CStyleWizard.cpp
   ${CMAKE_SOURCE_DIR}/tools/FlowchartWizard.cpp
   ${CMAKE_SOURCE_DIR}/tools/MermaidChart.cpp
+  ${CMAKE_SOURCE_DIR}/tools/MermaidFile.cpp
   ${CMAKE_SOURCE_DIR}/tools/MermaidLayout.cpp
   ${CMAKE_SOURCE_DIR}/tools/MermaidReader.cpp
   ${CMAKE_SOURCE_DIR}/tools/MermaidShapes.cpp
