@@ -8,6 +8,7 @@
 #include <fstream>
 #include <memory>
 #include <stdexcept>
+#include <tuple>
 #include <vector>
 
 #include <com/sun/star/frame/Desktop.hpp>
@@ -46,7 +47,9 @@
 #include "FlowchartWizard.h"
 #include "Range.h"
 #include "Uno.h"
+#include "CMermaidImport.h"
 #include "ExportCommand.h"
+#include "MermaidSample.h"
 #include "WizardCommand.h"
 
 namespace nivarel::bench {
@@ -464,6 +467,48 @@ std::string MeasureExport(const Reference<uno::XComponentContext>& context, cons
   return result + "}";
 }
 
+// The Mermaid import of the tests' chart of 200 nodes with 20 decisions,
+// each run into a fresh workbook as the add-in would: five runs timed (the
+// import's own time, reading the text to the last shape); then a sixth
+// with the layer's operations profiled.
+std::string MeasureMermaid(const Reference<uno::XComponentContext>& context) {
+  Connect(context);
+  SetInstallFolder(NIVAREL_SHIPPED);
+  const std::string text = testing::MermaidSample(200, 20);
+  auto importOnce = [&](bool profiled) {
+    Workbook book = ExcelApp->GetWorkbooks().Add();
+    book.Activate();
+    if (profiled) ProfileHostCalls(true);
+    tools::MermaidImportResult result = tools::CMermaidImport::Import(text, book);
+    std::vector<HostCallTime> profile;
+    if (profiled) profile = HostCallProfile(), ProfileHostCalls(false);
+    int shapes = book.Sheet(1).GetShapes().Count();
+    book.Close();
+    if (!result.drawn) throw std::runtime_error(result.message);
+    return std::make_tuple(result, shapes, profile);
+  };
+  std::vector<double> seconds;
+  std::string result;
+  for (int i = 0; i < 5; ++i) {
+    auto [run, shapes, profile] = importOnce(false);
+    seconds.push_back(run.seconds);
+    if (i == 0)
+      result = "{\"measure\": \"mermaid\", \"nodes\": " + std::to_string(run.nodes) + ", \"lines\": " +
+               std::to_string(run.lines) + ", \"shapes\": " + std::to_string(shapes) + ", \"text_bytes\": " +
+               std::to_string(text.size());
+  }
+  std::sort(seconds.begin(), seconds.end());
+  auto [run, shapes, profile] = importOnce(true);
+  std::string top;
+  for (size_t i = 0; i < profile.size() && i < 12; ++i)
+    top += std::string(i ? ", " : "") + "[\"" + profile[i].what + "\", " + std::to_string(profile[i].calls) + ", " +
+           Json(profile[i].ms) + "]";
+  ExcelApp.reset();
+  return result + ", \"runs\": 5, \"median_s\": " + Json(seconds[2]) + ", \"fastest_s\": " +
+         Json(seconds.front()) + ", \"slowest_s\": " + Json(seconds.back()) + ", \"profiled\": {\"run_s\": " +
+         Json(run.seconds) + ", \"costliest [operation, calls, ms]\": [" + top + "]}}";
+}
+
 class BenchHandler : public cppu::WeakImplHelper3<frame::XDispatchProvider, frame::XDispatch, css::lang::XServiceInfo> {
  public:
   explicit BenchHandler(const Reference<uno::XComponentContext>& context) : context_(context) {}
@@ -511,6 +556,8 @@ class BenchHandler : public cppu::WeakImplHelper3<frame::XDispatchProvider, fram
         result = MeasureExport(context_, file.substr(0, file.rfind('/')));
       else if (name == "wizard")
         result = MeasureWizard(context_, file.substr(0, file.rfind('/')));
+      else if (name == "mermaid")
+        result = MeasureMermaid(context_);
       else
         result = "{\"error\": \"unknown measure\"}";
     } catch (const std::exception& e) {

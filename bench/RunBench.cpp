@@ -1,9 +1,11 @@
 // Runs the in-office measurements: starts an office with the measuring
 // extension, opens a spreadsheet, asks for each measure and prints its JSON
-// line; then times `nivarel draw` of 100 steps and `nivarel wizard` of the
-// wizard's two sheets end to end, office start included.
+// line; then times `nivarel draw` of 100 steps, `nivarel wizard` of the
+// wizard's two sheets and of the tests' 200-node Mermaid chart end to end,
+// office start included.
 // Usage: nivarel_bench [MEASURE...] [bench.oxt], MEASURE one of sizing, live,
-// memory, draw, wizard, export (in the office, then end to end); all when none is named.
+// memory, draw, wizard, export, mermaid (in the office, then end to end); all
+// when none is named.
 #include <chrono>
 #include <cstdlib>
 #include <unistd.h>
@@ -17,6 +19,7 @@
 #include <vector>
 
 #include "HostError.h"
+#include "MermaidSample.h"
 #include "OfficeProcess.h"
 #include "UiDriver.h"
 #include "Workbooks.h"
@@ -81,31 +84,39 @@ void WriteExportSteps(const std::filesystem::path& folder) {
   for (int i = 0; i < 200; ++i) out << "," << steps[i % 8] << " " << i + 1 << "\n";
 }
 
-// Runs `nivarel wizard` on each of the wizard's sheets in folder, with
-// settings of its own, and prints how long each took from start to saved
-// file, and the engine's own time as the command reports it.
-bool TimeWizard(const std::filesystem::path& folder) {
+// The tests' Mermaid chart of 200 nodes with 20 decisions, as a file in
+// folder.
+void WriteMermaidSample(const std::filesystem::path& folder) {
+  std::ofstream(folder / "mermaid-200-nodes.mmd") << nivarel::testing::MermaidSample(200, 20);
+}
+
+// Runs `nivarel wizard` on each of files in folder (the wizard's sheets or
+// a Mermaid file), with settings of its own, and prints how long each took
+// from start to saved file, and the engine's own time as the command
+// reports it.
+bool TimeWizard(const std::filesystem::path& folder, const std::vector<std::string>& files) {
   namespace fs = std::filesystem;
   bool ok = true;
-  for (const char* name : {"wizard-one-column", "wizard-five-columns"}) {
-    fs::path csv = folder / (std::string(name) + ".csv"), ods = folder / (std::string(name) + ".ods");
-    fs::path log = folder / (std::string(name) + ".log");
+  for (const std::string& file : files) {
+    std::string name = fs::path(file).stem().string();
+    fs::path input = folder / file, ods = folder / (name + ".ods");
+    fs::path log = folder / (name + ".log");
     std::string command = "XDG_CONFIG_HOME='" + (folder / "config").string() + "' '" NIVAREL_CLI "' wizard '" +
-                          csv.string() + "' -o '" + ods.string() + "' >'" + log.string() + "' 2>&1";
+                          input.string() + "' -o '" + ods.string() + "' >'" + log.string() + "' 2>&1";
     auto start = std::chrono::steady_clock::now();
     int status = std::system(command.c_str());
     double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     std::ifstream in(log);
     std::string report((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
     if (status != 0 || !fs::exists(ods)) {
-      std::cerr << "nivarel_bench: nivarel wizard failed on " << csv << ": " << report;
+      std::cerr << "nivarel_bench: nivarel wizard failed on " << input << ": " << report;
       ok = false;
       continue;
     }
     std::string engine = "null";
     size_t at = report.find(" in ");
     if (at != std::string::npos) engine = report.substr(at + 4, report.find(" s", at + 4) - at - 4);
-    std::cout << "{\"measure\": \"nivarel wizard\", \"file\": \"" << name << ".csv\", \"seconds\": " << seconds
+    std::cout << "{\"measure\": \"nivarel wizard\", \"file\": \"" << file << "\", \"seconds\": " << seconds
               << ", \"in_office_s\": " << engine << "}\n";
   }
   return ok;
@@ -133,7 +144,7 @@ int main(int argc, char** argv) {
     auto office = OfficeProcess::Start(options);
     office->App().GetWorkbooks().Add();
     UiDriver ui(office->App());
-    for (const std::string measure : {"sizing", "live", "memory", "wizard", "export"}) {
+    for (const std::string measure : {"sizing", "live", "memory", "wizard", "export", "mermaid"}) {
       if (!wanted(measure)) continue;
       std::string out = office->ProfileDir() + "/" + measure + ".json";
       if (measure == "wizard") WriteWizardSheets(office->ProfileDir());
@@ -156,10 +167,18 @@ int main(int argc, char** argv) {
     return 1;
   }
   if (wanted("draw") && !TimeDraw()) ++failed;
-  if (wanted("wizard")) {
+  if (wanted("wizard") || wanted("mermaid")) {
     fs::create_directories(wizardFolder / "config");
-    WriteWizardSheets(wizardFolder);
-    if (TimeWizard(wizardFolder))
+    std::vector<std::string> files;
+    if (wanted("wizard")) {
+      WriteWizardSheets(wizardFolder);
+      files = {"wizard-one-column.csv", "wizard-five-columns.csv"};
+    }
+    if (wanted("mermaid")) {
+      WriteMermaidSample(wizardFolder);
+      files.push_back("mermaid-200-nodes.mmd");
+    }
+    if (TimeWizard(wizardFolder, files))
       fs::remove_all(wizardFolder);
     else
       ++failed;
