@@ -393,20 +393,35 @@ std::string Application::BrowseForFolder(const std::string& title) {
   });
 }
 
+namespace {
+
+// The office's file picker of a kind, titled, listing filters (each a
+// caption and a pattern) with the filterIndex-th (from 1) chosen, opened in
+// folder.
+Reference<css::ui::dialogs::XFilePicker3> FilePickerFor(const Reference<uno::XComponentContext>& context,
+                                                       sal_Int16 kind, const std::string& title,
+                                                       const std::vector<std::pair<std::string, std::string>>& filters,
+                                                       int filterIndex, const std::string& folder) {
+  auto picker = css::ui::dialogs::FilePicker::createWithMode(context, kind);
+  picker->setTitle(ToOu(title));
+  for (const auto& [caption, pattern] : filters) picker->appendFilter(ToOu(caption), ToOu(pattern));
+  if (filterIndex >= 1 && filterIndex <= static_cast<int>(filters.size()))
+    picker->setCurrentFilter(ToOu(filters[filterIndex - 1].first));
+  OUString folderUrl;
+  if (!folder.empty() && osl::FileBase::getFileURLFromSystemPath(ToOu(folder), folderUrl) == osl::FileBase::E_None)
+    picker->setDisplayDirectory(folderUrl);
+  return picker;
+}
+
+}  // namespace
+
 std::optional<Application::SaveChoice> Application::GetSaveAsFilename(
     const std::string& title, const std::vector<std::pair<std::string, std::string>>& filters, int filterIndex,
     const std::string& folder, const std::string& name) {
   return Call("Application.GetSaveAsFilename", [&]() -> std::optional<SaveChoice> {
-    auto picker = css::ui::dialogs::FilePicker::createWithMode(
-        session_->context, css::ui::dialogs::TemplateDescription::FILESAVE_SIMPLE);
-    picker->setTitle(ToOu(title));
+    auto picker = FilePickerFor(session_->context, css::ui::dialogs::TemplateDescription::FILESAVE_SIMPLE, title,
+                                filters, filterIndex, folder);
     Reference<css::ui::dialogs::XFilterManager> filterManager(picker, uno::UNO_QUERY_THROW);
-    for (const auto& [caption, pattern] : filters) filterManager->appendFilter(ToOu(caption), ToOu(pattern));
-    if (filterIndex >= 1 && filterIndex <= static_cast<int>(filters.size()))
-      filterManager->setCurrentFilter(ToOu(filters[filterIndex - 1].first));
-    OUString folderUrl;
-    if (!folder.empty() && osl::FileBase::getFileURLFromSystemPath(ToOu(folder), folderUrl) == osl::FileBase::E_None)
-      picker->setDisplayDirectory(folderUrl);
     picker->setDefaultName(ToOu(name));
     if (picker->execute() != css::ui::dialogs::ExecutableDialogResults::OK) return std::nullopt;
     uno::Sequence<OUString> files = picker->getSelectedFiles();
@@ -426,17 +441,9 @@ std::optional<std::string> Application::GetOpenFilename(
     const std::string& title, const std::vector<std::pair<std::string, std::string>>& filters, int filterIndex,
     const std::string& folder) {
   return Call("Application.GetOpenFilename", [&]() -> std::optional<std::string> {
-    auto picker = css::ui::dialogs::FilePicker::createWithMode(
-        session_->context, css::ui::dialogs::TemplateDescription::FILEOPEN_SIMPLE);
-    picker->setTitle(ToOu(title));
+    auto picker = FilePickerFor(session_->context, css::ui::dialogs::TemplateDescription::FILEOPEN_SIMPLE, title,
+                                filters, filterIndex, folder);
     picker->setMultiSelectionMode(false);
-    Reference<css::ui::dialogs::XFilterManager> filterManager(picker, uno::UNO_QUERY_THROW);
-    for (const auto& [caption, pattern] : filters) filterManager->appendFilter(ToOu(caption), ToOu(pattern));
-    if (filterIndex >= 1 && filterIndex <= static_cast<int>(filters.size()))
-      filterManager->setCurrentFilter(ToOu(filters[filterIndex - 1].first));
-    OUString folderUrl;
-    if (!folder.empty() && osl::FileBase::getFileURLFromSystemPath(ToOu(folder), folderUrl) == osl::FileBase::E_None)
-      picker->setDisplayDirectory(folderUrl);
     if (picker->execute() != css::ui::dialogs::ExecutableDialogResults::OK) return std::nullopt;
     uno::Sequence<OUString> files = picker->getSelectedFiles();
     if (!files.hasElements()) return std::nullopt;
